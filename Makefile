@@ -1,0 +1,38 @@
+# The two commands of the README, and the benchmarks.
+#   make run    build and start the program
+#   make test   build and run every test, under the Danish locale
+#   make bench  build and run the benchmarks (Release)
+
+BUILD      ?= build
+BENCHBUILD ?= build-bench
+JOBS       ?= $(shell nproc)
+CMAKEFLAGS ?=
+
+.PHONY: all setup build run test bench fuzz clean
+
+all: build
+
+setup:
+	@scripts/setup.sh
+
+$(BUILD)/CMakeCache.txt: | setup
+	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo $(CMAKEFLAGS)
+
+build: setup $(BUILD)/CMakeCache.txt
+	cmake --build $(BUILD) -j$(JOBS)
+
+run: build
+	$(BUILD)/app/ostrovalden
+
+test: build
+	cd $(BUILD) && LC_ALL=da_DK.UTF-8 QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j$(JOBS)
+
+$(BENCHBUILD)/CMakeCache.txt: | setup
+	cmake -S . -B $(BENCHBUILD) -DCMAKE_BUILD_TYPE=Release -DOSTROVALDEN_BENCH=ON $(CMAKEFLAGS)
+
+bench: setup $(BENCHBUILD)/CMakeCache.txt
+	cmake --build $(BENCHBUILD) -j$(JOBS) --target benchmarks
+	LC_ALL=da_DK.UTF-8 QT_QPA_PLATFORM=offscreen bench/run.sh $(BENCHBUILD)
+
+clean:
+	rm -rf $(BUILD) $(BENCHBUILD)
