@@ -1,15 +1,14 @@
 #!/usr/bin/env bash
-# Runs every benchmark executable of a build directory, one after another.
+# Runs every benchmark executable of a build directory, then the scripted
+# measurements (bench/*.sh), one after another.
 set -euo pipefail
 build=${1:-build-bench}
-shopt -s nullglob
 found=0
-for exe in "$build"/bench/bench_*; do
-    [ -x "$exe" ] && [ -f "$exe" ] || continue
+while IFS= read -r exe; do
     found=1
     echo "== $(basename "$exe")"
     "$exe" --benchmark_min_time=0.2
-done
+done < <(find "$build/bench" -type f -name 'bench_*' -perm -u+x 2>/dev/null | sort)
 for script in bench/*.sh; do
     [ "$(basename "$script")" = run.sh ] && continue
     found=1
