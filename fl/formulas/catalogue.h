@@ -2,48 +2,12 @@
 // order of the class's formula book, and found by key.
 #pragma once
 
-#include <functional>
-#include <map>
+#include "fl/expr/formula.h"
+
 #include <string>
 #include <vector>
 
 namespace fl {
-
-struct FormulaVar {
-    std::string symbol;
-    std::string name;
-    std::string unit;
-};
-
-struct FormulaForm {
-    std::string var;
-    std::string expr;
-};
-
-struct FormulaDef {
-    std::string symbol;
-    std::string expr;
-    std::string label;
-};
-
-struct Formula {
-    std::string key;
-    std::string group;
-    std::string title;
-    std::string page;
-    std::string search;
-    std::string figure;
-    std::string note;
-    std::string topic;
-    std::vector<FormulaVar> vars;
-    std::vector<FormulaForm> forms;
-    std::map<std::string, std::string> defaults;
-    std::vector<FormulaDef> definitions;
-    std::vector<FormulaForm> altForms;
-    std::string altLabel;
-    std::string altNote;
-    std::function<std::map<std::string, double>()> generate;
-};
 
 const std::vector<Formula>& catalogue();
 const Formula* findFormula(const std::string& key);
