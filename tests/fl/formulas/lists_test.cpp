@@ -1,0 +1,232 @@
+// The constant lists: the tile table's order and lookups, the cross-references
+// between sections, topics, the finder tree and the tile table, and the walk
+// of the finder by path.
+#include "fl/formulas/lists.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <set>
+
+namespace {
+
+bool hasUpperCase(const std::string& s) {
+    if (std::any_of(s.begin(), s.end(), [](char c) { return c >= 'A' && c <= 'Z'; })) return true;
+    for (const char* upper : {"Æ", "Ø", "Å"})
+        if (s.find(upper) != std::string::npos) return true;
+    return false;
+}
+
+void forEachNode(const fl::FinderNode& node, const std::string& path,
+                 const std::function<void(const fl::FinderNode&, const std::string&)>& fn) {
+    fn(node, path);
+    for (const fl::FinderNode& c : node.children)
+        forEachNode(c, path.empty() ? c.id : path + "/" + c.id, fn);
+}
+
+TEST(TileTable, keepsItsOrder) {
+    struct Row {
+        size_t index;
+        const char* route;
+        const char* name;
+    };
+    const Row rows[] = {
+        {0, "kreds", "Tegn et kredsløb – jævnstrøm"},
+        {3, "kredsguideac", "Kredsløb – fremgangsmåde, vekselstrøm"},
+        {7, "trefase", "Trefaset (stjerne / trekant)"},
+        {19, "hjem", "Forside"},
+        {26, "enheder", "Enhedsomregner"},
+        {36, "laast", "Slået fra af din lærer"},
+        {37, "minedata", "Gem og hent mine data"},
+    };
+    ASSERT_EQ(fl::tiles().size(), 38u);
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.route);
+        EXPECT_EQ(fl::tiles()[r.index].route, r.route);
+        EXPECT_EQ(fl::tiles()[r.index].name, r.name);
+    }
+}
+
+TEST(TileTable, routesAreUniqueAndSearchWordsLowerCase) {
+    std::set<std::string> seen;
+    for (const fl::Tile& t : fl::tiles()) {
+        SCOPED_TRACE(t.route);
+        EXPECT_TRUE(seen.insert(t.route).second);
+        EXPECT_FALSE(t.name.empty());
+        EXPECT_FALSE(hasUpperCase(t.search));
+        EXPECT_EQ(t.search.find("  "), std::string::npos);
+        if (!t.search.empty()) {
+            EXPECT_NE(t.search.front(), ' ');
+            EXPECT_NE(t.search.back(), ' ');
+        }
+    }
+}
+
+TEST(TileTable, subtitlesComeFromTheirMapAndDefaultToEmpty) {
+    struct Row {
+        const char* route;
+        const char* subtitle;
+    };
+    const Row rows[] = {
+        {"kreds", "Modstande og jævnstrøm – hele udregningen, også baglæns"},
+        {"res", "Hurtig udregning af R<sub>total</sub>"},
+        {"komp", "Find kondensatoren til en bedre cos φ"},
+        {"tekstopgaver", "Opgaver som til prøven – find tallene i teksten og regn flere trin"},
+        {"hjem", ""},
+        {"calc", ""},
+    };
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.route);
+        const fl::Tile* t = fl::findTile(r.route);
+        ASSERT_NE(t, nullptr);
+        EXPECT_EQ(t->subtitle, r.subtitle);
+        EXPECT_EQ(fl::tileSubtitle(r.route), r.subtitle);
+    }
+    EXPECT_EQ(fl::tileSubtitle("nosuch"), "");
+}
+
+TEST(TileTable, findTileByRoute) {
+    ASSERT_NE(fl::findTile("ikmin"), nullptr);
+    EXPECT_EQ(fl::findTile("ikmin")->name, "Ik min (kortslutningsstrøm)");
+    EXPECT_EQ(fl::findTile("nosuch"), nullptr);
+    EXPECT_EQ(fl::findTile(""), nullptr);
+    EXPECT_EQ(fl::findTile("Kreds"), nullptr);
+}
+
+// The sidebar filters on name + search words; "hpfi" stands only in the
+// installation test's words.
+TEST(TileTable, searchWordsReachTheInstallationTest) {
+    std::vector<std::string> hits;
+    for (const fl::Tile& t : fl::tiles())
+        if ((t.name + " " + t.search).find("hpfi") != std::string::npos) hits.push_back(t.route);
+    EXPECT_EQ(hits, std::vector<std::string>{"insttest"});
+}
+
+TEST(Sections, orderAndRoutes) {
+    const std::vector<std::string> ids = {"n_ud",  "n_dc", "n_ac",   "n_tools",
+                                          "n_dim", "n_ov", "n_help", "n_small"};
+    ASSERT_EQ(fl::sections().size(), ids.size());
+    for (size_t i = 0; i < ids.size(); ++i)
+        EXPECT_EQ(fl::sections()[i].id, ids[i]);
+    EXPECT_EQ(fl::sections()[3].title, "Værktøjer");
+    EXPECT_EQ(fl::sections()[3].routes, (std::vector<std::string>{"trafo", "trefase", "motor", "komp",
+                                                                  "kabel", "ac", "res", "acdemo"}));
+}
+
+// A route in any list that the tile table doesn't know would be a dead entry
+// in the sidebar, a topic that closes nothing or a chip to nowhere.
+TEST(Lists, everyNamedRouteIsATile) {
+    for (const fl::Section& s : fl::sections())
+        for (const std::string& r : s.routes) {
+            SCOPED_TRACE("section " + s.id + ": " + r);
+            EXPECT_NE(fl::findTile(r), nullptr);
+        }
+    for (const fl::Topic& t : fl::topics())
+        for (const std::string& r : t.routes) {
+            SCOPED_TRACE("topic " + t.id + ": " + r);
+            EXPECT_NE(fl::findTile(r), nullptr);
+        }
+    forEachNode(fl::finderTree(), "", [](const fl::FinderNode& n, const std::string& path) {
+        for (const std::string& r : n.routes) {
+            SCOPED_TRACE("finder " + path + ": " + r);
+            EXPECT_NE(fl::findTile(r), nullptr);
+        }
+    });
+}
+
+TEST(Topics, uniqueIdsAndWellFormedKeys) {
+    std::set<std::string> ids;
+    for (const fl::Topic& t : fl::topics()) {
+        SCOPED_TRACE(t.id);
+        EXPECT_TRUE(ids.insert(t.id).second);
+        EXPECT_FALSE(t.name.empty());
+        EXPECT_FALSE(t.description.empty());
+        EXPECT_FALSE(t.routes.empty());
+        for (const std::string& k : t.keys) {
+            const bool known = k.rfind("sub:", 0) == 0 || k.rfind("circ:", 0) == 0 ||
+                               k.rfind("tekst:", 0) == 0 || k.rfind("gl:", 0) == 0 || k.rfind("gle:", 0) == 0;
+            EXPECT_TRUE(known) << k;
+        }
+    }
+    EXPECT_EQ(fl::topics().size(), 25u);
+    EXPECT_EQ(fl::topics().front().id, "udregnere");
+    EXPECT_EQ(fl::topics().back().id, "ac_trefase");
+    EXPECT_EQ(fl::topics().back().keys,
+              (std::vector<std::string>{"sub:Trefaset|", "tekst:varme3", "gl:Trefaset|"}));
+}
+
+TEST(FinderTree, findNodeByPath) {
+    struct Row {
+        const char* path;
+        const char* title;
+        size_t children;
+        size_t keys;
+    };
+    const Row rows[] = {
+        {"", "Alle emner", 6, 0},
+        {"dc", "Jævnstrøm", 5, 0},
+        {"dc/ohm", "Ohms lov og effekt", 0, 4},
+        {"ac/serie", "Seriekredsløb (R, L, C i serie)", 0, 12},
+        {"tf/motor", "Trefaset motor", 0, 6},
+        {"energi", "Energi og pris", 0, 7},
+        {"ma/vektor", "Vektorer", 0, 3},
+    };
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.path);
+        const fl::FinderNode* n = fl::findNode(r.path);
+        ASSERT_NE(n, nullptr);
+        EXPECT_EQ(n->title, r.title);
+        EXPECT_EQ(n->children.size(), r.children);
+        EXPECT_EQ(n->keys.size(), r.keys);
+    }
+}
+
+TEST(FinderTree, unknownPathsGiveNull) {
+    for (const char* path : {"dc/nosuch", "nosuch", "dc/ohm/x", "dc/", "/dc", "dc//ohm", "DC", "energi/x"}) {
+        SCOPED_TRACE(path);
+        EXPECT_EQ(fl::findNode(path), nullptr);
+    }
+}
+
+TEST(FinderTree, everyNodeIsTitledAndBlurbedAndSiblingsAreDistinct) {
+    forEachNode(fl::finderTree(), "", [](const fl::FinderNode& n, const std::string& path) {
+        SCOPED_TRACE(path);
+        if (!path.empty()) {
+            EXPECT_FALSE(n.title.empty());
+            EXPECT_FALSE(n.blurb.empty());
+            EXPECT_NE(n.keys.empty(), n.children.empty()) << "a node holds either families or subjects";
+        }
+        std::set<std::string> ids;
+        for (const fl::FinderNode& c : n.children)
+            EXPECT_TRUE(ids.insert(c.id).second) << c.id;
+        std::set<std::string> keys(n.keys.begin(), n.keys.end());
+        EXPECT_EQ(keys.size(), n.keys.size());
+    });
+}
+
+// "wire" stands under both "dc/led" and "inst/fald": each counts it, and a
+// subject that lists a family in several leaves counts it once.
+TEST(FinderTree, aFamilyUnderTwoNodesCountsOnceInEach) {
+    struct Row {
+        const char* path;
+        size_t count;
+    };
+    const Row rows[] = {
+        {"dc/led", 5}, {"inst/fald", 5}, {"dc", 16}, {"inst", 8}, {"ac", 49}, {"tf", 24}, {"", 118},
+    };
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.path);
+        const fl::FinderNode* n = fl::findNode(r.path);
+        ASSERT_NE(n, nullptr);
+        std::vector<std::string> keys = fl::subtreeKeys(*n);
+        EXPECT_EQ(keys.size(), r.count);
+        EXPECT_EQ(std::set<std::string>(keys.begin(), keys.end()).size(), keys.size());
+    }
+    std::vector<std::string> dc = fl::subtreeKeys(*fl::findNode("dc"));
+    EXPECT_EQ(std::count(dc.begin(), dc.end(), "wire"), 1);
+    std::vector<std::string> inst = fl::subtreeKeys(*fl::findNode("inst"));
+    EXPECT_EQ(std::count(inst.begin(), inst.end(), "wire"), 1);
+}
+
+} // namespace
