@@ -1,7 +1,9 @@
 // The tile table with its subtitles, the sidebar's sections and the topic
-// table, with their lookups. The finder tree is in finder.cpp; what a family's
-// tile holds comes from the catalogue.
+// table, with their lookups. The finder tree is in finder.cpp; a family's tile
+// is made from its catalogue record.
 #include "fl/formulas/lists.h"
+
+#include "fl/formulas/catalogue.h"
 
 #include <map>
 
@@ -142,7 +144,27 @@ const Tile* findTile(const std::string& route) {
     return nullptr;
 }
 
+namespace {
+
+// A family is reached by its key; its tile carries its title and search words.
+const std::vector<Tile>& familyTiles() {
+    static const std::vector<Tile> list = [] {
+        std::vector<Tile> out;
+        for (const Formula& f : catalogue()) {
+            std::string icon = tileIcon(f.key);
+            out.push_back(
+                {f.key, f.title, f.search, tileSubtitle(f.key), icon.empty() ? tileIcon("formel") : icon});
+        }
+        return out;
+    }();
+    return list;
+}
+
+} // namespace
+
 const Tile* findFamilyOrTile(const std::string& route) {
+    for (const Tile& t : familyTiles())
+        if (t.route == route) return &t;
     return findTile(route);
 }
 

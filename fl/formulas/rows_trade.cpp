@@ -1,0 +1,387 @@
+// Rows of the catalogue, the trade's own: compensation, energy and price, motors, the sine wave
+// and the installation test.
+#include "fl/formulas/rows.h"
+
+namespace fl::rows {
+
+std::vector<FamilyRow> tradeRows() {
+    return {
+        {.key = "kompQ",
+         .title = "Kompensering: Q_C = P·(tan φ₁ − tan φ₂)",
+         .group = "El-lære",
+         .page = "– standardformel",
+         .figure = "komp",
+         .search = "kompensering faseforbedring kondensator cos phi reaktiv",
+         .vars = {{"QC", "Kondensatorernes reaktive effekt", "VAr"},
+                  {"P", "Aktiv effekt", "W"},
+                  {"cosphi1", "cos φ før kompensering", ""},
+                  {"cosphi2", "Ønsket cos φ efter kompensering", ""}},
+         .forms = {{"QC", "P*(tan(acos(cosphi1))-tan(acos(cosphi2)))"},
+                   {"P", "QC/(tan(acos(cosphi1))-tan(acos(cosphi2)))"},
+                   {"cosphi1", "cos(atan(QC/P+tan(acos(cosphi2))))"},
+                   {"cosphi2", "cos(atan(tan(acos(cosphi1))-QC/P))"}},
+         .note = "φ<sub>1</sub> er vinklen før og φ<sub>2</sub> vinklen efter kompensering (φ = "
+                 "cos<sup>−1</sup>(cos φ)). Formlen står ikke på jeres ark, men kommer af effekttrekanten: "
+                 "Q = P · tan φ. Brug værktøjet <b>Kompensering</b> for at få kondensatoren med."},
+
+        {.key = "kompC",
+         .title = "Kondensator til kompensering: C = Q_C / (2·π·f·U²)",
+         .group = "El-lære",
+         .page = "13 og 15 (Q = U²/X og X_C)",
+         .search = "kompensering kondensator kapacitet",
+         .vars = {{"C", "Kapacitet", "F"},
+                  {"QC", "Reaktiv effekt kondensatoren skal levere", "VAr"},
+                  {"f", "Frekvens", "Hz"},
+                  {"U", "Spænding over kondensatoren", "V"}},
+         .forms = {{"C", "QC/(2*PI*f*U**2)"},
+                   {"QC", "C*2*PI*f*U**2"},
+                   {"U", "sqrt(QC/(2*PI*f*C))"},
+                   {"f", "QC/(2*PI*C*U**2)"}},
+         .defaults = {{"f", "50"}},
+         .note =
+             "U er spændingen over kondensatoren. 1-faset: U = forsyningsspændingen. Trefaset: hver af de "
+             "3 kondensatorer leverer Q<sub>C</sub>/3 – i trekant ligger de på U<sub>N</sub>, i stjerne "
+             "på U<sub>F</sub> = U<sub>N</sub>/√3."},
+
+        {.key = "enE",
+         .title = "Energi (E = P · t)",
+         .group = "El-lære",
+         .page = "– standardformel",
+         .search = "energi kwh forbrug effekt tid",
+         .vars = {{"E_kWh", "Energiforbrug", "kWh"}, {"P_kW", "Effekt", "kW"}, {"t", "Tid", "h"}},
+         .forms = {{"E_kWh", "P_kW*t"}, {"P_kW", "E_kWh/t"}, {"t", "E_kWh/P_kW"}},
+         .note =
+             "Effekt i kW gange tid i timer giver energi i kWh. 1 kWh = 1000 W i 1 time. Husk at omregne W "
+             "til kW (÷ 1000)."},
+
+        {.key = "enJ",
+         .title = "Energi i joule (E = P · t)",
+         .group = "El-lære",
+         .page = "– standardformel",
+         .search = "energi joule watt sekund",
+         .vars = {{"E_J", "Energi", "J"}, {"P", "Effekt", "W"}, {"t_s", "Tid", "s"}},
+         .forms = {{"E_J", "P*t_s"}, {"P", "E_J/t_s"}, {"t_s", "E_J/P"}},
+         .note = "1 J = 1 W i 1 sekund. 1 kWh = 3 600 000 J = 3,6 MJ."},
+
+        {.key = "enAar",
+         .title = "Forbrug over en periode (E = P · timer pr. dag · dage)",
+         .group = "El-lære",
+         .page = "– standardformel",
+         .search = "energi årsforbrug forbrug kwh dag år",
+         .vars = {{"E_kWh", "Energiforbrug i perioden", "kWh"},
+                  {"P_kW", "Effekt", "kW"},
+                  {"h", "Brugstid pr. dag", "h/dag"},
+                  {"d_dage", "Antal dage", "dage"}},
+         .forms = {{"E_kWh", "P_kW*h*d_dage"},
+                   {"P_kW", "E_kWh/(h*d_dage)"},
+                   {"h", "E_kWh/(P_kW*d_dage)"},
+                   {"d_dage", "E_kWh/(P_kW*h)"}}},
+
+        {.key = "enPris",
+         .title = "Pris for energien (Pris = E · elpris)",
+         .group = "El-lære",
+         .page = "– standardformel",
+         .search = "pris elpris kroner kwh omkostning",
+         .vars = {{"Pris", "Pris", "kr"}, {"E_kWh", "Energiforbrug", "kWh"}, {"k_el", "Elpris", "kr/kWh"}},
+         .forms = {{"Pris", "E_kWh*k_el"}, {"E_kWh", "Pris/k_el"}, {"k_el", "Pris/E_kWh"}},
+         .note = "Elprisen svinger – brug den pris, opgaven giver (fx 2,50 kr/kWh)."},
+
+        {.key = "enBes",
+         .title = "Besparelse ved mindre effekt",
+         .group = "El-lære",
+         .page = "– standardformel",
+         .search = "besparelse spare energi pris lavenergi",
+         .vars = {{"B", "Besparelse", "kr"},
+                  {"P1", "Effekt før", "kW"},
+                  {"P2", "Effekt efter", "kW"},
+                  {"t", "Brugstid", "h"},
+                  {"k_el", "Elpris", "kr/kWh"}},
+         .forms = {{"B", "(P1-P2)*t*k_el"},
+                   {"P1", "B/(t*k_el)+P2"},
+                   {"P2", "P1-B/(t*k_el)"},
+                   {"t", "B/((P1-P2)*k_el)"},
+                   {"k_el", "B/((P1-P2)*t)"}},
+         .note = "Fx når en gammel pære (P<sub>1</sub>) skiftes til en LED (P<sub>2</sub>)."},
+
+        {.key = "enTilb",
+         .title = "Tilbagebetalingstid",
+         .group = "El-lære",
+         .page = "– standardformel",
+         .search = "tilbagebetalingstid investering besparelse år",
+         .vars = {{"T_tb", "Tilbagebetalingstid", "år"},
+                  {"Inv", "Investering (pris for det nye)", "kr"},
+                  {"B_aar", "Besparelse pr. år", "kr/år"}},
+         .forms = {{"T_tb", "Inv/B_aar"}, {"Inv", "T_tb*B_aar"}, {"B_aar", "Inv/T_tb"}}},
+
+        {.key = "enEta",
+         .title = "Virkningsgrad (η = P_ud / P_ind)",
+         .group = "El-lære",
+         .page = "– standardformel",
+         .search = "virkningsgrad eta effektivitet tab motor transformer",
+         .vars = {{"eta", "Virkningsgrad (0–1)", ""},
+                  {"P_ud", "Afgivet effekt", "W"},
+                  {"P_ind", "Tilført effekt", "W"}},
+         .forms = {{"eta", "P_ud/P_ind"}, {"P_ud", "eta*P_ind"}, {"P_ind", "P_ud/eta"}},
+         .note = "η er altid under 1 (eller under 100 %). Tabet er P<sub>ind</sub> − P<sub>ud</sub>."},
+
+        {.key = "motNs",
+         .title = "Synkront omdrejningstal (n_s = 60 · f / p)",
+         .group = "El-lære",
+         .page = "– standardformel",
+         .search = "motor synkron omdrejningstal polpar poler hastighed asynkronmotor drejefelt generator",
+         .vars = {{"n_s", "Synkront omdrejningstal (drejefeltets hastighed)", "o/min"},
+                  {"f", "Frekvens", "Hz"},
+                  {"p", "Antal polpar", ""}},
+         .forms = {{"n_s", "60*f/p"}, {"f", "n_s*p/60"}, {"p", "60*f/n_s"}},
+         .defaults = {{"f", "50"}},
+         .note =
+             "p er antal <b>polpar</b> (antal poler / 2). Ved 50 Hz: 1 polpar → 3000 o/min, 2 → 1500, 3 → "
+             "1000, 4 → 750. Samme formel giver en generators frekvens: f = p · n / 60."},
+
+        {.key = "motSlip",
+         .title = "Slip (s = (n_s − n) / n_s · 100 %)",
+         .group = "El-lære",
+         .page = "– standardformel",
+         .search = "motor slip omdrejningstal asynkronmotor mærkeplade",
+         .vars = {{"s", "Slip", "%"},
+                  {"n_s", "Synkront omdrejningstal", "o/min"},
+                  {"nr", "Rotorens omdrejningstal (står på mærkepladen)", "o/min"}},
+         .forms = {{"s", "(n_s-nr)/n_s*100"}, {"nr", "n_s*(1-s/100)"}, {"n_s", "nr/(1-s/100)"}},
+         .note = "Rotoren i en asynkronmotor drejer lidt langsommere end drejefeltet. Forskellen kaldes slip "
+                 "og er typisk 2–8 %. n står på mærkepladen."},
+
+        {.key = "motFr",
+         .title = "Rotorfrekvens (f_r = s · f)",
+         .group = "El-lære",
+         .page = "– standardformel",
+         .search = "motor rotorfrekvens slip rotor",
+         .vars = {{"f_r", "Rotorfrekvens (frekvensen af strømmen i rotoren)", "Hz"},
+                  {"s", "Slip", "%"},
+                  {"f", "Netfrekvens", "Hz"}},
+         .forms = {{"f_r", "s/100*f"}, {"s", "f_r/f*100"}, {"f", "f_r*100/s"}},
+         .defaults = {{"f", "50"}},
+         .note =
+             "Slippet bruges her som decimaltal – derfor ÷ 100, når det står i %. Ved stilstand (start) er "
+             "s = 100 %, og rotorfrekvensen er lig netfrekvensen."},
+
+        {.key = "motEta",
+         .title = "Motorens virkningsgrad (η = P₂ / P₁)",
+         .group = "El-lære",
+         .page = "– standardformel",
+         .search = "motor virkningsgrad eta optaget afgivet effekt akseleffekt mærkeplade",
+         .vars = {{"eta", "Virkningsgrad (0–1)", ""},
+                  {"P_2", "Afgivet effekt – akseleffekt", "W"},
+                  {"P_1", "Optaget (elektrisk) effekt", "W"}},
+         .forms = {{"eta", "P_2/P_1"}, {"P_2", "eta*P_1"}, {"P_1", "P_2/eta"}},
+         .note = "P₂ er akseleffekten (den mekaniske effekt) – den står på mærkepladen. P₁ er den elektriske "
+                 "effekt, motoren tager fra nettet."},
+
+        {.key = "motTab",
+         .title = "Motorens tab (P_tab = P₁ − P₂)",
+         .group = "El-lære",
+         .page = "– standardformel",
+         .search = "motor tab varme effekt optaget afgivet",
+         .vars = {{"P_tab", "Tab", "W"},
+                  {"P_1", "Optaget (elektrisk) effekt", "W"},
+                  {"P_2", "Afgivet effekt – akseleffekt", "W"}},
+         .forms = {{"P_tab", "P_1-P_2"}, {"P_1", "P_tab+P_2"}, {"P_2", "P_1-P_tab"}},
+         .note = "Tabet bliver til varme i viklingerne og jernet og til friktion i lejerne."},
+
+        {.key = "motI3",
+         .title = "Trefaset motor: strøm ud fra mærkepladen",
+         .group = "El-lære",
+         .page = "– standardformel",
+         .search = "motor strøm mærkeplade trefaset 3-faset akseleffekt virkningsgrad cos phi mærkestrøm",
+         .vars = {{"P_2", "Afgivet effekt – akseleffekt", "W"},
+                  {"U_N", "Netspænding", "V"},
+                  {"I_N", "Strøm i tilledningen (mærkestrøm)", "A"},
+                  {"cosphi", "Effektfaktor", ""},
+                  {"eta", "Virkningsgrad (0–1)", ""}},
+         .forms = {{"P_2", "sqrt(3)*U_N*I_N*cosphi*eta"},
+                   {"I_N", "P_2/(sqrt(3)*U_N*cosphi*eta)"},
+                   {"U_N", "P_2/(sqrt(3)*I_N*cosphi*eta)"},
+                   {"cosphi", "P_2/(sqrt(3)*U_N*I_N*eta)"},
+                   {"eta", "P_2/(sqrt(3)*U_N*I_N*cosphi)"}},
+         .defaults = {{"U_N", "400"}},
+         .note =
+             "Mærkepladen viser den <b>afgivne</b> effekt P₂, så der skal også deles med η: I = P₂ / (√3 · "
+             "U · cos φ · η). Uden η får du strømmen for en motor uden tab – den er for lille."},
+
+        {.key = "motI1",
+         .title = "Enfaset motor: strøm ud fra mærkepladen",
+         .group = "El-lære",
+         .page = "– standardformel",
+         .search = "motor strøm mærkeplade enfaset 1-faset akseleffekt virkningsgrad cos phi",
+         .vars = {{"P_2", "Afgivet effekt – akseleffekt", "W"},
+                  {"U", "Spænding", "V"},
+                  {"I", "Strøm", "A"},
+                  {"cosphi", "Effektfaktor", ""},
+                  {"eta", "Virkningsgrad (0–1)", ""}},
+         .forms = {{"P_2", "U*I*cosphi*eta"},
+                   {"I", "P_2/(U*cosphi*eta)"},
+                   {"U", "P_2/(I*cosphi*eta)"},
+                   {"cosphi", "P_2/(U*I*eta)"},
+                   {"eta", "P_2/(U*I*cosphi)"}},
+         .defaults = {{"U", "230"}},
+         .note = "Som den trefasede, bare uden √3: I = P₂ / (U · cos φ · η)."},
+
+        {.key = "motM",
+         .title = "Moment på akslen (M = P₂ / ω)",
+         .group = "El-lære",
+         .page = "– standardformel",
+         .search = "motor moment drejningsmoment nm newtonmeter akseleffekt omdrejningstal",
+         .vars = {{"M", "Moment", "Nm"},
+                  {"P_2", "Afgivet effekt – akseleffekt", "W"},
+                  {"nr", "Omdrejningstal", "o/min"}},
+         .forms = {{"M", "60*P_2/(2*PI*nr)"}, {"P_2", "M*2*PI*nr/60"}, {"nr", "60*P_2/(2*PI*M)"}},
+         .note = "ω = 2 · π · n / 60 er akslens vinkelhastighed i rad/s. Huskeregel: M ≈ 9550 · P₂[kW] / n."},
+
+        {.key = "motStart",
+         .title = "Startstrøm ved direkte start (I_start = k · I_N)",
+         .group = "El-lære",
+         .page = "– standardformel",
+         .search = "motor startstrøm direkte start dol mærkestrøm",
+         .vars = {{"I_st", "Startstrøm", "A"},
+                  {"k_st", "Startstrømsfaktor (I_start / I_N)", ""},
+                  {"I_N", "Mærkestrøm", "A"}},
+         .forms = {{"I_st", "k_st*I_N"}, {"k_st", "I_st/I_N"}, {"I_N", "I_st/k_st"}},
+         .note = "En asynkronmotor trækker typisk 5–8 gange mærkestrømmen, når den startes direkte. Faktoren "
+                 "står i databladet som I<sub>A</sub>/I<sub>N</sub> eller I<sub>start</sub>/I<sub>N</sub>."},
+
+        {.key = "motYD",
+         .title = "Stjerne-trekant-start (I_start,Y = I_start,Δ / 3)",
+         .group = "El-lære",
+         .page = "– standardformel",
+         .search = "motor stjerne trekant start y delta startstrøm moment",
+         .vars = {{"I_stY", "Startstrøm i stjerne", "A"},
+                  {"I_stD", "Startstrøm ved direkte start i trekant", "A"}},
+         .forms = {{"I_stY", "I_stD/3"}, {"I_stD", "3*I_stY"}},
+         .note = "Ved start i stjerne får hver vikling kun U<sub>N</sub>/√3. Startstrømmen i tilledningen og "
+                 "startmomentet bliver begge 1/3 af værdien ved direkte start i trekant."},
+
+        {.key = "acT",
+         .title = "Periodetid og frekvens (T = 1 / f)",
+         .group = "El-lære",
+         .page = "– standardformel",
+         .search = "periode periodetid frekvens tid svingning hz",
+         .vars = {{"T", "Periodetid (tiden for én svingning)", "s"}, {"f", "Frekvens", "Hz"}},
+         .forms = {{"T", "1/f"}, {"f", "1/T"}},
+         .note = "Ved 50 Hz er T = 0,02 s = 20 ms. Skriv fx 20m for 20 ms."},
+
+        {.key = "acW",
+         .title = "Vinkelfrekvens (ω = 2 · π · f)",
+         .group = "El-lære",
+         .page = "– standardformel",
+         .search = "vinkelfrekvens omega radian frekvens",
+         .vars = {{"omega", "Vinkelfrekvens", "rad/s"}, {"f", "Frekvens", "Hz"}},
+         .forms = {{"omega", "2*PI*f"}, {"f", "omega/(2*PI)"}},
+         .note =
+             "ω måles i radianer pr. sekund. Ved 50 Hz er ω ≈ 314 rad/s. Den bruges fx i X<sub>L</sub> = ω "
+             "· L."},
+
+        {.key = "acSS",
+         .title = "Spids-spids-værdi (U_ss = 2 · U_max)",
+         .group = "El-lære",
+         .page = "– standardformel",
+         .search = "spids spids peak to peak oscilloskop maksimalværdi",
+         .vars = {{"Uss", "Spids-spids-værdi", "V"}, {"Umax", "Maksimalværdi (peak)", "V"}},
+         .forms = {{"Uss", "2*Umax"}, {"Umax", "Uss/2"}},
+         .note =
+             "Spids-spids er afstanden fra bund til top på kurven – den aflæser man tit på et oscilloskop. "
+             "U<sub>ss</sub> = 2 · √2 · U<sub>eff</sub> ≈ 2,83 · U<sub>eff</sub>."},
+
+        {.key = "acMid",
+         .title = "Middelværdi (U_mid = 2 / π · U_max)",
+         .group = "El-lære",
+         .page = "– standardformel",
+         .search = "middelværdi gennemsnit ensretter ensrettet",
+         .vars = {{"Umid", "Middelværdi (ensrettet)", "V"}, {"Umax", "Maksimalværdi (peak)", "V"}},
+         .forms = {{"Umid", "2*Umax/PI"}, {"Umax", "Umid*PI/2"}},
+         .note = "Middelværdien af en ensrettet sinus (fx efter en ensretter). 2/π ≈ 0,637. Over en hel "
+                 "periode er middelværdien af en ren sinus 0."},
+
+        {.key = "acForm",
+         .title = "Formfaktor (U_eff = 1,11 · U_mid)",
+         .group = "El-lære",
+         .page = "– standardformel",
+         .search = "formfaktor effektværdi middelværdi topfaktor",
+         .vars = {{"Ueff", "Effektværdi", "V"}, {"Umid", "Middelværdi (ensrettet)", "V"}},
+         .forms = {{"Ueff", "PI/(2*sqrt(2))*Umid"}, {"Umid", "Ueff*2*sqrt(2)/PI"}},
+         .note = "Formfaktoren for en sinus er U<sub>eff</sub> / U<sub>mid</sub> = π / (2 · √2) ≈ 1,11. "
+                 "Topfaktoren er U<sub>max</sub> / U<sub>eff</sub> = √2 ≈ 1,41."},
+
+        {.key = "acInst",
+         .title = "Øjebliksværdi (u = U_max · sin α)",
+         .group = "El-lære",
+         .page = "– standardformel",
+         .search = "øjebliksværdi sinus vinkel tidspunkt kurve",
+         .vars = {{"u_t", "Øjebliksværdi (spændingen lige nu)", "V"},
+                  {"Umax", "Maksimalværdi (peak)", "V"},
+                  {"alpha", "Vinkel på kurven", "°"}},
+         .forms = {{"u_t", "Umax*sin(alpha)"}, {"Umax", "u_t/sin(alpha)"}, {"alpha", "asin(u_t/Umax)"}},
+         .note = "α er vinklen på sinuskurven (0–360°). Når du finder α med sin⁻¹, får du en vinkel mellem "
+                 "−90° og 90° – samme spænding findes også ved 180° − α."},
+
+        {.key = "acVinkel",
+         .title = "Vinkel til et tidspunkt (α = 360° · f · t)",
+         .group = "El-lære",
+         .page = "– standardformel",
+         .search = "vinkel tid tidspunkt periode grader",
+         .vars = {{"alpha", "Vinkel på kurven", "°"},
+                  {"f", "Frekvens", "Hz"},
+                  {"t_s", "Tid fra kurvens start", "s"}},
+         .forms = {{"alpha", "360*f*t_s"}, {"f", "alpha/(360*t_s)"}, {"t_s", "alpha/(360*f)"}},
+         .defaults = {{"f", "50"}},
+         .note =
+             "Én hel periode er 360°. Efter tiden t er kurven nået α = 360° · f · t. Skriv fx 5m for 5 ms."},
+
+        {.key = "instRe",
+         .title = "Overgangsmodstand til jord (R_e = U_L / IΔn)",
+         .group = "El-lære",
+         .page = "– standardformel",
+         .search =
+             "jord overgangsmodstand jordmodstand berøringsspænding rcd fejlstrømsafbryder mærkeudløserstrøm "
+             "tt-system installationstest verifikation",
+         .vars = {{"R_e", "Største tilladte overgangsmodstand til jord", "Ω"},
+                  {"U_L", "Tilladt berøringsspænding", "V"},
+                  {"I_dn", "RCD'ens mærkeudløserstrøm", "A"}},
+         .forms = {{"R_e", "U_L/I_dn"}, {"U_L", "R_e*I_dn"}, {"I_dn", "U_L/R_e"}},
+         .defaults = {{"U_L", "50"}, {"I_dn", "30m"}},
+         .note = "Berøringsspændingen må højst være 50 V (25 V i landbrug, udendørs og våde rum). Skriv 30m "
+                 "for 30 mA. Med 30 mA og 50 V: 1667 Ω; med 300 mA: 167 Ω. Den målte jordmodstand skal være "
+                 "mindre – og helst meget mindre, fordi jorden tørrer ud og fryser."},
+
+        {.key = "instIa",
+         .title = "Udløsestrøm for en automatsikring (I_a = k · I_n)",
+         .group = "El-lære",
+         .page = "– standardformel",
+         .search = "automatsikring udløsestrøm karakteristik b c d mærkestrøm sikring kortslutning",
+         .vars = {{"I_a", "Udløsestrøm (hurtig udkobling)", "A"},
+                  {"k_a", "Karakteristikfaktor (B = 5, C = 10, D = 20)", ""},
+                  {"I_n", "Sikringens mærkestrøm", "A"}},
+         .forms = {{"I_a", "k_a*I_n"}, {"k_a", "I_a/I_n"}, {"I_n", "I_a/k_a"}},
+         .defaults = {{"k_a", "10"}},
+         .note =
+             "k er den øverste grænse i karakteristikområdet: B 3–5 → 5, C 5–10 → 10, D 10–20 → 20. En C16 "
+             "kræver altså 160 A fejlstrøm for at udløse magnetisk med det samme."},
+
+        {.key = "instZs",
+         .title = "Største sløjfeimpedans (Z_s = U_0 / I_a)",
+         .group = "El-lære",
+         .page = "– standardformel",
+         .search = "sløjfeimpedans jordsløjfe zs fejlstrøm udkobling sikring automatsikring tn-system "
+                   "installationstest",
+         .vars = {{"Z_s", "Største tilladte sløjfeimpedans", "Ω"},
+                  {"U_0", "Spænding fase–jord (230 V)", "V"},
+                  {"I_a", "Udløsestrøm for beskyttelsen", "A"}},
+         .forms = {{"Z_s", "U_0/I_a"}, {"U_0", "Z_s*I_a"}, {"I_a", "U_0/Z_s"}},
+         .defaults = {{"U_0", "230"}},
+         .note =
+             "Fejlstrømmen ved en fejl til jord er U<sub>0</sub> / Z<sub>s</sub>, og den skal være mindst "
+             "I<sub>a</sub>, for at beskyttelsen udløser i tide. Målt Z<sub>s</sub> skal være mindre "
+             "end resultatet – mange regner med 80 % af det, fordi lederne er varmere under drift. For "
+             "en RCD er I<sub>a</sub> = IΔn."},
+    };
+}
+
+} // namespace fl::rows
