@@ -1,0 +1,195 @@
+// The explanation table against the catalogue: every family and every letter
+// has a text, nothing is keyed by a name the catalogue lacks (so a typo can't
+// hide a missing text), and every text is finished card prose.
+#include "fl/formulas/help.h"
+
+#include "fl/formulas/catalogue.h"
+
+#include <gtest/gtest.h>
+
+#include <cctype>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr std::size_t kPurposeLimit = 200;
+constexpr std::size_t kQuantityLimit = 160;
+
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+bool isAsciiLetter(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+// Characters a reader sees: code points outside tags.
+std::size_t visibleLength(const std::string& html) {
+    std::size_t n = 0;
+    bool inTag = false;
+    for (unsigned char c : html) {
+        if (c == '<')
+            inTag = true;
+        else if (c == '>' && inTag)
+            inTag = false;
+        else if (!inTag && (c & 0xC0) != 0x80)
+            ++n;
+    }
+    return n;
+}
+
+// The first thing wrong with a card text, or "" when it is fine.
+std::string problem(const std::string& text, std::size_t limit) {
+    if (text.empty()) return "tom";
+    if (std::isspace(static_cast<unsigned char>(text.front())) ||
+        std::isspace(static_cast<unsigned char>(text.back())))
+        return "blanktegn i kanten";
+    if (text.find("  ") != std::string::npos) return "dobbelt mellemrum";
+    if (text.back() != '.') return "mangler punktum";
+    if (visibleLength(text) > limit) return "for lang";
+
+    for (std::size_t i = 0; i + 1 < text.size(); ++i) {
+        const char c = text[i];
+        const char next = text[i + 1];
+        const char prev = i > 0 ? text[i - 1] : ' ';
+        // A hyphen joins words ("3-faset", "30°-60°"); before a digit after
+        // anything else it stands for a minus or a range, which want − and –.
+        if (c == '-' && isDigit(next) && !isAsciiLetter(prev) && static_cast<unsigned char>(prev) < 0x80)
+            return "bindestreg som minus";
+        if (c == '.' && isDigit(prev) && isDigit(next)) return "decimalpunktum";
+    }
+    for (const char* unit : {"V", "A", "W", "Ω", "Hz", "mm", "%"}) {
+        for (std::size_t at = text.find(unit); at != std::string::npos; at = text.find(unit, at + 1))
+            if (at > 0 && isDigit(text[at - 1])) return "enhed uden mellemrum";
+    }
+
+    std::vector<std::string> open;
+    for (std::size_t at = text.find('<'); at != std::string::npos; at = text.find('<', at + 1)) {
+        const std::size_t end = text.find('>', at);
+        if (end == std::string::npos) return "ulukket tag";
+        std::string tag = text.substr(at + 1, end - at - 1);
+        const bool closing = !tag.empty() && tag.front() == '/';
+        if (closing) tag.erase(0, 1);
+        if (tag != "sub" && tag != "sup" && tag != "b" && tag != "i") return "ukendt tag";
+        if (!closing)
+            open.push_back(tag);
+        else if (open.empty() || open.back() != tag)
+            return "ubalanceret tag";
+        else
+            open.pop_back();
+    }
+    if (!open.empty()) return "ubalanceret tag";
+    return "";
+}
+
+std::string lower(std::string s) {
+    for (char& c : s)
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return s;
+}
+
+struct ProblemRow {
+    const char* name;
+    const char* text;
+    const char* expected;
+};
+
+// The checker itself, so that the table-wide tests below can fail.
+TEST(HelpTextCheck, findsEachKindOfFault) {
+    const ProblemRow rows[] = {
+        {"fine prose", "Spændingen over R<sub>1</sub>, fx 230 V eller −5 V ved 3-faset 30°-60° og 4 %.", ""},
+        {"empty", "", "tom"},
+        {"leading blank", " Strøm.", "blanktegn i kanten"},
+        {"double blank", "Strøm  i lederen.", "dobbelt mellemrum"},
+        {"no full stop", "Strøm i lederen", "mangler punktum"},
+        {"hyphen as minus", "Fra -5 V.", "bindestreg som minus"},
+        {"hyphen in a range", "Typisk 2-8 %.", "bindestreg som minus"},
+        {"decimal point", "Kobber har 0.0175.", "decimalpunktum"},
+        {"unit glued on", "Typisk 230V.", "enhed uden mellemrum"},
+        {"ohm glued on", "Ca. 53Ω.", "enhed uden mellemrum"},
+        {"percent glued on", "Højst 4%.", "enhed uden mellemrum"},
+        {"unclosed sub", "U<sub>R er spændingen.", "ubalanceret tag"},
+        {"crossed tags", "<b>U<sub>R</b></sub>.", "ubalanceret tag"},
+        {"stray less-than", "Når I < 5 A.", "ulukket tag"},
+        {"other tag", "Se <a href=\"x\">her</a>.", "ukendt tag"},
+    };
+    for (const ProblemRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(problem(row.text, kQuantityLimit), row.expected);
+    }
+    EXPECT_EQ(problem(std::string(161, 'x') + ".", kQuantityLimit), "for lang");
+    // "æ" is two bytes but one character.
+    EXPECT_EQ(problem(std::string(150, 'x') + "æææææææææ.", kQuantityLimit), "");
+}
+
+TEST(FamilyHelp, everyFamilyHasAPurposeAndEveryLetterALine) {
+    ASSERT_EQ(fl::catalogue().size(), 118u);
+    for (const fl::Formula& f : fl::catalogue()) {
+        SCOPED_TRACE(f.key);
+        EXPECT_FALSE(fl::familyPurpose(f.key).empty());
+        for (const fl::FormulaVar& v : f.vars) {
+            SCOPED_TRACE(v.symbol);
+            EXPECT_FALSE(fl::quantityHelp(f.key, v.symbol).empty());
+        }
+    }
+}
+
+TEST(FamilyHelp, everyTextIsKeyedByAFamilyAndLetterThatExist) {
+    std::set<std::string> keys;
+    for (const fl::FamilyHelp& h : fl::familyHelp()) {
+        SCOPED_TRACE(h.key);
+        EXPECT_TRUE(keys.insert(h.key).second) << "key twice";
+        const fl::Formula* f = fl::findFormula(h.key);
+        ASSERT_NE(f, nullptr);
+        std::set<std::string> symbols;
+        for (const fl::QuantityHelp& q : h.quantities) {
+            SCOPED_TRACE(q.symbol);
+            EXPECT_TRUE(symbols.insert(q.symbol).second) << "symbol twice";
+            EXPECT_NE(fl::findVar(*f, q.symbol), nullptr);
+        }
+    }
+}
+
+// A reviewer reads the table beside the catalogue, block for block.
+TEST(FamilyHelp, tableFollowsCatalogueOrder) {
+    const auto& table = fl::familyHelp();
+    const auto& cat = fl::catalogue();
+    ASSERT_EQ(table.size(), cat.size());
+    for (std::size_t i = 0; i < table.size(); ++i) {
+        SCOPED_TRACE(cat[i].key);
+        ASSERT_EQ(table[i].key, cat[i].key);
+        ASSERT_EQ(table[i].quantities.size(), cat[i].vars.size());
+        for (std::size_t j = 0; j < table[i].quantities.size(); ++j)
+            EXPECT_EQ(table[i].quantities[j].symbol, cat[i].vars[j].symbol);
+    }
+}
+
+TEST(FamilyHelp, textsAreFinishedCardProse) {
+    for (const fl::FamilyHelp& h : fl::familyHelp()) {
+        SCOPED_TRACE(h.key);
+        EXPECT_EQ(problem(h.purpose, kPurposeLimit), "") << h.purpose;
+        const fl::Formula* f = fl::findFormula(h.key);
+        for (const fl::QuantityHelp& q : h.quantities) {
+            SCOPED_TRACE(q.symbol);
+            EXPECT_EQ(problem(q.text, kQuantityLimit), "") << q.text;
+            // The card prints the name just above; the line must add to it.
+            if (const fl::FormulaVar* v = f ? fl::findVar(*f, q.symbol) : nullptr) {
+                EXPECT_NE(lower(q.text), lower(v->name) + ".");
+                EXPECT_NE(lower(q.text), lower(v->name));
+            }
+        }
+    }
+}
+
+TEST(FamilyHelp, lookupIsByExactKeyAndSymbol) {
+    EXPECT_EQ(fl::familyPurpose("Ohm"), "");
+    EXPECT_EQ(fl::familyPurpose(""), "");
+    EXPECT_EQ(fl::quantityHelp("ohm", "u"), "");
+    EXPECT_EQ(fl::quantityHelp("nofamily", "U"), "");
+    // The same letter in two families must give each family's own line.
+    EXPECT_NE(fl::quantityHelp("S", "S"), fl::quantityHelp("tfS", "S"));
+    EXPECT_NE(fl::familyPurpose("S"), fl::familyPurpose("tfS"));
+}
+
+} // namespace
