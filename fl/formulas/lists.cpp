@@ -4,6 +4,7 @@
 #include "fl/formulas/lists.h"
 
 #include "fl/formulas/catalogue.h"
+#include "fl/formulas/icons.h"
 
 #include <map>
 
@@ -123,9 +124,8 @@ std::string tileSubtitle(const std::string& route) {
     return it == subtitles().end() ? std::string() : it->second;
 }
 
-// The icon set fills this in; until then every tile goes without a drawing.
 std::string tileIcon(const std::string& route) {
-    return {};
+    return iconSvg(route);
 }
 
 const std::vector<Tile>& tiles() {

@@ -1,0 +1,231 @@
+// The icon set: every tile and the two shared keys have a drawing of their
+// own; every document is well-formed SVG made of stroke elements only; and
+// every drawing, rendered as a page renders it, keeps its margin and a weight
+// like its neighbours'.
+#include "fl/formulas/icons.h"
+#include "fl/formulas/lists.h"
+
+#include <gtest/gtest.h>
+
+#include <QImage>
+#include <QPainter>
+#include <QSvgRenderer>
+#include <QXmlStreamReader>
+
+#include <algorithm>
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace {
+
+// The accents of the light and the dark palette: the colours a page draws in.
+const char* const kAccents[] = {"#2457d6", "#7ea5ff"};
+
+// Every route of the tile table, then the two shared keys; "finder" is both.
+std::vector<std::string> allKeys() {
+    std::vector<std::string> keys;
+    for (const fl::Tile& t : fl::tiles())
+        keys.push_back(t.route);
+    for (const char* shared : {"formel", "finder"})
+        if (std::find(keys.begin(), keys.end(), shared) == keys.end()) keys.push_back(shared);
+    return keys;
+}
+
+void forEachNode(const fl::FinderNode& node, const std::function<void(const fl::FinderNode&)>& fn) {
+    fn(node);
+    for (const fl::FinderNode& c : node.children)
+        forEachNode(c, fn);
+}
+
+TEST(IconSet, everyTileAndSharedKeyHasADrawing) {
+    for (const std::string& key : allKeys()) {
+        SCOPED_TRACE(key);
+        EXPECT_FALSE(fl::iconSvg(key).empty());
+    }
+}
+
+TEST(IconSet, tilesAndFinderNodesCarryTheirDrawing) {
+    for (const fl::Tile& t : fl::tiles()) {
+        SCOPED_TRACE(t.route);
+        EXPECT_EQ(t.icon, fl::iconSvg(t.route));
+    }
+    const fl::Tile* family = fl::findFamilyOrTile("ohm");
+    ASSERT_NE(family, nullptr);
+    EXPECT_EQ(family->icon, fl::iconSvg("formel"));
+    forEachNode(fl::finderTree(), [](const fl::FinderNode& n) {
+        SCOPED_TRACE(n.id);
+        EXPECT_EQ(n.icon, fl::iconSvg("finder"));
+    });
+}
+
+TEST(IconSet, unknownKeysHaveNoDrawing) {
+    struct Row {
+        const char* name;
+        const char* key;
+    };
+    const Row rows[] = {
+        {"empty", ""},
+        {"unknown route", "nosuch"},
+        {"keys are case-sensitive", "Kreds"},
+        {"a family goes through formel", "ohm"},
+        {"trailing blank", "kreds "},
+    };
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.name);
+        EXPECT_EQ(fl::iconSvg(r.key), "");
+        EXPECT_EQ(fl::iconDocument(r.key, "#2457d6"), "");
+    }
+}
+
+// A copied entry left unchanged would give two tiles the same picture.
+TEST(IconSet, noTwoKeysShareADrawing) {
+    std::map<std::string, std::string> seen;
+    for (const std::string& key : allKeys()) {
+        const auto [it, fresh] = seen.emplace(fl::iconSvg(key), key);
+        EXPECT_TRUE(fresh) << key << " draws the same as " << it->second;
+    }
+}
+
+// Shapes a stroke-only drawing may use, with the attributes that place them.
+// Anything else (fill, style, text, a stroke of its own) would break the
+// common look or the colour the page sets.
+const std::map<QString, std::set<QString>> kAllowed = {
+    {"path", {"d"}},
+    {"circle", {"cx", "cy", "r"}},
+    {"ellipse", {"cx", "cy", "rx", "ry"}},
+    {"rect", {"x", "y", "width", "height", "rx", "ry"}},
+    {"line", {"x1", "y1", "x2", "y2"}},
+    {"polyline", {"points"}},
+};
+
+bool isPathData(const QString& d) {
+    for (QChar c : d)
+        if (!QStringLiteral("MmLlHhVvCcSsQqTtAaZz0123456789.,- ").contains(c)) return false;
+    return !d.isEmpty();
+}
+
+bool isNumber(const QString& s) {
+    bool ok = false;
+    s.toDouble(&ok);
+    return ok;
+}
+
+// Checks one document; returns the number of shapes, or −1 with a failure
+// recorded.
+int checkDocument(const std::string& doc, const std::string& colour) {
+    QXmlStreamReader xml(QByteArray::fromStdString(doc));
+    int shapes = 0;
+    int depth = 0;
+    while (!xml.atEnd()) {
+        xml.readNext();
+        if (xml.isEndElement()) --depth;
+        if (!xml.isStartElement()) continue;
+        ++depth;
+        const QXmlStreamAttributes attrs = xml.attributes();
+        if (depth == 1) {
+            EXPECT_EQ(xml.name(), QStringLiteral("svg"));
+            EXPECT_EQ(xml.namespaceUri(), QStringLiteral("http://www.w3.org/2000/svg"));
+            EXPECT_EQ(attrs.value("viewBox"), QStringLiteral("0 0 48 48"));
+            EXPECT_EQ(attrs.value("width"), QStringLiteral("48"));
+            EXPECT_EQ(attrs.value("height"), QStringLiteral("48"));
+            EXPECT_EQ(attrs.value("fill"), QStringLiteral("none"));
+            EXPECT_EQ(attrs.value("stroke").toString().toStdString(), colour);
+            EXPECT_EQ(attrs.value("stroke-width"), QStringLiteral("2.5"));
+            EXPECT_EQ(attrs.value("stroke-linecap"), QStringLiteral("round"));
+            EXPECT_EQ(attrs.value("stroke-linejoin"), QStringLiteral("round"));
+            continue;
+        }
+        const QString name = xml.name().toString();
+        EXPECT_EQ(depth, 2) << "nested element " << name.toStdString();
+        const auto allowed = kAllowed.find(name);
+        if (allowed == kAllowed.end()) {
+            ADD_FAILURE() << "element " << name.toStdString();
+            continue;
+        }
+        ++shapes;
+        for (const QXmlStreamAttribute& a : attrs) {
+            const QString attr = a.name().toString();
+            EXPECT_TRUE(allowed->second.count(attr)) << name.toStdString() << " with " << attr.toStdString();
+            const QString value = a.value().toString();
+            if (attr == "d") {
+                EXPECT_TRUE(isPathData(value)) << value.toStdString();
+            } else if (attr != "points") {
+                EXPECT_TRUE(isNumber(value)) << attr.toStdString() << "=" << value.toStdString();
+            }
+        }
+    }
+    EXPECT_FALSE(xml.hasError()) << xml.errorString().toStdString() << " at line " << xml.lineNumber()
+                                 << ", column " << xml.columnNumber();
+    return shapes;
+}
+
+TEST(IconDocument, isWellFormedSvgOfStrokeShapesOnly) {
+    for (const std::string& key : allKeys()) {
+        for (const char* colour : kAccents) {
+            SCOPED_TRACE(key + " in " + colour);
+            EXPECT_GT(checkDocument(fl::iconDocument(key, colour), colour), 0);
+        }
+    }
+}
+
+// The colour comes from the theme, but the document must stay well-formed
+// whatever the text.
+TEST(IconDocument, keepsAnyColourTextIntact) {
+    const char* const colours[] = {"#2457d6", "rgb(36, 87, 214)", "a\"b", "<red>", "x&y", ""};
+    for (const char* colour : colours) {
+        SCOPED_TRACE(colour);
+        EXPECT_GT(checkDocument(fl::iconDocument("kreds", colour), colour), 0);
+    }
+}
+
+// The drawing as Qt renders it for a page, on its own 48 px grid.
+QImage render(const std::string& key, int size) {
+    QSvgRenderer renderer(QByteArray::fromStdString(fl::iconDocument(key, "#000000")));
+    QImage img(size, size, QImage::Format_ARGB32_Premultiplied);
+    img.fill(Qt::transparent);
+    if (!renderer.isValid()) return img;
+    QPainter p(&img);
+    p.setRenderHint(QPainter::Antialiasing);
+    renderer.render(&p);
+    return img;
+}
+
+// About 4 px of margin, less half the stroke, leaves the outer two pixels
+// clear; a faint anti-aliased edge may touch them.
+TEST(IconDrawing, keepsItsMargin) {
+    const int size = 48, frame = 2, faint = 64;
+    for (const std::string& key : allKeys()) {
+        SCOPED_TRACE(key);
+        const QImage img = render(key, size);
+        int outside = 0;
+        for (int y = 0; y < size; ++y)
+            for (int x = 0; x < size; ++x) {
+                const bool inFrame = x < frame || y < frame || x >= size - frame || y >= size - frame;
+                if (inFrame && qAlpha(img.pixel(x, y)) > faint) ++outside;
+            }
+        EXPECT_EQ(outside, 0);
+    }
+}
+
+// Ink share of the square: below the band a drawing fades next to its
+// neighbours (or failed to render), above it the strokes close up at 34 px.
+TEST(IconDrawing, hasTheWeightOfTheSet) {
+    const int size = 48;
+    const double lightest = 0.08, heaviest = 0.28;
+    for (const std::string& key : allKeys()) {
+        SCOPED_TRACE(key);
+        const QImage img = render(key, size);
+        double ink = 0;
+        for (int y = 0; y < size; ++y)
+            for (int x = 0; x < size; ++x)
+                ink += qAlpha(img.pixel(x, y)) / 255.0;
+        const double share = ink / (size * size);
+        EXPECT_GE(share, lightest);
+        EXPECT_LE(share, heaviest);
+    }
+}
+
+} // namespace
