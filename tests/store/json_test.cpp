@@ -1,0 +1,317 @@
+// Json: the writer's number and string rules, the parser's accepted forms and
+// its exact error texts, and round trips. Runs under the Danish locale, where
+// a conversion through the C library would show up as a decimal comma.
+#include "store/json.h"
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <random>
+#include <stdexcept>
+#include <string>
+
+namespace {
+
+const double inf = std::numeric_limits<double>::infinity();
+
+Json obj(std::initializer_list<std::pair<const std::string, Json>> members) {
+    Json o = Json::object();
+    for (const auto& m : members)
+        o.obj.insert(m);
+    return o;
+}
+
+Json arr(std::initializer_list<Json> elements) {
+    Json a = Json::array();
+    for (const auto& e : elements)
+        a.arr.push_back(e);
+    return a;
+}
+
+// Same double, sign of zero included.
+bool sameBits(double a, double b) {
+    return std::bit_cast<uint64_t>(a) == std::bit_cast<uint64_t>(b);
+}
+
+struct NumberOut {
+    const char* name;
+    double value;
+    const char* text;
+};
+
+TEST(JsonWriter, numbers) {
+    const NumberOut rows[] = {
+        {"whole", 3.0, "3"},
+        {"negative whole", -42.0, "-42"},
+        {"negative zero", -0.0, "-0"},
+        {"tenth", 0.1, "0.1"},
+        {"largest whole written in full", 999999999999999.0, "999999999999999"},
+        {"1e15 leaves the whole branch", 1e15, "1e+15"},
+        {"-1e15", -1e15, "-1e+15"},
+        {"whole above 1e15 keeps its digits", 1234567890123456.0, "1234567890123456"},
+        {"huge", 1e300, "1e+300"},
+        {"smallest subnormal", 5e-324, "5e-324"},
+        {"largest double", 1.7976931348623157e308, "1.7976931348623157e+308"},
+        {"small exponent has two digits", 2.5e-7, "2.5e-07"},
+        {"needs all 17 digits", 0.1 + 0.2, "0.30000000000000004"},
+        {"third", 1.0 / 3.0, "0.3333333333333333"},
+        {"fraction stays fixed", 123456.789, "123456.789"},
+        {"ten thousandth", 0.0001, "0.0001"},
+        {"below %g's fixed range", 0.00001, "1e-05"},
+        {"NaN", std::nan(""), "null"},
+        {"infinity", inf, "null"},
+        {"minus infinity", -inf, "null"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(Json::dump(Json(row.value)), row.text);
+        EXPECT_EQ(Json::dump(Json(row.value), 2), row.text);
+    }
+}
+
+struct DumpRow {
+    const char* name;
+    Json value;
+    int indent;
+    std::string text;
+};
+
+TEST(JsonWriter, structuresAndEscapes) {
+    const Json nested = obj({{"b", arr({1, "x", Json()})}, {"a", obj({})}, {"c", Json::array()}});
+    const DumpRow rows[] = {
+        {"compact has no blanks", nested, 0, R"({"a":{},"b":[1,"x",null],"c":[]})"},
+        {"one blank per level", nested, 1,
+         "{\n \"a\": {},\n \"b\": [\n  1,\n  \"x\",\n  null\n ],\n \"c\": []\n}"},
+        {"three blanks per level", arr({arr({true}), false}), 3, "[\n   [\n      true\n   ],\n   false\n]"},
+        {"empty array indented", Json::array(), 4, "[]"},
+        {"empty object indented", Json::object(), 4, "{}"},
+        {"keys in byte order", obj({{"æ", 1}, {"b", 2}, {"B", 3}, {"", 4}}), 0,
+         "{\"\":4,\"B\":3,\"b\":2,\"æ\":1}"},
+        {"two-character escapes", Json("q\"b\\t\tn\nr\r"), 0, R"("q\"b\\t\tn\nr\r")"},
+        {"other controls as \\u00xx", Json(std::string("\x01\b\f\x1f\0", 5)), 0,
+         R"("\u0001\u0008\u000c\u001f\u0000")"},
+        {"slash, DEL and UTF-8 stay raw", Json("a/b\x7f æøå Ω"), 0, "\"a/b\x7f æøå Ω\""},
+        {"escaped key", obj({{"a\"b", 1}}), 0, R"({"a\"b":1})"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(Json::dump(row.value, row.indent), row.text);
+    }
+}
+
+struct NumberIn {
+    const char* name;
+    std::string text;
+    double value;
+};
+
+TEST(JsonParser, looseNumbersReadLikeStrtod) {
+    const NumberIn rows[] = {
+        {"lone minus", "-", 0.0},
+        {"trailing point", "1.", 1.0},
+        {"bare exponent", "1e", 1.0},
+        {"exponent with sign only", "1E+", 1.0},
+        {"negative zero", "-0", -0.0},
+        {"leading zeros", "007", 7.0},
+        {"minus then point", "-.5", -0.5},
+        {"decimal", "2.5e-3", 0.0025},
+        {"tenth", "0.1", 0.1},
+        {"subnormal", "5e-324", 5e-324},
+        {"overflow", "1e400", inf},
+        {"negative overflow", "-1e400", -inf},
+        {"underflow", "1e-400", 0.0},
+        {"negative underflow", "-1e-400", -0.0},
+        {"overflow despite a negative exponent", "1" + std::string(400, '0') + "e-10", inf},
+        {"underflow despite a positive exponent", "0." + std::string(400, '0') + "1e5", 0.0},
+        {"long mantissa in range", "1" + std::string(400, '0') + "e-500", 1e-100},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const Json v = Json::parse(row.text);
+        ASSERT_TRUE(v.isNumber());
+        EXPECT_TRUE(sameBits(v.num, row.value)) << v.num << " vs " << row.value;
+        // Inside an array the scanner must stop at the same place.
+        const Json a = Json::parse("[" + row.text + "]");
+        ASSERT_EQ(a.arr.size(), 1u);
+        EXPECT_TRUE(sameBits(a.arr[0].num, row.value));
+    }
+}
+
+struct ParseRow {
+    const char* name;
+    std::string text;
+    Json value;
+};
+
+TEST(JsonParser, accepts) {
+    const ParseRow rows[] = {
+        {"blanks everywhere", " \t\r\n{ \"a\" :\n[ 1 ,\t2 ] } \r\n", obj({{"a", arr({1, 2})}})},
+        {"literals", "[true,false,null]", arr({true, false, Json()})},
+        {"last duplicate key wins", R"({"a":1,"b":0,"a":2})", obj({{"a", 2}, {"b", 0}})},
+        {"empty containers", R"({"a":[],"b":{}})", obj({{"a", Json::array()}, {"b", Json::object()}})},
+        {"simple escapes", R"("\"\\\/\b\f\n\r\t")", Json("\"\\/\b\f\n\r\t")},
+        {"two-byte code point", R"("\u00e6\u00C6")", Json("æÆ")},
+        {"surrogate pair joins", R"("\ud83d\ude00")", Json("\xF0\x9F\x98\x80")},
+        {"lone high surrogate as it stands", R"("\ud83d")", Json("\xED\xA0\xBD")},
+        {"high surrogate before a plain escape", R"("\ud83d\u0041")",
+         Json("\xED\xA0\xBD"
+              "A")},
+        {"lone low surrogate", R"("\ude00x")", Json("\xED\xB8\x80x")},
+        {"hex digits stop at a non-digit", R"("\u12G4")", Json("\x12")},
+        {"hex with blank and sign", R"("\u +41")", Json("A")},
+        {"hex with 0x", R"("\u0x41")", Json("A")},
+        {"no hex digits at all", R"("\uzzzz")", Json(std::string(1, '\0'))},
+        {"raw controls and UTF-8 accepted", "\"a\tb\nc æ\"", Json("a\tb\nc æ")},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(Json::parse(row.text), row.value);
+    }
+}
+
+TEST(JsonParser, deepestAllowedNestingParsesAndWritesBack) {
+    const std::string text = std::string(Json::maxDepth, '[') + std::string(Json::maxDepth, ']');
+    const Json v = Json::parse(text);
+    int depth = 0;
+    for (const Json* p = &v; p && p->isArray(); p = p->arr.empty() ? nullptr : &p->arr[0])
+        ++depth;
+    EXPECT_EQ(depth, Json::maxDepth);
+    EXPECT_EQ(Json::dump(v), text);
+}
+
+struct ErrorRow {
+    const char* name;
+    std::string text;
+    std::string what;
+};
+
+TEST(JsonParser, errorsNameReasonAndBytePosition) {
+    const ErrorRow rows[] = {
+        {"empty text", "", "json: unexpected end at 0"},
+        {"only blanks", "  \n", "json: unexpected end at 3"},
+        {"open array", "[", "json: unexpected end at 1"},
+        {"trailing comma", "[1,]", "json: unexpected character at 3"},
+        {"missing value", R"({"a":})", "json: unexpected character at 5"},
+        {"plus sign", "+1", "json: unexpected character at 0"},
+        {"leading point", ".5", "json: unexpected character at 0"},
+        {"broken literal", "tru", "json: unexpected character at 0"},
+        {"after an object", "{}x", "json: trailing characters at 2"},
+        {"after a literal", "truex", "json: trailing characters at 4"},
+        {"second value", "1 2", "json: trailing characters at 2"},
+        {"number key", "{1:2}", "json: expected string at 1"},
+        {"open object", "{", "json: expected string at 1"},
+        {"comma then brace", R"({"a":1,})", "json: expected string at 7"},
+        {"missing colon", R"({"a" 1})", "json: expected : at 5"},
+        {"missing comma in object", R"({"a":1 "b":2})", "json: expected , or } at 7"},
+        {"missing comma in array", "[1 2]", "json: expected , or ] at 3"},
+        {"unclosed array", "[1,2", "json: expected , or ] at 4"},
+        {"literal glued to the next", "[truefalse]", "json: expected , or ] at 5"},
+        {"unterminated string", "\"abc", "json: unterminated string at 4"},
+        {"backslash at the end", "\"ab\\", "json: unterminated string at 4"},
+        {"unknown escape", R"("\x")", "json: bad escape at 2"},
+        {"short \\u", R"("\u12")", "json: bad \\u at 3"},
+        {"too deep", std::string(Json::maxDepth + 1, '['),
+         "json: nesting too deep at " + std::to_string(Json::maxDepth)},
+        {"object key must be a string", "{{", "json: expected string at 1"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        try {
+            Json::parse(row.text);
+            ADD_FAILURE() << "parsed";
+        } catch (const std::runtime_error& e) {
+            EXPECT_EQ(std::string(e.what()), row.what);
+        }
+        Json out = obj({{"kept", 1}});
+        EXPECT_FALSE(Json::tryParse(row.text, out));
+        EXPECT_EQ(out, obj({{"kept", 1}}));
+    }
+}
+
+TEST(JsonParser, deepObjectNestingIsLimitedToo) {
+    std::string text;
+    for (int i = 0; i <= Json::maxDepth; ++i)
+        text += "{\"a\":";
+    try {
+        Json::parse(text);
+        ADD_FAILURE() << "parsed";
+    } catch (const std::runtime_error& e) {
+        EXPECT_EQ(std::string(e.what()), "json: nesting too deep at " + std::to_string(Json::maxDepth * 5));
+    }
+}
+
+TEST(JsonRoundTrip, stringsOfEveryByteAndKnownShapes) {
+    std::string every;
+    for (int c = 0; c < 256; ++c)
+        every += char(c);
+    const Json values[] = {
+        Json(every),
+        Json("tab\there, \"quoted\" and æ"),
+        obj({{every, arr({every, 0.1, -0.0, 1e300, 5e-324, true, Json()})},
+             {"æ", obj({{"", Json::array()}})}}),
+    };
+    for (const Json& v : values) {
+        for (int indent : {0, 1, 4}) {
+            SCOPED_TRACE(indent);
+            EXPECT_EQ(Json::parse(Json::dump(v, indent)), v);
+        }
+    }
+    // "æ" stands raw, never as \u00e6.
+    EXPECT_EQ(Json::dump(Json("æ")), "\"\xC3\xA6\"");
+}
+
+// Significant digits of a number's text: those before any exponent, leading
+// zeros and the point left out.
+int significantDigits(const std::string& text) {
+    int n = 0;
+    bool started = false;
+    for (char c : text) {
+        if (c == 'e') break;
+        if (c >= '1' && c <= '9') started = true;
+        if (started && c >= '0' && c <= '9') ++n;
+    }
+    return n;
+}
+
+TEST(JsonRoundTrip, doublesReadBackExactlyInTheShortestForm) {
+    std::mt19937_64 rng(20260305);
+    std::uniform_real_distribution<double> everyday(-1000.0, 1000.0);
+    for (int i = 0; i < 40000; ++i) {
+        // Half arbitrary bit patterns, half values of the size a lesson uses.
+        double v = i % 2 ? std::bit_cast<double>(rng()) : std::round(everyday(rng) * 1000.0) / 1000.0;
+        if (!std::isfinite(v)) continue;
+        const std::string text = Json::dump(Json(v));
+        ASSERT_TRUE(sameBits(Json::parse(text).num, v)) << text;
+        if (std::fabs(v) < 1e15 && v == std::trunc(v)) continue; // written in full
+        char buf[64];
+        auto r = std::to_chars(buf, buf + sizeof buf, v, std::chars_format::scientific);
+        ASSERT_EQ(significantDigits(text), significantDigits(std::string(buf, r.ptr))) << text;
+    }
+}
+
+TEST(JsonAccess, readersNeverChangeTheValueWritersDo) {
+    Json n(5);
+    EXPECT_TRUE(n.at("a").isNull());
+    EXPECT_FALSE(n.has("a"));
+    EXPECT_TRUE(n.asString().empty());
+    EXPECT_TRUE(n.asObject().empty());
+    EXPECT_TRUE(n.asArray().empty());
+    EXPECT_EQ(n.asBool(true), true);
+    EXPECT_EQ(n, Json(5));
+
+    n["a"] = "x"; // a number becomes an object
+    EXPECT_EQ(n, obj({{"a", "x"}}));
+    EXPECT_TRUE(n["b"].isNull()); // reading through [] inserts null
+    EXPECT_TRUE(n.has("b"));
+
+    Json s("text");
+    s.push(1);
+    EXPECT_EQ(s, arr({1}));
+    EXPECT_EQ(Json("x").asNumber(-1), -1);
+}
+
+} // namespace
