@@ -1,6 +1,8 @@
 // The single key-value store behind "data.json". Every key is kept with the
 // prefix "fs_", every value as compact JSON text; each set/remove rewrites the
-// whole file through a ".tmp" file and an atomic rename.
+// whole file through a ".tmp" file and an atomic rename, so a crash mid-save
+// leaves the old file whole. Reads never fail: a missing or unreadable value
+// gives the caller's fallback.
 #pragma once
 
 #include "store/json.h"
@@ -11,35 +13,49 @@
 #include <vector>
 
 class DataStore {
-public:
+  public:
     static DataStore& instance();
 
     void setPath(const std::string& utf8Path);
     const std::string& path() const { return path_; }
 
+    // Reads the file, nested ("data" member) or the older flat form. Any
+    // failure (no path, no file, bad JSON, top level not an object) returns
+    // false and leaves the entries as they were.
     bool load();
     Json get(const std::string& key, const Json& fallback = Json()) const;
+    // The stored value if it is a string, else the fallback.
     std::string getString(const std::string& key, const std::string& fallback = std::string()) const;
     void set(const std::string& key, const Json& value);
     void remove(const std::string& key);
+    // Without prefix, in byte order.
     std::vector<std::string> keys() const;
+    // Writes the file now; false when there is no path or the file could not
+    // be written or moved into place (the old file then stays as it was).
     bool save();
 
+    // The file's text with a fresh "saved", for an export file.
     std::string exportText() const;
+    // A document from this program (or its earlier name) with an object
+    // "data": the number of usable entries and "saved" as a Danish date.
     bool validateBundle(const std::string& text, std::string* dateOut, int* countOut) const;
+    // Replaces every entry by those of a valid bundle, then saves.
     bool importBundle(const std::string& text, std::string* dateOut);
 
     // For tests: drop all entries and the path without touching any file.
     void resetForTest();
 
-private:
+  private:
     DataStore() = default;
     void autoSave();
     std::string documentText() const;
+    void fillFrom(const Json& source);
 
     std::string path_;
     std::map<std::string, std::string> entries_;
     bool autosave_ = true;
+    // Guards the map and the file against the one background job that
+    // touches a few keys of its own.
     mutable std::recursive_mutex mutex_;
 };
 
