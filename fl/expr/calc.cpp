@@ -1,0 +1,179 @@
+// The typed-expression normaliser: what a student writes in a field or the
+// pocket calculator ("√3·400", "2,5k", "sin⁻¹(0,5)", "2π") rewritten into the
+// strict language of parser.cpp, evaluated (calc) or shown with its numbers
+// as typed (prettyCalc). Text is UTF-8 at the edges and QString inside.
+#include "fl/expr/markup.h"
+#include "fl/expr/node.h"
+#include "fl/expr/numbers.h"
+
+#include <QRegularExpression>
+#include <QString>
+
+#include <functional>
+#include <stdexcept>
+
+namespace fl {
+
+namespace {
+
+// The calculator recomputes on every keystroke, so each pattern is compiled once.
+const QRegularExpression& reInverseTrig() {
+    static const QRegularExpression re(QStringLiteral("(sin|cos|tan)\\s*⁻¹"));
+    return re;
+}
+
+bool isAsciiSpace(QChar c) {
+    const char16_t u = c.unicode();
+    return u == ' ' || u == '\t' || u == '\n' || u == '\v' || u == '\f' || u == '\r';
+}
+
+bool isAsciiAlnum(QChar c) {
+    const char16_t u = c.unicode();
+    return (u >= 'a' && u <= 'z') || (u >= 'A' && u <= 'Z') || (u >= '0' && u <= '9');
+}
+
+// The symbol rewrites shared by calc and prettyCalc, up to the prefixes.
+// `sqrtNumber` differs: calc has replaced commas already, prettyCalc keeps them.
+void normaliseSymbols(QString& s, const QRegularExpression& sqrtNumber) {
+    s.replace(reInverseTrig(), QStringLiteral("a\\1")); // sin⁻¹ → asin
+    s.replace(QChar(0x00D7), QLatin1Char('*'));         // ×
+    s.replace(QChar(0x00B7), QLatin1Char('*'));         // ·
+    s.replace(QChar(0x00F7), QLatin1Char('/'));         // ÷
+    s.replace(QChar(0x2212), QLatin1Char('-'));         // −
+    s.replace(QChar(0x03C0), QStringLiteral("PI"));     // π
+    s.replace(sqrtNumber, QStringLiteral("sqrt(\\1)")); // √3 → sqrt(3)
+    s.replace(QChar(0x221A), QStringLiteral("sqrt"));   // √(a+b) → sqrt(a+b)
+    s.replace(QLatin1Char('^'), QStringLiteral("**"));
+    s.replace(QChar(0x03BC), QChar(0x00B5)); // Greek mu → micro sign
+}
+
+// 2π, 3sin(30), 2(5), 2ans and (a)(b) multiply; nothing else does.
+void addImplicitProducts(QString& s) {
+    static const QRegularExpression digitBefore(
+        QStringLiteral("(\\d)\\s*(?=PI|pi|sqrt|sin|cos|tan|asin|acos|atan|ans|\\()"));
+    static const QRegularExpression parens(QStringLiteral("\\)\\s*\\("));
+    s.replace(digitBefore, QStringLiteral("\\1*"));
+    s.replace(parens, QStringLiteral(")*("));
+}
+
+int exponentOf(const QString& prefix) {
+    return prefixExponent(prefix.toStdString());
+}
+
+std::string utf8(const QString& s) {
+    return s.toStdString();
+}
+
+} // namespace
+
+double calc(const std::string& text, const std::map<std::string, double>* vars) {
+    static const QRegularExpression sqrtNumber(QStringLiteral("√\\s*([\\d.]+)"));
+    static const QRegularExpression prefixed(QStringLiteral("(\\d)(p|n|u|µ|m|k|M|G)(?![A-Za-z_(])"));
+    // A number glued to the end of a name belongs to the name ("x2", "R1"), as
+    // in the tokeniser; blanking it would report "x0" and refuse a key "R1".
+    static const QRegularExpression number(QStringLiteral("(?<![A-Za-z_])\\d*\\.?\\d+(?:[eE][-+]?\\d+)?"));
+    static const QRegularExpression name(QStringLiteral("[A-Za-z_]\\w*"));
+
+    QString s = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    s.replace(QLatin1Char(','), QLatin1Char('.')); // every comma, unlike the plain reader
+    normaliseSymbols(s, sqrtNumber);
+
+    // 5.5k → 5.5e3, 70u → 70e-6; a letter or "(" behind keeps "3min" and "2m(" as they are.
+    {
+        QString out;
+        out.reserve(s.size() + 8);
+        qsizetype last = 0;
+        for (auto it = prefixed.globalMatch(s); it.hasNext();) {
+            const auto m = it.next();
+            out += QStringView(s).mid(last, m.capturedStart() - last);
+            out += m.capturedView(1);
+            out += QLatin1Char('e');
+            out += QString::number(exponentOf(m.captured(2)));
+            last = m.capturedEnd();
+        }
+        out += QStringView(s).mid(last);
+        s = std::move(out);
+    }
+    addImplicitProducts(s);
+
+    // What is left once the numbers are gone must be names, operators and blanks.
+    QString work = s;
+    work.replace(number, QStringLiteral("0"));
+    for (QChar c : work) {
+        if (isAsciiAlnum(c) || c == QLatin1Char('_') || isAsciiSpace(c)) continue;
+        if (QStringView(u"+-*/().").contains(c)) continue;
+        throw std::runtime_error("Ukendt tegn");
+    }
+    for (auto it = name.globalMatch(work); it.hasNext();) {
+        const std::string n = utf8(it.next().captured(0));
+        if (isKnownCalcName(n) || (vars && vars->count(n))) continue;
+        throw std::runtime_error("Ukendt navn: " + n);
+    }
+
+    static const std::map<std::string, double> none;
+    return eval(parse(utf8(s)), vars ? *vars : none);
+}
+
+std::string prettyCalc(const std::string& text) {
+    static const QRegularExpression sqrtNumber(QStringLiteral("√\\s*(\\d+(?:[.,]\\d+)?)"));
+    static const QRegularExpression literal(
+        QStringLiteral("(\\d*[.,]?\\d+(?:[eE][-+]?\\d+)?)(?:(p|n|u|µ|m|k|M|G)(?![A-Za-z_(]))?"));
+
+    QString s = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    normaliseSymbols(s, sqrtNumber);
+
+    // Each number is shown as typed ("5,5k", "1·10⁻³") and read as machine text.
+    const bool comma = displaySettings().decimalComma;
+    std::vector<std::string> literals;
+    {
+        QString out;
+        out.reserve(s.size() + 8);
+        qsizetype last = 0;
+        for (auto it = literal.globalMatch(s); it.hasNext();) {
+            const auto m = it.next();
+            out += QStringView(s).mid(last, m.capturedStart() - last);
+            QString num = m.captured(1);
+            num.replace(QLatin1Char(','), QLatin1Char('.'));
+            const qsizetype e = num.indexOf(QLatin1Char('e'), 0, Qt::CaseInsensitive);
+            QString mantissa = e < 0 ? num : num.left(e);
+            const QString exponent = e < 0 ? QString() : num.mid(e + 1);
+            const QString prefix = m.captured(2);
+
+            QString shown = mantissa;
+            if (comma) shown.replace(QLatin1Char('.'), QLatin1Char(','));
+            if (e >= 0) {
+                QString x = exponent;
+                x.replace(QLatin1Char('-'), QChar(0x2212));
+                x.remove(QLatin1Char('+'));
+                shown += QStringLiteral("·10<sup>") + x + QStringLiteral("</sup>");
+            }
+            shown += prefix == QLatin1String("u") ? QStringLiteral("µ") : prefix;
+            literals.push_back(utf8(shown));
+
+            out += mantissa;
+            if (e >= 0) out += QLatin1Char('e') + exponent;
+            if (!prefix.isEmpty()) out += QLatin1Char('e') + QString::number(exponentOf(prefix));
+            last = m.capturedEnd();
+        }
+        out += QStringView(s).mid(last);
+        s = std::move(out);
+    }
+    addImplicitProducts(s);
+
+    // Literals go to the numbers in the order mapChildren visits them, which
+    // puts an exponent before its base; the preview may show 2^3 as 3^2.
+    size_t next = 0;
+    std::function<NodePtr(const NodePtr&)> give = [&](const NodePtr& n) -> NodePtr {
+        if (n && n->kind == Num) {
+            if (next >= literals.size()) return n;
+            auto copy = std::make_shared<Node>(*n);
+            copy->literal = literals[next++];
+            copy->hasLiteral = true;
+            return copy;
+        }
+        return mapChildren(n, give);
+    };
+    return renderMath(give(parse(utf8(s))));
+}
+
+} // namespace fl
