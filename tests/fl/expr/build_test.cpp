@@ -1,0 +1,123 @@
+// The canonicalising constructors and the structural walks.
+#include "fl/expr/node.h"
+#include "tests/fl/expr/dump.h"
+
+#include <gtest/gtest.h>
+
+namespace fl {
+namespace {
+
+const NodePtr a = makeVar("a"), b = makeVar("b"), c = makeVar("c"), f = makeVar("f");
+
+struct SumRow {
+    const char* name;
+    std::vector<SumTerm> terms;
+    const char* tree;
+};
+
+TEST(MakeSum, flattensWithoutSimplifying) {
+    const SumRow rows[] = {
+        {"singlePositiveTermIsTheNodeItself", {{1, a}}, "a"},
+        {"singleNegativeTermStaysASum", {{-1, a}}, "(sum -a)"},
+        {"numbersAreNotCombined", {{1, a}, {1, makeNum(2)}, {1, makeNum(3)}}, "(sum +a +2 +3)"},
+        {"nestedSumFlattened", {{1, a}, {1, makeSumRaw({{1, b}, {-1, c}})}}, "(sum +a +b -c)"},
+        {"outerMinusFlipsInnerSigns", {{1, a}, {-1, makeSumRaw({{1, b}, {-1, c}})}}, "(sum +a -b +c)"},
+        {"flatteningRecurses", {{-1, makeSumRaw({{-1, makeSumRaw({{1, a}, {-1, b}})}})}}, "(sum +a -b)"},
+        {"doubleNegationUnwrapped", {{-1, makeSumRaw({{-1, a}})}}, "a"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(dump(makeSum(row.terms)), row.tree);
+    }
+}
+
+struct ProductRow {
+    const char* name;
+    std::vector<ProdFactor> factors;
+    const char* tree;
+};
+
+TEST(MakeProduct, writesTheCanonicalOrder) {
+    const ProductRow rows[] = {
+        {"coefficientThenPiThenSymbols", {{'*', makeNum(2)}, {'*', f}, {'*', makePi()}}, "(prod *2 *π *f)"},
+        {"piMovesBeforeSymbolsStably", {{'*', b}, {'*', a}, {'*', makePi()}}, "(prod *π *b *a)"},
+        {"numbersMultiplyIntoOneCoefficient",
+         {{'*', a}, {'*', makeNum(2)}, {'*', makeNum(3)}},
+         "(prod *6 *a)"},
+        {"unitCoefficientDropped", {{'*', makeNum(1)}, {'*', a}, {'*', b}}, "(prod *a *b)"},
+        {"singleSymbolIsTheNodeItself", {{'*', makeNum(1)}, {'*', a}}, "a"},
+        {"onlyNumbersGiveANumber", {{'*', makeNum(2)}, {'*', makeNum(5)}}, "10"},
+        {"divisionByHalfBecomesDouble", {{'*', a}, {'/', makeNum(0.5)}}, "(prod *2 *a)"},
+        {"divisionByQuarterBecomesFourfold", {{'*', a}, {'/', makeNum(0.25)}}, "(prod *4 *a)"},
+        {"divisionByNonReciprocalKept", {{'*', a}, {'/', makeNum(0.3)}}, "(prod *a /0.3)"},
+        {"divisionByWholeNumberKept", {{'*', a}, {'/', makeNum(2)}}, "(prod *a /2)"},
+        {"loneDenominatorGetsUnitNumerator", {{'/', a}}, "(prod *1 /a)"},
+        {"denominatorsKeepTheirOrder", {{'/', b}, {'*', a}, {'/', c}}, "(prod *a /b /c)"},
+        {"denominatorNumbersNotCombined",
+         {{'*', a}, {'/', makeNum(2)}, {'/', makeNum(3)}},
+         "(prod *a /2 /3)"},
+        {"nestedProductFlattened", {{'*', a}, {'*', makeProdRaw({{'*', b}, {'/', c}})}}, "(prod *a *b /c)"},
+        {"divisionFlipsNestedOps", {{'*', a}, {'/', makeProdRaw({{'*', b}, {'/', c}})}}, "(prod *a *c /b)"},
+        {"numberUnderDoubleDivisionJoinsCoefficient",
+         {{'*', a}, {'/', makeProdRaw({{'*', b}, {'/', makeNum(0.5)}})}},
+         "(prod *0.5 *a /b)"},
+        {"reciprocalInsideDenominatorOfDenominator",
+         {{'*', a}, {'/', makeProdRaw({{'*', b}, {'*', makeNum(0.5)}})}},
+         "(prod *2 *a /b)"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(dump(makeProduct(row.factors)), row.tree);
+    }
+}
+
+TEST(MakeProduct, firstFactorAlwaysMultiplies) {
+    for (const auto& factors : std::vector<std::vector<ProdFactor>>{
+             {{'/', a}, {'/', b}}, {{'/', makeNum(4)}}, {{'/', a}, {'*', makeNum(1)}}}) {
+        const NodePtr n = makeProduct(factors);
+        ASSERT_EQ(n->kind, Prod) << dump(n);
+        EXPECT_EQ(n->factors.front().op, '*') << dump(n);
+    }
+}
+
+TEST(Walks, childrenComeInReadingOrder) {
+    const NodePtr n = parse("a**b + sin(c) - 2*f");
+    std::vector<std::string> seen;
+    for (const auto& ch : children(n))
+        seen.push_back(dump(ch));
+    EXPECT_EQ(seen, (std::vector<std::string>{"(pow a b)", "(sin c)", "(prod *2 *f)"}));
+    const auto pow = children(children(n)[0]);
+    ASSERT_EQ(pow.size(), 2u);
+    EXPECT_EQ(dump(pow[0]), "a");
+    EXPECT_TRUE(children(a).empty());
+}
+
+TEST(Walks, mapChildrenVisitsTheExponentBeforeTheBase) {
+    std::vector<std::string> order;
+    const NodePtr n = parse("x**y * sin(z) - w");
+    std::function<NodePtr(const NodePtr&)> visit = [&](const NodePtr& node) {
+        if (node->kind == Var) {
+            order.push_back(node->name);
+            return makeVar(node->name + "1");
+        }
+        return mapChildren(node, visit);
+    };
+    const NodePtr out = visit(n);
+    EXPECT_EQ(order, (std::vector<std::string>{"y", "x", "z", "w"}));
+    EXPECT_EQ(dump(out), "(sum +(prod *(pow x1 y1) *(sin z1)) -w1)");
+    EXPECT_EQ(dump(n), "(sum +(prod *(pow x y) *(sin z)) -w)") << "the original is untouched";
+    EXPECT_EQ(mapChildren(a, visit), a) << "a leaf comes back as it is";
+}
+
+TEST(Walks, countsAndCollectsVariables) {
+    const NodePtr n = parse("R*I + R**2/sqrt(R*U) - pi");
+    EXPECT_EQ(countVar(n, "R"), 3);
+    EXPECT_EQ(countVar(n, "U"), 1);
+    EXPECT_EQ(countVar(n, "pi"), 0) << "π is a constant, not a variable";
+    std::set<std::string> vars;
+    collectVars(n, vars);
+    EXPECT_EQ(vars, (std::set<std::string>{"I", "R", "U"}));
+}
+
+} // namespace
+} // namespace fl

@@ -1,0 +1,270 @@
+// The typed-expression normaliser: what the calculator and the value fields
+// accept, the messages for what they don't, the live preview with numbers as
+// typed, and that no input whatever can crash them.
+#include "fl/expr/markup.h"
+#include "fl/expr/node.h"
+#include "fl/expr/numbers.h"
+#include "tests/fl/expr/settings_fixture.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+
+namespace fl {
+namespace {
+
+using CalcTest = SettingsTest;
+
+const double kPi = 3.141592653589793;
+
+TEST_F(CalcTest, evaluatesTypedExpressions) {
+    const std::map<std::string, double> ans{{"ans", 3}};
+    const struct {
+        const char* name;
+        const char* text;
+        double value;
+        bool withAns;
+    } rows[] = {
+        {"implicitPi", "2π", 2 * kPi, false},
+        {"implicitPiAfterBlank", "2 π", 2 * kPi, false},
+        {"piAfterPrefixLetter", "2pi", 2 * kPi, false},
+        {"inverseSine", "sin⁻¹(1)", 90, false},
+        {"inverseCosineWithBlank", "cos ⁻¹(0,5)", 60, false},
+        {"rootOfNumber", "√3", std::sqrt(3.0), false},
+        {"rootOfDecimal", "√2.25", 1.5, false},
+        {"rootWithBlank", "√ 4", 2, false},
+        {"rootOfParenthesis", "√(9+16)", 5, false},
+        {"caret", "2^3", 8, false},
+        {"caretRightAssociative", "2^3^2", 512, false},
+        {"prefixThenSum", "5k+1", 5001, false},
+        {"milliAtEnd", "2m", 0.002, false},
+        {"microGreek", "70μ", 70e-6, false},
+        {"microU", "2u*1M", 2, false},
+        {"pico", "5p", 5e-12, false},
+        {"giga", "1G/1M", 1000, false},
+        {"exponentNotPrefix", "1e-3", 0.001, false},
+        {"decimalCommaEverywhere", "1,5+2,5", 4, false},
+        {"multiplicationSigns", "3×4·2", 24, false},
+        {"divisionSign", "10÷4", 2.5, false},
+        {"minusSign", "−5+2", -3, false},
+        {"implicitBeforeParenthesis", "2(5)", 10, false},
+        {"implicitBetweenParentheses", "(2)(3)", 6, false},
+        {"implicitBeforeFunction", "3sin(30)", 1.5, false},
+        {"implicitBeforeRoot", "2√9", 6, false},
+        {"powerOfTen", "2,5*10^3", 2500, false},
+        {"lineOfTheCalculator", "√3·400·12", std::sqrt(3.0) * 400 * 12, false},
+        {"lastResult", "ans^2", 9, true},
+        {"implicitLastResult", "2ans", 6, true},
+        {"exponentBeforeName", "1e3ans", 3000, true},
+        {"divisionByZeroIsAValue", "1/0", INFINITY, false},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const double got = calc(row.text, row.withAns ? &ans : nullptr);
+        if (std::isinf(row.value))
+            EXPECT_EQ(got, row.value);
+        else
+            EXPECT_NEAR(got, row.value, 1e-12 * std::max(1.0, std::fabs(row.value))) << row.text;
+    }
+}
+
+TEST_F(CalcTest, failsWithTheDocumentedTexts) {
+    const struct {
+        const char* name;
+        const char* text;
+        const char* what;
+    } rows[] = {
+        {"letterAfterPrefix", "2min", "Ukendt navn: min"},
+        {"unitAfterPrefix", "10mA", "Ukendt navn: mA"},
+        {"kilovolt", "5kV", "Ukendt navn: kV"},
+        {"strayName", "2x", "Ukendt navn: x"},
+        {"nameWithDigits", "x2", "Ukendt navn: x2"},
+        {"exponentWithoutDigits", "1e", "Ukendt navn: e"},
+        {"milliBeforeCall", "2m(3)", "Ukendt navn: m"},
+        {"lastResultWithoutValue", "ans+1", "Ukendt navn: ans"},
+        {"numberGluedToFunctionName", "sin30", "Ukendt navn: sin30"},
+        {"euro", "5€", "Ukendt tegn"},
+        {"percent", "5%", "Ukendt tegn"},
+        {"equals", "2=2", "Ukendt tegn"},
+        {"rho", "2ρ", "Ukendt tegn"},
+        {"ohm", "4,7kΩ", "Ukendt tegn"},
+        {"noBreakSpace", "5\u00a0500", "Ukendt tegn"},
+        {"twoCommas", "1,5,5", "rest i 1.5.5"},
+        {"logIsNoImplicitProduct", "2log(5)", "rest i 2log(5)"},
+        {"numberAfterParenthesis", "(2)3", "rest i (2)3"},
+        {"empty", "", "uventet slut"},
+        {"danglingOperator", "2+", "uventet slut"},
+        {"unclosed", "(1+2", "forventede ) i (1+2"},
+        {"functionWithoutParenthesis", "sin 30", "forventede ( i sin 30"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        try {
+            calc(row.text);
+            ADD_FAILURE() << "accepted: " << row.text;
+        } catch (const std::runtime_error& e) {
+            EXPECT_STREQ(e.what(), row.what);
+        }
+    }
+}
+
+TEST_F(CalcTest, acceptsTheNamesOfItsTable) {
+    const std::map<std::string, double> vars{{"R1", 5}, {"ans", 2}};
+    EXPECT_EQ(calc("R1*ans", &vars), 10);
+    try {
+        calc("R2*ans", &vars);
+        ADD_FAILURE();
+    } catch (const std::runtime_error& e) {
+        EXPECT_STREQ(e.what(), "Ukendt navn: R2");
+    }
+}
+
+// The live line, with a drawn expression replaced by its tall rendering.
+std::string preview(const std::string& text) {
+    resetFigures();
+    const std::string html = prettyCalc(text);
+    const RenderResult r = takeRender(html);
+    if (html == "<img class=\"math\" src=\"m:0\">" && r.maths.size() == 1)
+        return "[" + render(r.maths[0], true) + "]";
+    EXPECT_TRUE(r.maths.empty());
+    return html;
+}
+
+TEST_F(CalcTest, prettyCalcShowsNumbersAsTyped) {
+    const std::string fn = "<span class=\"fn\">";
+    const struct {
+        const char* name;
+        const char* text;
+        std::string html;
+    } rows[] = {
+        {"prefixesKept", "5,5k+70u", "5,5k + 70µ"},
+        {"greekMuShownAsMicroSign", "70μ", "70µ"},
+        {"decimalComma", "2,5·2", "2,5 · 2"},
+        {"pointShownAsComma", "2.5*2", "2,5 · 2"},
+        {"exponentAsPowerOfTen", "1e-3*5", "1·10<sup>−3</sup> · 5"},
+        {"plusInExponentDropped", "1E+3", "1·10<sup>3</sup>"},
+        {"implicitPi", "2π", "2 · π"},
+        {"minusSign", "−5", "−5"},
+        {"implicitProduct", "2(3)", "2 · 3"},
+        {"sineInDegrees", "sin(30)", fn + "sin</span>(30°)"},
+        {"inverseSine", "sin⁻¹(0,5)", fn + "sin<sup>−1</sup></span>(0,5)"},
+        {"fractionDrawn", "230/47", "[<span class=\"fr\"><span>230</span><span>47</span></span>]"},
+        {"rootDrawn", "√3·400", "[<span class=\"sq\">√<span class=\"rad\">3</span></span> · 400]"},
+        {"rootOfCommaNumber", "√2,5", "[<span class=\"sq\">√<span class=\"rad\">2,5</span></span>]"},
+        {"calculatorLine", "2,5k·√3+1/(2π·50·10µ)",
+         "[2,5k · <span class=\"sq\">√<span class=\"rad\">3</span></span> + <span class=\"fr\"><span>1</span>"
+         "<span>2 · π · 50 · 10µ</span></span>]"},
+        // Literals go out in the order the tree is walked, exponent before base:
+        // the preview of 2^3 reads 3², while calc gives 8.
+        {"powerLiteralsFollowTheWalk", "2^3", "3<sup>2</sup>"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(preview(row.text), row.html) << row.text;
+    }
+    use(false, "p5");
+    EXPECT_EQ(preview("2,5+1.5"), "2.5 + 1.5");
+}
+
+TEST_F(CalcTest, prettyCalcPassesParserFailuresOn) {
+    const struct {
+        const char* text;
+        const char* what;
+    } rows[] = {{"2+", "uventet slut"}, {"(2)3", "rest i (2)3"}, {"5€", "parse: 5€"}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.text);
+        try {
+            prettyCalc(row.text);
+            ADD_FAILURE();
+        } catch (const std::runtime_error& e) {
+            EXPECT_STREQ(e.what(), row.what);
+        }
+    }
+}
+
+bool isDocumentedText(const std::string& what) {
+    for (const char* prefix : {"Ukendt tegn", "Ukendt navn: ", "parse: ", "rest i ", "uventet ",
+                               "forventede ", "mangler ", "ukendt funktion ", "ukendt node"})
+        if (what.rfind(prefix, 0) == 0) return true;
+    return false;
+}
+
+// Whatever arrives in a field (pasted text, a wall of parentheses, broken
+// UTF-8) gives NaN or a number, and calc fails only with its own texts.
+void expectSurvives(const std::string& text) {
+    double v = 0;
+    ASSERT_NO_THROW(v = readValue(text));
+    EXPECT_TRUE(std::isnan(v) || std::isfinite(v));
+    try {
+        calc(text);
+    } catch (const std::runtime_error& e) {
+        EXPECT_TRUE(isDocumentedText(e.what())) << e.what();
+    }
+    try {
+        prettyCalc(text);
+    } catch (const std::runtime_error& e) {
+        EXPECT_TRUE(isDocumentedText(e.what())) << e.what();
+    }
+}
+
+TEST_F(CalcTest, badInputNeverCrashes) {
+    std::string nested5000 = std::string(5000, '(') + "1" + std::string(5000, ')');
+    std::string sines;
+    for (int i = 0; i < 2500; ++i)
+        sines += "sin(";
+    std::string sum = "1";
+    for (int i = 0; i < 4999; ++i)
+        sum += "+1";
+    const struct {
+        const char* name;
+        std::string text;
+    } rows[] = {
+        {"nestedParentheses", nested5000},
+        {"tenThousandOpenings", std::string(10000, '(')},
+        {"tenThousandDigits", std::string(10000, '9')},
+        {"tenThousandLetters", std::string(10000, 'x')},
+        {"tenThousandMinusSigns", std::string(10000, '-') + "1"},
+        {"tenThousandRoots",
+         [] {
+             std::string s;
+             for (int i = 0; i < 5000; ++i)
+                 s += "√";
+             return s + "2";
+         }()},
+        {"nestedFunctions", sines},
+        {"invalidUtf8", "\xff\xfe\xfd"},
+        {"truncatedUtf8", "5\xc3"},
+        {"strayContinuationByte", "5\x80k"},
+        {"nulByte", std::string("5\0k", 3)},
+        {"overlongEncoding", "\xc0\xaf"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        expectSurvives(row.text);
+        EXPECT_TRUE(std::isnan(readValue(row.text))) << "none of these is a number";
+    }
+    expectSurvives(sum);
+    EXPECT_DOUBLE_EQ(readValue(sum), 5000.0) << "a long flat sum is still a sum";
+}
+
+TEST_F(CalcTest, randomTextNeverCrashes) {
+    std::mt19937 rng(7);
+    const std::vector<std::string> pieces{"0",  "1",   "9",   ".", ",", "+",    "-",    "*",  "/",
+                                          "^",  "(",   ")",   " ", "e", "E",    "k",    "m",  "u",
+                                          "µ",  "μ",   "M",   "p", "√", "π",    "·",    "×",  "−",
+                                          "⁻¹", "sin", "ans", "x", "_", "\xff", "\xc3", "pi", "**"};
+    std::uniform_int_distribution<size_t> pick(0, pieces.size() - 1), length(0, 24);
+    std::uniform_int_distribution<int> byte(0, 255);
+    for (int i = 0; i < 3000; ++i) {
+        std::string text;
+        const size_t n = length(rng);
+        for (size_t j = 0; j < n; ++j)
+            text += i % 2 ? pieces[pick(rng)] : std::string(1, static_cast<char>(byte(rng)));
+        SCOPED_TRACE(text);
+        expectSurvives(text);
+    }
+}
+
+} // namespace
+} // namespace fl

@@ -1,0 +1,95 @@
+// Evaluation: precedence as the grammar gives it, degrees in the trigonometric
+// functions, and arithmetic failures travelling as values.
+#include "fl/expr/node.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace fl {
+namespace {
+
+const std::map<std::string, double> kVars{{"a", 3}, {"b", 4}, {"U", 230}, {"R", 47}, {"Pi", 10}};
+
+struct ValueRow {
+    const char* name;
+    const char* text;
+    double value;
+};
+
+const ValueRow kValues[] = {
+    {"leadingMinusBeforePower", "-2**2", -4},
+    {"negativeExponent", "2**-1", 0.5},
+    {"powerRightAssociative", "2**3**2", 512},
+    {"productBeforeSum", "2+3*4", 14},
+    {"leftToRightDivision", "12/3/2", 2},
+    {"leftToRightSubtraction", "10-3-2", 5},
+    {"unaryMinusInProduct", "2*-3", -6},
+    {"unaryMinusInExponentBindsPower", "2**-1**2", 0.5},
+    {"minusOfProductTerm", "-a*b+1", -11},
+    {"parentheses", "(a+b)*2", 14},
+    {"variables", "U**2/R", 230.0 * 230.0 / 47.0},
+    {"piConstant", "2*pi", 2 * 3.141592653589793},
+    {"namedPiVariable", "Pi*2", 20},
+    {"sineInDegrees", "sin(30)", 0.5},
+    {"cosineInDegrees", "cos(60)", 0.5},
+    {"tangentInDegrees", "tan(45)", 1},
+    {"arcsineInDegrees", "asin(1)", 90},
+    {"arccosineInDegrees", "acos(0.5)", 60},
+    {"arctangentInDegrees", "atan(1)", 45},
+    {"squareRoot", "sqrt(a*a+b*b)", 5},
+    {"absolute", "abs(-a)", 3},
+    {"commonLogarithm", "log(1000)", 3},
+    {"naturalLogarithm", "ln(1)", 0},
+};
+
+TEST(Eval, computesEachRow) {
+    for (const auto& row : kValues) {
+        SCOPED_TRACE(row.name);
+        EXPECT_NEAR(eval(parse(row.text), kVars), row.value, 1e-12 * std::max(1.0, std::fabs(row.value)))
+            << row.text;
+    }
+}
+
+TEST(Eval, arithmeticFailuresAreValuesNotExceptions) {
+    EXPECT_TRUE(std::isnan(eval(parse("sqrt(-1)"), {})));
+    EXPECT_TRUE(std::isinf(eval(parse("1/0"), {})));
+    EXPECT_TRUE(std::isnan(eval(parse("0/0"), {})));
+    EXPECT_TRUE(std::isnan(eval(parse("asin(2)"), {})));
+}
+
+TEST(Eval, namesTheMissingVariable) {
+    const struct {
+        const char* text;
+        const char* what;
+    } rows[] = {{"U/R + x", "mangler x"}, {"Pi", "mangler Pi"}, {"sin(phi)", "mangler phi"}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.text);
+        try {
+            eval(parse(row.text), {{"U", 230}, {"R", 47}});
+            ADD_FAILURE();
+        } catch (const std::runtime_error& e) {
+            EXPECT_STREQ(e.what(), row.what);
+        }
+    }
+}
+
+TEST(Eval, rejectsUnknownFunctionsAndNodes) {
+    try {
+        eval(makeFunc("exp", makeNum(1)), {});
+        ADD_FAILURE();
+    } catch (const std::runtime_error& e) {
+        EXPECT_STREQ(e.what(), "ukendt funktion exp");
+    }
+    auto odd = std::make_shared<Node>();
+    odd->kind = 42;
+    try {
+        eval(odd, {});
+        ADD_FAILURE();
+    } catch (const std::runtime_error& e) {
+        EXPECT_STREQ(e.what(), "ukendt node");
+    }
+}
+
+} // namespace
+} // namespace fl

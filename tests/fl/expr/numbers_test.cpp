@@ -1,0 +1,308 @@
+// Reading typed values and showing numbers, under the Danish C locale the
+// whole suite runs in: nothing here may follow the process locale.
+#include "fl/expr/chars.h"
+#include "fl/expr/numbers.h"
+#include "tests/fl/expr/settings_fixture.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <random>
+
+namespace fl {
+namespace {
+
+using NumbersTest = SettingsTest;
+
+struct ReadRow {
+    const char* name;
+    const char* text;
+    double value;
+};
+
+TEST_F(NumbersTest, readValueReadsWhatStudentsType) {
+    const ReadRow rows[] = {
+        {"decimalCommaWithKilo", "5,5k", 5500},
+        {"microAsU", "70u", 70e-6},
+        {"microSign", "70µ", 70e-6},
+        {"greekMu", "70μ", 70e-6},
+        {"mega", "2,2M", 2.2e6},
+        {"milli", "30m", 0.03},
+        {"pico", "100p", 100e-12},
+        {"nano", "4,7n", 4.7e-9},
+        {"giga", "1G", 1e9},
+        {"exponent", "1e3", 1000},
+        {"exponentAndPrefix", "1e3k", 1e6},
+        {"decimalPoint", "2.38", 2.38},
+        {"leadingPoint", ",5", 0.5},
+        {"trailingComma", "5,", 5},
+        {"negative", "-3,2", -3.2},
+        {"explicitPlus", "+7", 7},
+        {"thousandsBlank", "5 500", 5500},
+        {"thousandsNoBreakSpace", "5\u00a0500", 5500},
+        {"blankBeforePrefix", "5,5 k", 5500},
+        {"surroundingBlanks", "\t 12 \n", 12},
+        {"division", "230/47", 230.0 / 47.0},
+        {"middleDot", "0,5·3", 1.5},
+        {"root", "√3·400", std::sqrt(3.0) * 400},
+        {"piProduct", "2π", 2 * 3.141592653589793},
+        {"prefixInExpression", "5k+1", 5001},
+        {"degrees", "sin(30)", 0.5},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        bool empty = true;
+        EXPECT_NEAR(readValue(row.text, &empty), row.value, 1e-12 * std::fabs(row.value)) << row.text;
+        EXPECT_FALSE(empty);
+    }
+}
+
+TEST_F(NumbersTest, readValueGivesNaNForWhatItCannotRead) {
+    const struct {
+        const char* name;
+        const char* text;
+        bool empty;
+    } rows[] = {
+        {"nothing", "", true},
+        {"blanks", "  \t", true},
+        {"word", "abc", false},
+        {"exponentWithoutDigits", "1e", false},
+        {"unitAfterPrefix", "10mA", false},
+        {"kilovolt", "5kV", false},
+        {"millimetre", "2,5mm", false},
+        {"twoCommas", "1,234,5", false},
+        {"loneMinus", "-", false},
+        {"lonePoint", ".", false},
+        {"capitalKiloIsNoPrefix", "5K", false},
+        {"variableName", "U*2", false},
+        {"lastResultOutsideCalculator", "ans", false},
+        {"divisionByZero", "1/0", false},
+        {"rootOfNegative", "sqrt(-1)", false},
+        {"overflow", "1e999", false},
+        {"unknownCharacter", "5€", false},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        bool empty = !row.empty;
+        EXPECT_TRUE(std::isnan(readValue(row.text, &empty))) << row.text;
+        EXPECT_EQ(empty, row.empty);
+    }
+    EXPECT_TRUE(std::isnan(readValue(""))); // the flag is optional
+}
+
+TEST_F(NumbersTest, parseWithPrefixSplitsMantissaAndPrefix) {
+    const struct {
+        const char* text;
+        bool ok;
+        double mantissa;
+        const char* prefix;
+    } rows[] = {
+        {"5,5k", true, 5.5, "k"},    {"70μ", true, 70, "μ"},    {"-1,5E-3", true, -0.0015, ""},
+        {"5.", true, 5, ""},         {".5", true, 0.5, ""},     {"1e3k", true, 1000, "k"},
+        {"5 5 0 0", true, 5500, ""}, {"1,234,5", false, 0, ""}, {"1e", false, 0, ""},
+        {"-", false, 0, ""},         {".", false, 0, ""},       {"2,5 mm", false, 0, ""},
+        {"5T", false, 0, ""},        {"5f", false, 0, ""},      {"k5", false, 0, ""},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.text);
+        double m = -1;
+        std::string p = "?";
+        ASSERT_EQ(parseWithPrefix(row.text, &m, &p), row.ok);
+        if (!row.ok) continue;
+        EXPECT_DOUBLE_EQ(m, row.mantissa);
+        EXPECT_EQ(p, row.prefix);
+    }
+}
+
+struct FmtRow {
+    const char* name;
+    double value;
+    int sig;
+    const char* rounding;
+    bool comma;
+    const char* text;
+};
+
+TEST_F(NumbersTest, fmtNumberShowsNumbersAsTheFormulaBookDoes) {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double inf = std::numeric_limits<double>::infinity();
+    const FmtRow rows[] = {
+        {"fiveDigits", 1234.5678, 5, "p5", true, "1234,6"},
+        {"fiveDigitsPoint", 1234.5678, 5, "p5", false, "1234.6"},
+        {"half", 0.5, 5, "p5", true, "0,5"},
+        {"halfPoint", 0.5, 5, "p5", false, "0.5"},
+        {"smallFiveDigits", 0.123456, 5, "p5", true, "0,12346"},
+        {"millionRoundsPlain", 1234567.891, 5, "p5", true, "1234600"},
+        {"justBelowMillionRoundsUp", 999999.9999, 5, "p5", true, "1000000"},
+        {"belowLimitStaysPlain", 2200000, 5, "p5", true, "2200000"},
+        {"atLimitEngineering", 1e7, 5, "p5", true, "10·10⁶"},
+        {"engineeringMillions", 12000000, 5, "p5", true, "12·10⁶"},
+        {"engineeringFiveDigits", 12345678, 5, "p5", true, "12,346·10⁶"},
+        {"mantissaRoundsToThousand", 999.9996e6, 5, "p5", true, "1·10⁹"},
+        {"micro", 0.00047, 5, "p5", true, "470·10⁻⁶"},
+        {"negativeMicro", -0.00047, 5, "p5", true, "−470·10⁻⁶"},
+        {"thousandthStaysPlain", 0.001, 5, "p5", true, "0,001"},
+        {"pico", 1e-12, 5, "p5", true, "1·10⁻¹²"},
+        {"belowPicoIsZero", 1e-13, 5, "p5", true, "0"},
+        {"negativeBelowPicoIsZero", -1e-13, 5, "p5", true, "0"},
+        {"negativeUsesMinusSign", -3.2, 5, "p5", true, "−3,2"},
+        {"binaryNoiseHidden", 0.1 + 0.2, 5, "p5", true, "0,3"},
+        {"roundsToThousandPlain", 999.99999, 5, "p5", true, "1000"},
+        {"threeDigitsAsked", 1234.5678, 3, "p5", true, "1230"},
+        {"twoDecimals", 1234.5678, 5, "d2", true, "1234,57"},
+        {"twoDecimalsTrimmed", 12.5, 5, "d2", true, "12,5"},
+        {"twoDecimalsRounded", 12.3456, 5, "d2", true, "12,35"},
+        {"twoDecimalsHundreds", 230.456, 5, "d2", true, "230,46"},
+        {"twoDecimalsMillion", 1234567.891, 5, "d2", false, "1234567.89"},
+        {"threeDigitsBelowOne", 0.123456, 5, "d2", true, "0,123"},
+        {"threeDigitsBelowOnePoint", 0.123456, 5, "d2", false, "0.123"},
+        {"bookEngineeringThreeDigits", 12345678, 5, "d2", true, "12,3·10⁶"},
+        {"bookMicro", 0.000471234, 5, "d2", true, "471·10⁻⁶"},
+        {"bookNegative", -3.14159, 5, "d2", true, "−3,14"},
+        {"explicitDigitsIgnoreBookRounding", 1234.5678, 4, "d2", true, "1235"},
+        {"unknownRoundingCountsAsFive", 1234.5678, 5, "xyz", true, "1234,6"},
+        {"notANumber", nan, 5, "p5", true, "?"},
+        {"infinity", inf, 5, "d2", true, "?"},
+        {"negativeInfinity", -inf, 5, "p5", true, "?"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        use(row.comma, row.rounding);
+        EXPECT_EQ(fmtNumber(row.value, row.sig), row.text);
+    }
+}
+
+TEST_F(NumbersTest, fmtWithUnitSeparatesAllButDegrees) {
+    EXPECT_EQ(fmtWithUnit(30, "°"), "30°");
+    EXPECT_EQ(fmtWithUnit(30, "V"), "30 V");
+    EXPECT_EQ(fmtWithUnit(30, ""), "30");
+    EXPECT_EQ(fmtWithUnit(0.00047, "F"), "470·10⁻⁶ F");
+    EXPECT_EQ(fmtWithUnit(-1.5, "A"), "−1,5 A");
+}
+
+TEST_F(NumbersTest, machineTextFormatters) {
+    const struct {
+        const char* name;
+        std::string got;
+        const char* text;
+    } rows[] = {
+        {"plainZero", fmtPlain(0, 5), "0"},
+        {"plainRounds", fmtPlain(1234.5678, 5), "1234.6"},
+        {"plainSmall", fmtPlain(0.00047, 3), "0.00047"},
+        {"plainLarge", fmtPlain(1.5e10, 3), "15000000000"},
+        {"plainHyphenMinus", fmtPlain(-2.5, 5), "-2.5"},
+        {"plainWholeCut", fmtPlain(123456, 2), "120000"},
+        {"plainRoundsUpAcrossPower", fmtPlain(9.99, 2), "10"},
+        {"plainZeroDigitsMeansOne", fmtPlain(456, 0), "500"},
+        {"plainSeventeen", fmtPlain(0.1, 17), "0.10000000000000001"},
+        {"shortestTenth", fmtShortest(0.1), "0.1"},
+        {"shortestNoise", fmtShortest(0.1 + 0.2), "0.30000000000000004"},
+        {"shortestThird", fmtShortest(1.0 / 3), "0.3333333333333333"},
+        {"shortestWhole", fmtShortest(100), "100"},
+        {"shortestHuge", fmtShortest(1e21), "1000000000000000000000"},
+        {"shortestNegative", fmtShortest(-2.5), "-2.5"},
+        {"roundedThree", fmtRounded(1234.5678, 3), "1230"},
+        {"roundedZero", fmtRounded(0, 5), "0"},
+        {"roundedSmall", fmtRounded(0.000123456, 2), "0.00012"},
+        {"roundedNegative", fmtRounded(-9.87654, 4), "-9.877"},
+        {"superscriptNegative", superscript("-6"), "⁻⁶"},
+        {"superscriptDigits", superscript("1234567890"), "¹²³⁴⁵⁶⁷⁸⁹⁰"},
+        {"superscriptOthersPass", superscript("a+1"), "a+¹"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(row.got, row.text);
+    }
+}
+
+TEST_F(NumbersTest, fmtValue10UsesTheSettingsDecimalMark) {
+    EXPECT_EQ(fmtValue10(1.0 / 3), "0,3333333333");
+    EXPECT_EQ(fmtValue10(-0.5), "-0,5");
+    EXPECT_EQ(fmtValue10(2200000), "2200000");
+    EXPECT_EQ(fmtValue10(1e-7), "0,0000001");
+    use(false, "p5");
+    EXPECT_EQ(fmtValue10(1.0 / 3), "0.3333333333");
+}
+
+// A value carried to another field must read back as itself, over the whole
+// range a page can produce and with either decimal mark.
+TEST_F(NumbersTest, carriedValuesReadBack) {
+    std::mt19937 rng(20240611);
+    std::uniform_real_distribution<double> mantissa(-10, 10);
+    std::uniform_int_distribution<int> exponent(-14, 14);
+    for (bool comma : {true, false}) {
+        use(comma, "p5");
+        for (int i = 0; i < 2000; ++i) {
+            const double x = mantissa(rng) * std::pow(10.0, exponent(rng));
+            const double back = readValue(fmtValue10(x));
+            ASSERT_NEAR(back, x, 1e-9 * std::fabs(x)) << fmtValue10(x);
+            ASSERT_EQ(readValue(fmtShortest(x)), x) << fmtShortest(x);
+        }
+    }
+}
+
+TEST_F(NumbersTest, prefixTables) {
+    const struct {
+        const char* prefix;
+        int exponent;
+    } rows[] = {{"p", -12}, {"n", -9}, {"u", -6}, {"µ", -6}, {"μ", -6},
+                {"m", -3},  {"k", 3},  {"M", 6},  {"G", 9}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.prefix);
+        bool found = false;
+        EXPECT_EQ(prefixExponent(row.prefix, &found), row.exponent);
+        EXPECT_TRUE(found);
+        EXPECT_EQ(prefixFactor(row.prefix), std::pow(10.0, row.exponent));
+    }
+    for (const char* absent : {"K", "T", "f", "", "mm", "kk"}) {
+        SCOPED_TRACE(absent);
+        bool found = true;
+        prefixExponent(absent, &found);
+        EXPECT_FALSE(found);
+        EXPECT_EQ(prefixFactor(absent, &found), 1.0);
+        EXPECT_FALSE(found);
+    }
+    EXPECT_EQ(prefixFor(-6), "\u00b5");
+    EXPECT_EQ(prefixFor(-12), "p");
+    EXPECT_EQ(prefixFor(9), "G");
+    EXPECT_EQ(prefixFor(0), "");
+    EXPECT_EQ(prefixFor(12), "");
+    EXPECT_EQ(prefixFor(4), "");
+}
+
+TEST_F(NumbersTest, knownNamesAndTrimming) {
+    for (const char* n :
+         {"sqrt", "abs", "log", "ln", "sin", "cos", "tan", "asin", "acos", "atan", "PI", "pi"})
+        EXPECT_TRUE(isKnownCalcName(n)) << n;
+    for (const char* n : {"Pi", "ans", "e", "exp", "SIN", ""})
+        EXPECT_FALSE(isKnownCalcName(n)) << n;
+
+    EXPECT_EQ(trimmed("  a b \n"), "a b");
+    EXPECT_EQ(trimmed("\x01x\x1f"), "x");
+    EXPECT_EQ(trimmed(" µ "), "µ");
+    EXPECT_EQ(trimmed("   "), "");
+}
+
+TEST(Chars, conversionsIgnoreTheProcessLocale) {
+    EXPECT_EQ(chars::printE(1234.5, 2), "1.23e+03");
+    EXPECT_EQ(chars::printF(2.345, 1), "2.3");
+    EXPECT_EQ(chars::printG(0.0001234, 2), "0.00012");
+    EXPECT_EQ(chars::toDouble("2.5"), 2.5);
+    EXPECT_EQ(chars::toDouble("-.5"), -0.5);
+    EXPECT_EQ(chars::toDouble("+5."), 5.0);
+    EXPECT_EQ(chars::toDouble("2,5"), std::nullopt);
+    EXPECT_EQ(chars::toDouble(" 2"), std::nullopt);
+    EXPECT_EQ(chars::toDouble("inf"), std::nullopt);
+    EXPECT_EQ(chars::toDouble("nan"), std::nullopt);
+    EXPECT_EQ(chars::toDouble(""), std::nullopt);
+    // Out of range answers as strtod does.
+    EXPECT_EQ(chars::toDouble("1e999"), std::numeric_limits<double>::infinity());
+    EXPECT_EQ(chars::toDouble("-1e999"), -std::numeric_limits<double>::infinity());
+    EXPECT_EQ(chars::toDouble("0.000001e-400"), 0.0);
+    EXPECT_EQ(chars::toDouble(std::string(400, '9')), std::numeric_limits<double>::infinity());
+    EXPECT_EQ(chars::toDouble("0." + std::string(400, '0') + "1"), 0.0);
+}
+
+} // namespace
+} // namespace fl
