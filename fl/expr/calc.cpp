@@ -9,6 +9,7 @@
 #include <QRegularExpression>
 #include <QString>
 
+#include <algorithm>
 #include <functional>
 #include <stdexcept>
 
@@ -35,14 +36,17 @@ bool isAsciiAlnum(QChar c) {
 // The symbol rewrites shared by calc and prettyCalc, up to the prefixes.
 // `sqrtNumber` differs: calc has replaced commas already, prettyCalc keeps them.
 void normaliseSymbols(QString& s, const QRegularExpression& sqrtNumber) {
-    s.replace(reInverseTrig(), QStringLiteral("a\\1")); // sin⁻¹ → asin
-    s.replace(QChar(0x00D7), QLatin1Char('*'));         // ×
-    s.replace(QChar(0x00B7), QLatin1Char('*'));         // ·
-    s.replace(QChar(0x00F7), QLatin1Char('/'));         // ÷
-    s.replace(QChar(0x2212), QLatin1Char('-'));         // −
-    s.replace(QChar(0x03C0), QStringLiteral("PI"));     // π
-    s.replace(sqrtNumber, QStringLiteral("sqrt(\\1)")); // √3 → sqrt(3)
-    s.replace(QChar(0x221A), QStringLiteral("sqrt"));   // √(a+b) → sqrt(a+b)
+    // The pattern passes are skipped when their sign is absent: same result, less work per keystroke.
+    if (s.contains(QChar(0x207B))) s.replace(reInverseTrig(), QStringLiteral("a\\1")); // sin⁻¹ → asin
+    s.replace(QChar(0x00D7), QLatin1Char('*'));                                        // ×
+    s.replace(QChar(0x00B7), QLatin1Char('*'));                                        // ·
+    s.replace(QChar(0x00F7), QLatin1Char('/'));                                        // ÷
+    s.replace(QChar(0x2212), QLatin1Char('-'));                                        // −
+    s.replace(QChar(0x03C0), QStringLiteral("PI"));                                    // π
+    if (s.contains(QChar(0x221A))) {
+        s.replace(sqrtNumber, QStringLiteral("sqrt(\\1)")); // √3 → sqrt(3)
+        s.replace(QChar(0x221A), QStringLiteral("sqrt"));   // √(a+b) → sqrt(a+b)
+    }
     s.replace(QLatin1Char('^'), QStringLiteral("**"));
     s.replace(QChar(0x03BC), QChar(0x00B5)); // Greek mu → micro sign
 }
@@ -53,15 +57,29 @@ void addImplicitProducts(QString& s) {
         QStringLiteral("(\\d)\\s*(?=PI|pi|sqrt|sin|cos|tan|asin|acos|atan|ans|\\()"));
     static const QRegularExpression parens(QStringLiteral("\\)\\s*\\("));
     s.replace(digitBefore, QStringLiteral("\\1*"));
-    s.replace(parens, QStringLiteral(")*("));
+    if (s.contains(QLatin1Char(')'))) s.replace(parens, QStringLiteral(")*("));
 }
 
-int exponentOf(const QString& prefix) {
-    return prefixExponent(prefix.toStdString());
+std::string utf8(QStringView s) {
+    const QByteArray b = s.toUtf8();
+    return std::string(b.constData(), static_cast<size_t>(b.size()));
 }
 
-std::string utf8(const QString& s) {
-    return s.toStdString();
+// The matched number texts are ASCII by their patterns.
+std::string ascii(QStringView s) {
+    std::string out;
+    out.reserve(static_cast<size_t>(s.size()));
+    for (QChar c : s)
+        out += static_cast<char>(c.unicode());
+    return out;
+}
+
+QLatin1String latin1(const std::string& s) {
+    return QLatin1String(s.data(), static_cast<qsizetype>(s.size()));
+}
+
+int exponentOf(QStringView prefix) {
+    return prefixExponent(utf8(prefix));
 }
 
 } // namespace
@@ -88,7 +106,7 @@ double calc(const std::string& text, const std::map<std::string, double>* vars) 
             out += QStringView(s).mid(last, m.capturedStart() - last);
             out += m.capturedView(1);
             out += QLatin1Char('e');
-            out += QString::number(exponentOf(m.captured(2)));
+            out += QString::number(exponentOf(m.capturedView(2)));
             last = m.capturedEnd();
         }
         out += QStringView(s).mid(last);
@@ -132,26 +150,30 @@ std::string prettyCalc(const std::string& text) {
         for (auto it = literal.globalMatch(s); it.hasNext();) {
             const auto m = it.next();
             out += QStringView(s).mid(last, m.capturedStart() - last);
-            QString num = m.captured(1);
-            num.replace(QLatin1Char(','), QLatin1Char('.'));
-            const qsizetype e = num.indexOf(QLatin1Char('e'), 0, Qt::CaseInsensitive);
-            QString mantissa = e < 0 ? num : num.left(e);
-            const QString exponent = e < 0 ? QString() : num.mid(e + 1);
-            const QString prefix = m.captured(2);
+            std::string num = ascii(m.capturedView(1));
+            std::replace(num.begin(), num.end(), ',', '.');
+            const size_t e = num.find_first_of("eE");
+            const std::string mantissa = num.substr(0, e);
+            const std::string exponent = e == std::string::npos ? std::string() : num.substr(e + 1);
+            const QStringView prefix = m.capturedView(2);
 
-            QString shown = mantissa;
-            if (comma) shown.replace(QLatin1Char('.'), QLatin1Char(','));
-            if (e >= 0) {
-                QString x = exponent;
-                x.replace(QLatin1Char('-'), QChar(0x2212));
-                x.remove(QLatin1Char('+'));
-                shown += QStringLiteral("·10<sup>") + x + QStringLiteral("</sup>");
+            std::string shown = mantissa;
+            if (comma) std::replace(shown.begin(), shown.end(), '.', ',');
+            if (!exponent.empty()) {
+                shown += "·10<sup>";
+                for (char c : exponent) {
+                    if (c == '-')
+                        shown += "−";
+                    else if (c != '+')
+                        shown += c;
+                }
+                shown += "</sup>";
             }
-            shown += prefix == QLatin1String("u") ? QStringLiteral("µ") : prefix;
-            literals.push_back(utf8(shown));
+            shown += prefix == u"u" ? std::string("µ") : utf8(prefix);
+            literals.push_back(std::move(shown));
 
-            out += mantissa;
-            if (e >= 0) out += QLatin1Char('e') + exponent;
+            out += latin1(mantissa);
+            if (!exponent.empty()) out += QLatin1Char('e') + latin1(exponent);
             if (!prefix.isEmpty()) out += QLatin1Char('e') + QString::number(exponentOf(prefix));
             last = m.capturedEnd();
         }
