@@ -50,16 +50,6 @@ TEST_F(RenderTest, variableNamesFollowTheTableThenTheNamingRules) {
     }
 }
 
-TEST_F(RenderTest, symbolTableKeepsTheCatalogueSymbols) {
-    const auto& table = symbolTable();
-    EXPECT_EQ(table.size(), 129u);
-    EXPECT_EQ(table.at("QC1"), "Q<sub>C</sub> pr. kondensator");
-    EXPECT_EQ(table.at("I_dn"), "I<sub>Δn</sub>");
-    EXPECT_EQ(table.at("k_st"), "k");
-    for (const auto& [name, shown] : table)
-        EXPECT_FALSE(shown.empty()) << name;
-}
-
 TEST_F(RenderTest, drawsEachShapeFlat) {
     const std::string a = v("a"), b = v("b"), c = v("c"), R1 = v("R<sub>1</sub>");
     const Row rows[] = {
@@ -181,12 +171,6 @@ TEST_F(RenderTest, parenthesesOnlyWhereAskedForAndLoose) {
     EXPECT_EQ(renderOperand(sum), "(" + v("a") + " + " + v("b") + ")");
     EXPECT_EQ(renderOperand(neg), "−2");
     EXPECT_EQ(renderOperand(parse("a/b+c")), "(<img class=\"math\" src=\"m:0\">)");
-}
-
-TEST_F(RenderTest, noKLabelsNothing) {
-    const auto k = noK();
-    EXPECT_EQ(k("U"), "");
-    EXPECT_EQ(k(""), "");
 }
 
 TEST_F(RenderTest, deepTreesBuiltByTheProgramRenderAndEvaluate) {
