@@ -82,6 +82,21 @@ int exponentOf(QStringView prefix) {
     return prefixExponent(utf8(prefix));
 }
 
+// QString::replace with a callback: `write(match, out)` appends the replacement of each match.
+template <class Write> void replaceEach(QString& s, const QRegularExpression& re, Write write) {
+    QString out;
+    out.reserve(s.size() + 8);
+    qsizetype last = 0;
+    for (auto it = re.globalMatch(s); it.hasNext();) {
+        const QRegularExpressionMatch m = it.next();
+        out += QStringView(s).mid(last, m.capturedStart() - last);
+        write(m, out);
+        last = m.capturedEnd();
+    }
+    out += QStringView(s).mid(last);
+    s = std::move(out);
+}
+
 } // namespace
 
 double calc(const std::string& text, const std::map<std::string, double>* vars) {
@@ -97,21 +112,11 @@ double calc(const std::string& text, const std::map<std::string, double>* vars) 
     normaliseSymbols(s, sqrtNumber);
 
     // 5.5k → 5.5e3, 70u → 70e-6; a letter or "(" behind keeps "3min" and "2m(" as they are.
-    {
-        QString out;
-        out.reserve(s.size() + 8);
-        qsizetype last = 0;
-        for (auto it = prefixed.globalMatch(s); it.hasNext();) {
-            const auto m = it.next();
-            out += QStringView(s).mid(last, m.capturedStart() - last);
-            out += m.capturedView(1);
-            out += QLatin1Char('e');
-            out += QString::number(exponentOf(m.capturedView(2)));
-            last = m.capturedEnd();
-        }
-        out += QStringView(s).mid(last);
-        s = std::move(out);
-    }
+    replaceEach(s, prefixed, [](const QRegularExpressionMatch& m, QString& out) {
+        out += m.capturedView(1);
+        out += QLatin1Char('e');
+        out += QString::number(exponentOf(m.capturedView(2)));
+    });
     addImplicitProducts(s);
 
     // What is left once the numbers are gone must be names, operators and blanks.
@@ -143,43 +148,33 @@ std::string prettyCalc(const std::string& text) {
     // Each number is shown as typed ("5,5k", "1·10⁻³") and read as machine text.
     const bool comma = displaySettings().decimalComma;
     std::vector<std::string> literals;
-    {
-        QString out;
-        out.reserve(s.size() + 8);
-        qsizetype last = 0;
-        for (auto it = literal.globalMatch(s); it.hasNext();) {
-            const auto m = it.next();
-            out += QStringView(s).mid(last, m.capturedStart() - last);
-            std::string num = ascii(m.capturedView(1));
-            std::replace(num.begin(), num.end(), ',', '.');
-            const size_t e = num.find_first_of("eE");
-            const std::string mantissa = num.substr(0, e);
-            const std::string exponent = e == std::string::npos ? std::string() : num.substr(e + 1);
-            const QStringView prefix = m.capturedView(2);
+    replaceEach(s, literal, [&](const QRegularExpressionMatch& m, QString& out) {
+        std::string num = ascii(m.capturedView(1));
+        std::replace(num.begin(), num.end(), ',', '.');
+        const size_t e = num.find_first_of("eE");
+        const std::string mantissa = num.substr(0, e);
+        const std::string exponent = e == std::string::npos ? std::string() : num.substr(e + 1);
+        const QStringView prefix = m.capturedView(2);
 
-            std::string shown = mantissa;
-            if (comma) std::replace(shown.begin(), shown.end(), '.', ',');
-            if (!exponent.empty()) {
-                shown += "·10<sup>";
-                for (char c : exponent) {
-                    if (c == '-')
-                        shown += "−";
-                    else if (c != '+')
-                        shown += c;
-                }
-                shown += "</sup>";
+        std::string shown = mantissa;
+        if (comma) std::replace(shown.begin(), shown.end(), '.', ',');
+        if (!exponent.empty()) {
+            shown += "·10<sup>";
+            for (char c : exponent) {
+                if (c == '-')
+                    shown += "−";
+                else if (c != '+')
+                    shown += c;
             }
-            shown += prefix == u"u" ? std::string("µ") : utf8(prefix);
-            literals.push_back(std::move(shown));
-
-            out += latin1(mantissa);
-            if (!exponent.empty()) out += QLatin1Char('e') + latin1(exponent);
-            if (!prefix.isEmpty()) out += QLatin1Char('e') + QString::number(exponentOf(prefix));
-            last = m.capturedEnd();
+            shown += "</sup>";
         }
-        out += QStringView(s).mid(last);
-        s = std::move(out);
-    }
+        shown += prefix == u"u" ? std::string("µ") : utf8(prefix);
+        literals.push_back(std::move(shown));
+
+        out += latin1(mantissa);
+        if (!exponent.empty()) out += QLatin1Char('e') + latin1(exponent);
+        if (!prefix.isEmpty()) out += QLatin1Char('e') + QString::number(exponentOf(prefix));
+    });
     addImplicitProducts(s);
 
     // Literals go to the numbers in the order mapChildren visits them, which
