@@ -69,7 +69,9 @@ Formula* find(std::vector<Formula>& list, const std::string& key) {
     return nullptr;
 }
 
-std::vector<Formula> build() {
+} // namespace
+
+std::vector<Formula> rows::buildCatalogue() {
     std::vector<Formula> out;
     out.reserve(118);
     for (auto part : {rows::dcRows, rows::acRows, rows::mathRows, rows::threePhaseRows, rows::tradeRows})
@@ -86,10 +88,8 @@ std::vector<Formula> build() {
     return out;
 }
 
-} // namespace
-
 const std::vector<Formula>& catalogue() {
-    static const std::vector<Formula> list = build();
+    static const std::vector<Formula> list = rows::buildCatalogue();
     return list;
 }
 

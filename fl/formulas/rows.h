@@ -1,6 +1,6 @@
 // The catalogue's rows as they are written: one family per block, the fields
 // in the order in which a row of the formula book reads, so that a row can be
-// checked against the book by eye. catalogue.cpp turns them into records, in
+// checked against the book by eye. buildCatalogue turns them into records, in
 // the order dc, ac, math, 3f, trade, and gives them their topics.
 #pragma once
 
@@ -35,5 +35,9 @@ std::vector<FamilyRow> acRows();   // alternating current, series and parallel
 std::vector<FamilyRow> mathRows(); // triangles, areas, polygons, circles, vectors
 std::vector<FamilyRow> threePhaseRows();
 std::vector<FamilyRow> tradeRows(); // compensation, energy, motors, the sine wave, installation test
+
+// A fresh catalogue built from the rows, with its topics; catalogue() keeps
+// the one the program uses.
+std::vector<Formula> buildCatalogue();
 
 } // namespace fl::rows
