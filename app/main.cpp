@@ -1,12 +1,39 @@
+// The program's entry: brings the pieces up in a fixed order and takes them
+// down again. Everything with logic lives in the app library.
+#include "app/crash.h"
+#include "app/startup.h"
+#include "app/theme.h"
+#include "store/datastore.h"
+
 #include <QApplication>
+#include <QFont>
 #include <QMainWindow>
 
 int main(int argc, char** argv) {
-    QApplication app(argc, argv);
+    // Before anything else, so that every later crash leaves a record.
+    app::installCrashHandler();
+
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    auto* application = new QApplication(argc, argv);
     QApplication::setApplicationName("Ostrovalden Skole");
-    QMainWindow window;
-    window.setWindowTitle("Ostrovalden Skole");
-    window.resize(1280, 800);
-    window.show();
-    return app.exec();
+    QApplication::setStyle("Fusion");
+    app::installFontSubstitutions();
+    QFont font("Segoe UI");
+    font.setPointSizeF(10.5);
+    QApplication::setFont(font);
+
+    app::startData();
+    app::loadSettings();
+
+    auto* window = new QMainWindow;
+    window->setWindowTitle("Ostrovalden Skole");
+    window->resize(1280, 800);
+    window->show();
+
+    const int code = application->exec();
+
+    DataStore::instance().save();
+    delete window;
+    delete application;
+    return code;
 }
