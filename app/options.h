@@ -22,4 +22,8 @@ struct AppOptions {
 
 AppOptions& options();
 
+// Hands komma, rund and trinvis to the computing core's number display. Call
+// after every change of the options.
+void applyDisplaySettings();
+
 } // namespace app

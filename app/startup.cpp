@@ -52,6 +52,7 @@ void loadSettings() {
     const Json rund = storeGet("rund");
     o.rund = rund.isString() ? rund.str : "p5";
     o.trinvis = storeGet("trinvis").asBool(false);
+    applyDisplaySettings();
     setTextScale(storeGet("tekst").asNumber(1.0));
     const std::string theme = storeGetString("theme", "auto");
     setThemeMode(theme == "light" ? ThemeLight : theme == "dark" ? ThemeDark : ThemeAuto);
