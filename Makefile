@@ -34,5 +34,15 @@ bench: setup $(BENCHBUILD)/CMakeCache.txt
 	cmake --build $(BENCHBUILD) -j$(JOBS) --target benchmarks
 	LC_ALL=da_DK.UTF-8 QT_QPA_PLATFORM=offscreen bench/run.sh $(BENCHBUILD)
 
+# The JSON parser under libFuzzer for FUZZTIME seconds (needs clang).
+FUZZBUILD ?= build-fuzz
+FUZZTIME  ?= 60
+fuzz:
+	@command -v clang++ >/dev/null || { echo "fuzz: clang++ is needed (apt-get install clang)"; exit 1; }
+	CXX=clang++ cmake -S fuzz -B $(FUZZBUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo
+	cmake --build $(FUZZBUILD) -j$(JOBS)
+	mkdir -p $(FUZZBUILD)/corpus
+	$(FUZZBUILD)/fuzz_json $(FUZZBUILD)/corpus fuzz/seeds -max_total_time=$(FUZZTIME)
+
 clean:
-	rm -rf $(BUILD) $(BENCHBUILD)
+	rm -rf $(BUILD) $(BENCHBUILD) $(FUZZBUILD)
