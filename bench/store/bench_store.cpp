@@ -22,7 +22,7 @@ Json circuitTree(std::mt19937& rng, int depth) {
     if (depth == 0) {
         static const char* const kinds[] = {"R", "L", "C", "A", "V"};
         node["kind"] = kinds[rng() % 5];
-        node["name"] = "R" + std::to_string(rng() % 20);
+        node["name"] = std::string(node["kind"].str).append(std::to_string(rng() % 20));
         node["value"] = double(rng() % 10000) / 10.0;
         node["unit"] = "Ω";
         return node;
