@@ -1,0 +1,125 @@
+// The formula page's reading of its fields: which quantity is wanted, and the
+// refusals in the student's words.
+#include "fl/formulas/fields.h"
+
+#include "fl/expr/node.h"
+#include "fl/formulas/catalogue.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Texts = std::map<std::string, std::string>;
+
+const fl::Formula& family(const char* key) {
+    const fl::Formula* f = fl::findFormula(key);
+    if (!f) throw std::runtime_error(std::string("no family ") + key);
+    return *f;
+}
+
+TEST(CheckFields, refusesInTheStudentsWords) {
+    struct Row {
+        const char* name;
+        const char* key;
+        Texts texts;
+        const char* refusal;
+    };
+    const Row rows[] = {
+        {"all filled", "ohm", {{"U", "230"}, {"I", "2"}, {"R", "47"}},
+         "Udfyld alle værdier undtagen den, du vil finde. Tomme felter nu: ."},
+        {"two empty", "ohm", {{"U", ""}, {"I", " "}, {"R", "47"}},
+         "Udfyld alle værdier undtagen den, du vil finde. Tomme felter nu: U, I."},
+        {"missing fields count as empty", "ohm", {{"R", "47"}},
+         "Udfyld alle værdier undtagen den, du vil finde. Tomme felter nu: U, I."},
+        {"unreadable before empty", "ohm", {{"U", ""}, {"I", ""}, {"R", "abc"}},
+         "Jeg kan ikke læse værdien for R."},
+        {"unreadable in display form", "ZRLC", {{"Z", "x"}, {"R", "5"}, {"XL", "2/0"}, {"XC", ""}},
+         "Jeg kan ikke læse værdien for Z, X<sub>L</sub>."},
+        {"empty list in display form", "ZRLC", {{"Z", "10"}, {"R", ""}, {"XL", ""}, {"XC", "5"}},
+         "Udfyld alle værdier undtagen den, du vil finde. Tomme felter nu: R, X<sub>L</sub>."},
+        {"no form, with a note", "ZRLC", {{"Z", "10"}, {"R", "6"}, {"XL", ""}, {"XC", "5"}},
+         "X<sub>L</sub> kan ikke isoleres direkte i denne formel. Se noten ovenfor."},
+    };
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.name);
+        const fl::FieldCheck c = fl::checkFields(family(r.key), r.texts);
+        EXPECT_EQ(c.refusal, r.refusal);
+        EXPECT_EQ(c.target, "");
+    }
+}
+
+TEST(CheckFields, readsTypedValuesAndFindsTheTarget) {
+    struct Row {
+        const char* name;
+        const char* key;
+        Texts texts;
+        const char* target;
+        std::map<std::string, double> values;
+    };
+    const Row rows[] = {
+        {"plain numbers", "ohm", {{"U", "230"}, {"I", ""}, {"R", "47"}}, "I", {{"U", 230}, {"R", 47}}},
+        {"prefix and comma", "ohm", {{"U", "0,5k"}, {"I", "9m"}, {"R", ""}}, "R", {{"U", 500}, {"I", 0.009}}},
+        {"expression", "ohm", {{"U", "230*√2"}, {"I", ""}, {"R", "2·5"}}, "I",
+         {{"U", 230 * 1.4142135623730951}, {"R", 10}}},
+        {"a default counts as filled", "XL", {{"XL", ""}, {"f", "50"}, {"L", "9m"}}, "XL",
+         {{"f", 50}, {"L", 0.009}}},
+        {"a cleared default is the target", "XL", {{"XL", "2,8"}, {"f", ""}, {"L", "9m"}}, "f",
+         {{"XL", 2.8}, {"L", 0.009}}},
+    };
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.name);
+        const fl::FieldCheck c = fl::checkFields(family(r.key), r.texts);
+        EXPECT_EQ(c.refusal, "");
+        EXPECT_EQ(c.target, r.target);
+        ASSERT_EQ(c.values.size(), r.values.size());
+        for (const auto& [symbol, value] : r.values) EXPECT_DOUBLE_EQ(c.values.at(symbol), value) << symbol;
+    }
+}
+
+// Every quantity of every family, left alone empty: either it has a form and
+// becomes the target, or the page refuses it with the hint that fits the family.
+TEST(CheckFields, everyQuantityIsEitherSolvedOrRefused) {
+    for (const fl::Formula& f : fl::catalogue()) {
+        for (const fl::FormulaVar& wanted : f.vars) {
+            SCOPED_TRACE(f.key + " " + wanted.symbol);
+            Texts texts;
+            for (const fl::FormulaVar& v : f.vars) texts[v.symbol] = v.symbol == wanted.symbol ? "" : "2";
+            const fl::FieldCheck c = fl::checkFields(f, texts);
+            bool hasForm = false;
+            for (const fl::FormulaForm& form : f.forms) hasForm = hasForm || form.var == wanted.symbol;
+            if (hasForm) {
+                EXPECT_EQ(c.target, wanted.symbol);
+                EXPECT_EQ(c.refusal, "");
+                EXPECT_EQ(c.values.size(), f.vars.size() - 1);
+            } else {
+                EXPECT_EQ(c.target, "");
+                EXPECT_EQ(c.refusal, fl::symbolDisplay(wanted.symbol) + " kan ikke isoleres direkte i denne formel. " +
+                                         (f.note.empty() ? "Prøv et af værktøjerne." : "Se noten ovenfor."));
+            }
+        }
+    }
+}
+
+TEST(InterpretLine, showsTheValueAsReadOrAWarning) {
+    struct Row {
+        const char* name;
+        const char* text;
+        const char* line;
+    };
+    const Row rows[] = {
+        {"empty", "", ""},
+        {"blanks", "   ", ""},
+        {"prefix", "4,7k", "= 4700"},
+        {"micro", "25e-6", "= 25·10⁻⁶"},
+        {"expression", "230/2", "= 115"},
+        {"negative", "-5", "= −5"},
+        {"unreadable", "abc", "<span style=\"color:#c62828\">kan ikke læses</span>"},
+        {"division by zero", "1/0", "<span style=\"color:#c62828\">kan ikke læses</span>"},
+    };
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.name);
+        EXPECT_EQ(fl::interpretLine(r.text, "#c62828"), r.line);
+    }
+}
+
+}  // namespace
