@@ -1,0 +1,118 @@
+// The view every result is shown in: takes a RenderResult (markup with its
+// figures and expression images beside it), rewrites it for the text engine
+// (sheettext.h), draws the images on demand and keeps them for the life of
+// the content, reveals steps one at a time, fits its height to the document,
+// and reports clicks on links and on whole tiles through `action`. It never
+// follows a link itself. The frames around it are in resultarea.h.
+#pragma once
+
+#include "fl/expr/markup.h"
+
+#include <QImage>
+#include <QMap>
+#include <QSet>
+#include <QSize>
+#include <QTextBrowser>
+#include <QVariant>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace app {
+
+// A figure's SVG drawn at `size` (its own size when that is empty) on an
+// image of that size × dpr; transparent where the SVG doesn't load.
+QImage renderFigure(const std::string& svg, double dpr, QSize size = QSize());
+// The rules the view adds to the document stylesheet.
+QString sheetViewCss();
+// The size each "f:N" image has in `html`, from its tag.
+QMap<QString, QSize> figureSizes(const QString& html);
+
+class SheetView : public QTextBrowser {
+    Q_OBJECT
+  public:
+    using Provider = std::function<fl::RenderResult()>;
+
+    explicit SheetView(QWidget* parent = nullptr);
+
+    // Stores the function that writes the markup and shows what it writes.
+    void setProvider(Provider fn);
+    // Writes the markup again (after a change of settings or theme); the
+    // reveal state starts over.
+    void refresh();
+    void setContent(const fl::RenderResult& result);
+    void setStepMode(bool on);
+    void revealNext();
+    void revealAll();
+    void clear();
+    void setExtraCss(const QString& css) { extraCss = css; }
+
+    // Writes the sheet to a PDF file on A4; false when the file can't be written.
+    bool printToPdf(const QString& title, const QString& path);
+
+    // The markup as the text engine gets it.
+    QString visibleHtml() const;
+    // The document stylesheet: the theme's, the view's own rules, then extraCss.
+    QString styleSheet() const;
+    void fitHeight();
+
+    const std::string& markup() const { return html; }
+    bool hasContent() const { return !html.empty(); }
+    bool inStepMode() const { return stepMode; }
+    int revealedSteps() const { return revealed; }
+    int steps() const { return stepCount; }
+    int printWidth() const { return pdfWidth; }
+    QRectF hoverRect() const { return hotRect; }
+    // Images drawn so far, by name ("f:0", "m:3").
+    const QMap<QString, QVariant>& images() const { return cache; }
+
+    bool autoHeight = true;
+
+    // The cell around `pos` (viewport coordinates) that holds a link, with
+    // its href and its rectangle in document coordinates; an empty href when
+    // there is none.
+    struct Tile {
+        QString href;
+        QRectF rect;
+    };
+    static Tile tileAt(const QTextBrowser* view, const QPoint& pos);
+
+  signals:
+    void action(const QString& href);
+    void contentChanged();
+    // After a step was revealed or the step mode switched.
+    void revealChanged();
+
+  protected:
+    QVariant loadResource(int type, const QUrl& name) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+
+  private:
+    void rebuild();
+    void setHot(const QRectF& rect);
+    QVariant drawImage(const QString& name, double dpr) const;
+    friend bool writeSheetPdf(SheetView* view, const QString& title, const QString& path);
+
+    Provider provider;
+    std::string html;
+    std::vector<std::string> figs;
+    std::vector<fl::NodePtr> maths;
+    QMap<QString, QVariant> cache;
+    QMap<QString, QSize> figSizes; // each figure's size in the document shown
+    QSet<QString> cellMaths;       // images alone in an equation table's cell
+    QString extraCss;
+    QRectF hotRect;
+    bool stepMode = false;
+    int revealed = 0;
+    int stepCount = 0;
+    int pdfWidth = 920;
+    bool inFit = false;
+    int lastWidth = -1000;
+};
+
+} // namespace app
