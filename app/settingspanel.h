@@ -1,0 +1,51 @@
+// The settings popup under the gear: step mode, rounding, decimal sign,
+// theme and text size. Each control writes the process-wide setting, stores
+// it and tells the window's pages through its signals.
+#pragma once
+
+#include <QFrame>
+
+class QCheckBox;
+class QComboBox;
+class QLabel;
+class QPushButton;
+
+namespace app {
+
+class MainWindow;
+
+class SettingsPanel : public QFrame {
+    Q_OBJECT
+public:
+    explicit SettingsPanel(MainWindow* window);
+
+    // Shows the present settings without acting on them.
+    void sync();
+    // Right edge under the gear's right edge, 6 pixels below it.
+    void popUpUnder(QWidget* gear);
+
+    QCheckBox* steps = nullptr;
+    QComboBox* rounding = nullptr;
+    QCheckBox* comma = nullptr;
+    QPushButton* themeButton = nullptr;
+    QLabel* themeNow = nullptr;
+    QComboBox* textSize = nullptr;
+
+private:
+    void stepsToggled(bool on);
+    void roundingChosen(int index);
+    void commaToggled(bool on);
+    void cycleTheme();
+    void textSizeChosen(int index);
+    void showThemeMode();
+
+    MainWindow* window;
+};
+
+// The combo index for a stored text scale: above 1.25 the largest, above
+// 1.05 the middle one, otherwise normal.
+int textSizeIndex(double scale);
+// "p5", "d2"; "auto", "light", "dark"
+const char* themeModeName(int mode);
+
+}  // namespace app
