@@ -145,6 +145,7 @@ private:
     SettingsPanel* panel = nullptr;
     QTimer* saveWatch = nullptr;
     QTimer* savedHide = nullptr;
+    bool paintReported = false;
 };
 
 }  // namespace app

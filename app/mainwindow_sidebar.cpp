@@ -95,7 +95,6 @@ void MainWindow::rebuildSidebar() {
     QFont sectionFont = uiFont(8.5, QFont::Bold);
     sectionFont.setLetterSpacing(QFont::AbsoluteSpacing, 0.8);
     const QFont arrowFont = uiFont(10.5);
-    const QFont entryFont = uiFont(10.5);
 
     for (const fl::Section& section : fl::sections()) {
         const QString id = QString::fromStdString(section.id);
@@ -114,7 +113,8 @@ void MainWindow::rebuildSidebar() {
                 continue;
             const QString r = QString::fromStdString(route);
             holdsCurrent = holdsCurrent || r == current;
-            entries.push_back({r, circuit ? withoutCurrentSuffix(name) : name});
+            const QString shown = plain(tile->name);
+            entries.push_back({r, circuit ? withoutCurrentSuffix(shown) : shown});
         }
         if (entries.empty()) continue;
         if (holdsCurrent) sectionOpen[id] = true;
@@ -133,9 +133,9 @@ void MainWindow::rebuildSidebar() {
         head->setFlags(Qt::ItemIsEnabled);
 
         for (const Entry& entry : entries) {
-            auto* item = new QTreeWidgetItem(head, {plain(entry.name.toStdString())});
+            auto* item = new QTreeWidgetItem(head, {entry.name});
+            // No font of its own: the stylesheet sets the size and bolds the selected one.
             item->setData(0, RouteRole, entry.route);
-            item->setFont(0, entryFont);
             item->setFirstColumnSpanned(true);
             item->setSelected(entry.route == current);
         }

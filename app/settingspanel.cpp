@@ -134,7 +134,6 @@ void SettingsPanel::cycleTheme() {
     storeSet("theme", Json(themeModeName(next)));
     setThemeMode(next);
     showThemeMode();
-    window->styleFrames();
     window->updateStatus();
     emit window->themeChanged();
 }

@@ -1,21 +1,14 @@
 #include "app/valuefield.h"
 
 #include "app/widgets.h"
+#include "fl/expr/node.h"
 
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QRegularExpression>
 #include <QVBoxLayout>
 
 namespace app {
-
-QString symbolMarkup(const QString& text) {
-    static const QRegularExpression sub(QStringLiteral("_([A-Za-z]+)"));
-    QString out = text.toHtmlEscaped();
-    out.replace(sub, QStringLiteral("<sub>\\1</sub>"));
-    return out;
-}
 
 ValueField::ValueField(const QString& key_, const QString& label, const QString& unit_, const QString& def,
                        const QString& descText, QWidget* parent)
@@ -25,7 +18,8 @@ ValueField::ValueField(const QString& key_, const QString& label, const QString&
     grid->setHorizontalSpacing(10);
     grid->setVerticalSpacing(1);
 
-    symbol = new QLabel(symbolMarkup(key), this);
+    // The same display form as in the worked sheets: "XL" reads X with index L.
+    symbol = new QLabel(QString::fromStdString(fl::symbolDisplay(key.toStdString())), this);
     symbol->setTextFormat(Qt::RichText);
     symbol->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     symbol->setMinimumWidth(80);

@@ -37,7 +37,4 @@ signals:
     void changed();
 };
 
-// "U_R1" → "U<sub>R</sub>1"-style markup for a symbol label.
-QString symbolMarkup(const QString& text);
-
 }  // namespace app

@@ -9,6 +9,7 @@
 #include "app/routes.h"
 #include "app/settingspanel.h"
 #include "app/theme.h"
+#include "app/valuefield.h"
 #include "fl/formulas/lists.h"
 #include "store/datastore.h"
 
@@ -20,10 +21,10 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QGraphicsEffect>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QSignalSpy>
 #include <QStackedWidget>
 #include <QTemporaryDir>
 #include <QTreeWidget>
@@ -40,6 +41,19 @@ Strings strings(const Json& array) {
     for (const Json& v : array.asArray()) out.push_back(v.asString());
     return out;
 }
+
+// Counts a signal's emissions and keeps the last string or bool it carried.
+struct Spy {
+    int count = 0;
+    QVariant last;
+    template <typename Obj, typename... Args>
+    Spy(Obj* sender, void (Obj::*signal)(Args...)) {
+        QObject::connect(sender, signal, [this](auto... args) {
+            ++count;
+            ((last = QVariant::fromValue(args)), ...);
+        });
+    }
+};
 
 void settle(int ms) {
     QElapsedTimer t;
@@ -237,13 +251,13 @@ TEST_F(WindowTest, renavigatingKeepsPreviousAndScrollsToTopWithoutFade) {
     settle(250);
     page->verticalScrollBar()->setValue(300);
     ASSERT_EQ(page->verticalScrollBar()->value(), 300);
-    QSignalSpy spy(&w, &app::MainWindow::navigated);
+    Spy spy(&w, &app::MainWindow::navigated);
     w.navigate("kabel");
     EXPECT_EQ(w.previousRoute(), "trafo");
     EXPECT_EQ(page->verticalScrollBar()->value(), 0);
     EXPECT_EQ(page->graphicsEffect(), nullptr);
-    ASSERT_EQ(spy.count(), 1);
-    EXPECT_EQ(spy.at(0).at(0).toString(), "kabel");
+    ASSERT_EQ(spy.count, 1);
+    EXPECT_EQ(spy.last.toString(), "kabel");
     w.navigate("trafo");
     EXPECT_NE(w.currentPage()->graphicsEffect(), nullptr) << "a new page fades in";
     EXPECT_EQ(w.previousRoute(), "kabel");
@@ -276,7 +290,9 @@ TEST_F(WindowTest, globalLinkSchemesNavigate) {
         SCOPED_TRACE(row.href);
         w.followLink(row.href);
         EXPECT_EQ(w.currentRoute(), row.route);
-        if (*row.key) EXPECT_EQ(storeGetString(row.key), row.stored);
+        if (*row.key) {
+            EXPECT_EQ(storeGetString(row.key), row.stored);
+        }
     }
 }
 
@@ -300,7 +316,9 @@ TEST_F(WindowTest, searchFindsByNameAndSearchWords) {
     const Row rows[] = {
         {"hpfi", {"⌂ Forside", "HJÆLP OG OVERBLIK", "Test af installation"}, "insttest"},
         {"  FARVEKODE ", {"⌂ Forside", "SMÅVÆRKTØJER", "Modstandens farvekode"}, "farve"},
-        {"Kortslutning", {"⌂ Forside", "DIMENSIONERING", "Ik max (kortslutningsstrøm)", "Ik min (kortslutningsstrøm)"},
+        {"Kortslutning",
+         {"⌂ Forside", "DIMENSIONERING", "Ik max (kortslutningsstrøm)", "Ik min (kortslutningsstrøm)",
+          "HJÆLP OG OVERBLIK", "Test af installation"},
          "ikmax"},
         {"", {}, "hjem"},
     };
@@ -309,7 +327,9 @@ TEST_F(WindowTest, searchFindsByNameAndSearchWords) {
         SCOPED_TRACE(row.text);
         w.navigate("trafo");
         w.searchBox()->setText(QString::fromUtf8(row.text));
-        if (!row.rows.empty()) EXPECT_EQ(sidebarRows(), row.rows);
+        if (!row.rows.empty()) {
+            EXPECT_EQ(sidebarRows(), row.rows);
+        }
         w.openFirstHit();
         EXPECT_EQ(w.currentRoute(), row.firstHit);
     }
@@ -317,7 +337,7 @@ TEST_F(WindowTest, searchFindsByNameAndSearchWords) {
 
 TEST_F(WindowTest, sidebarDropsClosedRoutesAndCurrentSuffixes) {
     app::options().off = {"vaerktoj"};
-    app::MainWindow& w = open();
+    open();
     EXPECT_EQ(sidebarRow("trafo"), nullptr);
     EXPECT_EQ(sidebarRow("sec:n_dim"), nullptr) << "a section with nothing left is skipped";
     ASSERT_NE(sidebarRow("kreds"), nullptr);
@@ -378,6 +398,23 @@ TEST_F(WindowTest, searchBoxKeys) {
     EXPECT_NE(w.sidebar()->currentItem(), nullptr);
 }
 
+TEST_F(WindowTest, buttonsAndCombosGetThePointingHand) {
+    app::MainWindow& w = open();
+    auto* plainButton = new QPushButton("Løs", w.currentPage());
+    auto* combo = new QComboBox(w.currentPage());
+    auto* own = new QPushButton("Træk", w.currentPage());
+    own->setCursor(Qt::SizeAllCursor);
+    auto* label = new QLabel("tekst", w.currentPage());
+    for (QWidget* widget : std::initializer_list<QWidget*>{plainButton, combo, own, label}) {
+        QEvent enter(QEvent::Enter);
+        QApplication::sendEvent(widget, &enter);
+    }
+    EXPECT_EQ(plainButton->cursor().shape(), Qt::PointingHandCursor);
+    EXPECT_EQ(combo->cursor().shape(), Qt::PointingHandCursor);
+    EXPECT_EQ(own->cursor().shape(), Qt::SizeAllCursor);
+    EXPECT_EQ(label->cursor().shape(), Qt::ArrowCursor);
+}
+
 // ---------------------------------------------------------------- results
 
 TEST_F(WindowTest, eleventhResultPushesOutTheOldestAndNaNNeverEnters) {
@@ -391,6 +428,7 @@ TEST_F(WindowTest, eleventhResultPushesOutTheOldestAndNaNNeverEnters) {
     EXPECT_EQ(records.front().name, "R_11");
     EXPECT_EQ(records.back().name, "R_2");
     EXPECT_FALSE(w.resultStrip()->isHidden());
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(w.resultStrip()->findChildren<QPushButton*>().size(), 10);
 }
 
@@ -468,25 +506,25 @@ TEST_F(WindowTest, noticeWithIdShowsUntilClosedOnce) {
 TEST_F(WindowTest, settingsPanelWritesStoresAndSignals) {
     app::MainWindow& w = open();
     app::SettingsPanel* p = w.settingsPanel();
-    QSignalSpy settings(&w, &app::MainWindow::settingsChanged);
-    QSignalSpy theme(&w, &app::MainWindow::themeChanged);
-    QSignalSpy steps(&w, &app::MainWindow::stepModeChanged);
+    Spy settings(&w, &app::MainWindow::settingsChanged);
+    Spy theme(&w, &app::MainWindow::themeChanged);
+    Spy steps(&w, &app::MainWindow::stepModeChanged);
 
     p->comma->setChecked(false);
     EXPECT_FALSE(app::options().komma);
     EXPECT_FALSE(storeGet("komma").asBool(true));
-    EXPECT_EQ(settings.count(), 1);
+    EXPECT_EQ(settings.count, 1);
 
     p->rounding->setCurrentIndex(1);
     emit p->rounding->activated(1);
     EXPECT_EQ(app::options().rund, "d2");
     EXPECT_EQ(storeGetString("rund"), "d2");
-    EXPECT_EQ(settings.count(), 2);
+    EXPECT_EQ(settings.count, 2);
 
     p->steps->setChecked(true);
     EXPECT_TRUE(storeGet("trinvis").asBool());
-    ASSERT_EQ(steps.count(), 1);
-    EXPECT_TRUE(steps.at(0).at(0).toBool());
+    ASSERT_EQ(steps.count, 1);
+    EXPECT_TRUE(steps.last.toBool());
     EXPECT_EQ(w.statusText()->text(), "Afrunding: som formelsamlingen · decimalpunktum · ét trin ad gangen");
 
     p->textSize->setCurrentIndex(1);
@@ -495,14 +533,14 @@ TEST_F(WindowTest, settingsPanelWritesStoresAndSignals) {
     EXPECT_EQ(storeGet("tekst").asNumber(), 1.15);
     EXPECT_EQ(w.sidebar()->parentWidget()->width(), 322);
     EXPECT_TRUE(qApp->styleSheet().contains("font-size: 12.1pt"));
-    EXPECT_EQ(settings.count(), 3);
-    EXPECT_EQ(theme.count(), 1);
+    EXPECT_EQ(settings.count, 3);
+    EXPECT_EQ(theme.count, 1);
 }
 
 TEST_F(WindowTest, themeButtonCyclesAutoLightDark) {
     app::setThemeMode(app::ThemeAuto);
     app::MainWindow& w = open();
-    QSignalSpy theme(&w, &app::MainWindow::themeChanged);
+    Spy theme(&w, &app::MainWindow::themeChanged);
     const std::pair<const char*, bool> steps[] = {{"light", false}, {"dark", true}, {"auto", false}};
     for (auto [stored, dark] : steps) {
         SCOPED_TRACE(stored);
@@ -510,7 +548,7 @@ TEST_F(WindowTest, themeButtonCyclesAutoLightDark) {
         EXPECT_EQ(storeGetString("theme"), stored);
         EXPECT_EQ(app::colors().dark, dark);
     }
-    EXPECT_EQ(theme.count(), 3);
+    EXPECT_EQ(theme.count, 3);
 }
 
 TEST_F(WindowTest, textSizeComboShowsTheStoredScaleByThresholds) {
@@ -572,9 +610,9 @@ TEST_F(WindowTest, unchangedProfileKeepsPagesAndPlace) {
     app::MainWindow& w = open();
     w.navigate("trafo");
     app::Page* page = w.currentPage();
-    QSignalSpy nav(&w, &app::MainWindow::navigated);
+    Spy nav(&w, &app::MainWindow::navigated);
     w.applyProfile();
-    EXPECT_EQ(nav.count(), 0);
+    EXPECT_EQ(nav.count, 0);
     EXPECT_EQ(w.currentPage(), page);
 }
 

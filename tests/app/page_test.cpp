@@ -152,12 +152,12 @@ TEST(ValueField, interpretationLineHidesWhenEmpty) {
     EXPECT_FALSE(field.interp->isVisible());
 }
 
-TEST(ValueField, symbolShowsItsIndexAsSubscript) {
+TEST(ValueField, symbolUsesTheDisplayFormOfTheSheets) {
     const std::pair<const char*, const char*> rows[] = {
-        {"U_R", "U<sub>R</sub>"}, {"R_tot", "R<sub>tot</sub>"}, {"I", "I"}, {"a<b", "a&lt;b"}};
-    for (auto [plain, markup] : rows) {
-        SCOPED_TRACE(plain);
-        EXPECT_EQ(app::symbolMarkup(plain).toStdString(), markup);
+        {"U_R", "U<sub>R</sub>"}, {"R12", "R<sub>12</sub>"}, {"I", "I"}, {"cosphi_2", "cos φ<sub>2</sub>"}};
+    for (auto [key, markup] : rows) {
+        SCOPED_TRACE(key);
+        EXPECT_EQ(app::ValueField(key, "", "").symbol->text().toStdString(), markup);
     }
 }
 
