@@ -3,6 +3,7 @@
 #include "app/mainwindow.h"
 #include "app/options.h"
 #include "app/theme.h"
+#include "fl/expr/numbers.h"
 #include "store/datastore.h"
 
 #include <QCheckBox>
@@ -13,6 +14,14 @@
 #include <QSignalBlocker>
 
 namespace app {
+
+void syncDisplaySettings() {
+    const AppOptions& o = options();
+    fl::DisplaySettings& d = fl::displaySettings();
+    d.decimalComma = o.komma;
+    d.rounding = o.rund;
+    d.oneStepAtATime = o.trinvis;
+}
 
 int textSizeIndex(double scale) {
     if (scale > 1.25) return 2;

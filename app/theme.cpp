@@ -93,7 +93,9 @@ void applyTheme() {
     pal.setColor(QPalette::HighlightedText, QColor(dark ? "#0d1220" : "#ffffff"));
     pal.setColor(QPalette::PlaceholderText, qcolor(c.muted));
     QApplication::setPalette(pal);
-    qApp->setStyleSheet(appStyleSheet());
+    // Setting a stylesheet re-polishes every widget; skip it when nothing changed.
+    const QString sheet = appStyleSheet();
+    if (qApp->styleSheet() != sheet) qApp->setStyleSheet(sheet);
 }
 
 QString fillTokens(const QString& text, const ThemeColors& c, const QString& btnText) {
