@@ -1,13 +1,13 @@
 // The program's entry: brings the pieces up in a fixed order and takes them
 // down again. Everything with logic lives in the app library.
 #include "app/crash.h"
+#include "app/mainwindow.h"
 #include "app/startup.h"
 #include "app/theme.h"
 #include "store/datastore.h"
 
 #include <QApplication>
 #include <QFont>
-#include <QMainWindow>
 
 int main(int argc, char** argv) {
     // Before anything else, so that every later crash leaves a record.
@@ -25,9 +25,8 @@ int main(int argc, char** argv) {
     app::startData();
     app::loadSettings();
 
-    auto* window = new QMainWindow;
-    window->setWindowTitle("Ostrovalden Skole");
-    window->resize(1280, 800);
+    // Builds the whole frame, restores the geometry and opens on "hjem".
+    auto* window = new app::MainWindow;
     window->show();
 
     const int code = application->exec();

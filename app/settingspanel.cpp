@@ -3,7 +3,6 @@
 #include "app/mainwindow.h"
 #include "app/options.h"
 #include "app/theme.h"
-#include "fl/expr/numbers.h"
 #include "store/datastore.h"
 
 #include <QCheckBox>
@@ -14,14 +13,6 @@
 #include <QSignalBlocker>
 
 namespace app {
-
-void syncDisplaySettings() {
-    const AppOptions& o = options();
-    fl::DisplaySettings& d = fl::displaySettings();
-    d.decimalComma = o.komma;
-    d.rounding = o.rund;
-    d.oneStepAtATime = o.trinvis;
-}
 
 int textSizeIndex(double scale) {
     if (scale > 1.25) return 2;
@@ -114,7 +105,7 @@ void SettingsPanel::popUpUnder(QWidget* gear) {
 
 void SettingsPanel::stepsToggled(bool on) {
     options().trinvis = on;
-    syncDisplaySettings();
+    applyDisplaySettings();
     storeSet("trinvis", Json(on));
     emit window->stepModeChanged(on);
 }
@@ -123,7 +114,7 @@ void SettingsPanel::roundingChosen(int index) {
     const std::string code = rounding->itemData(index).toString().toStdString();
     if (code == options().rund) return;
     options().rund = code;
-    syncDisplaySettings();
+    applyDisplaySettings();
     storeSet("rund", Json(code));
     window->rebuildResults();
     emit window->settingsChanged();
@@ -131,7 +122,7 @@ void SettingsPanel::roundingChosen(int index) {
 
 void SettingsPanel::commaToggled(bool on) {
     options().komma = on;
-    syncDisplaySettings();
+    applyDisplaySettings();
     storeSet("komma", Json(on));
     window->rebuildResults();
     emit window->settingsChanged();

@@ -42,10 +42,6 @@ private:
     MainWindow* window;
 };
 
-// Copies komma, rund and trinvis into the core's display settings, which
-// every number shown goes through. Call after each change of the options.
-void syncDisplaySettings();
-
 // The combo index for a stored text scale: above 1.25 the largest, above
 // 1.05 the middle one, otherwise normal.
 int textSizeIndex(double scale);

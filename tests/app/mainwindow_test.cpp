@@ -68,7 +68,7 @@ protected:
         DataStore::instance().resetForTest();
         DataStore::instance().setPath((dir.path() + "/data.json").toStdString());
         app::options() = app::AppOptions{};
-        app::syncDisplaySettings();
+        app::applyDisplaySettings();
         app::setTextScale(1.0);
         app::setThemeMode(app::ThemeLight);
         QApplication::setApplicationName("Ostrovalden Skole");
@@ -76,7 +76,7 @@ protected:
     void TearDown() override {
         window.reset();
         app::options() = app::AppOptions{};
-        app::syncDisplaySettings();
+        app::applyDisplaySettings();
         app::setTextScale(1.0);
         app::setThemeMode(app::ThemeLight);
         DataStore::instance().resetForTest();
@@ -439,7 +439,7 @@ TEST_F(WindowTest, resultButtonShowsThePlainNameAndTheFormattedValue) {
     ASSERT_NE(button, nullptr);
     EXPECT_EQ(button->text(), "UR1 = 1234,6 V");
     app::options().komma = false;
-    app::syncDisplaySettings();
+    app::applyDisplaySettings();
     w.rebuildResults();
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(w.resultStrip()->findChild<QPushButton*>()->text(), "UR1 = 1234.6 V");
@@ -455,7 +455,7 @@ TEST_F(WindowTest, resultClickWritesIntoTheLastFieldUsed) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.written);
         app::options().komma = row.komma;
-        app::syncDisplaySettings();
+        app::applyDisplaySettings();
         app::MainWindow& w = open();
         w.show();
         w.navigate("trafo");
