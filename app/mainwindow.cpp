@@ -500,6 +500,8 @@ void MainWindow::applyProfile() {
                 ++it;
                 continue;
             }
+            // Gone from the window at once, so that it no longer hears its signals.
+            disconnect(this, nullptr, it->second, nullptr);
             stack->removeWidget(it->second);
             it->second->deleteLater();
             it = pages.erase(it);
