@@ -67,12 +67,27 @@ QString tileHref(const QTextTableCell& cell) {
     return ok ? href : QString();
 }
 
+QRectF cellRect(const QAbstractTextDocumentLayout* layout, QTextTable* table, const QTextTableCell& cell);
+
+// The rectangle a table takes. The layout's frame rectangle of a table is
+// that of its first cell's content, so it is built from the corner cells.
+QRectF tableRect(const QAbstractTextDocumentLayout* layout, QTextTable* table) {
+    if (table->rows() == 0 || table->columns() == 0) return {};
+    return cellRect(layout, table, table->cellAt(0, 0)) |
+           cellRect(layout, table, table->cellAt(table->rows() - 1, table->columns() - 1));
+}
+
+QRectF frameRect(const QAbstractTextDocumentLayout* layout, QTextFrame* frame) {
+    if (auto* table = qobject_cast<QTextTable*>(frame)) return tableRect(layout, table);
+    return layout->frameBoundingRect(frame);
+}
+
 // The rectangle a cell's content takes, in document coordinates.
 QRectF contentRect(const QAbstractTextDocumentLayout* layout, const QTextTableCell& cell) {
     QRectF r;
     for (auto it = cell.begin(); !it.atEnd(); ++it) {
         if (QTextFrame* child = it.currentFrame())
-            r |= layout->frameBoundingRect(child);
+            r |= frameRect(layout, child);
         else
             r |= layout->blockBoundingRect(it.currentBlock());
     }
@@ -98,7 +113,7 @@ QRectF cellRect(const QAbstractTextDocumentLayout* layout, QTextTable* table, co
 // The innermost table cell under `p` whose content is one link.
 SheetView::Tile findTile(const QAbstractTextDocumentLayout* layout, QTextFrame* frame, const QPointF& p) {
     for (QTextFrame* child : frame->childFrames()) {
-        if (!layout->frameBoundingRect(child).contains(p)) continue;
+        if (!frameRect(layout, child).contains(p)) continue;
         // Tables nested deeper come first: a card holding tiles isn't a tile.
         const SheetView::Tile inner = findTile(layout, child, p);
         if (!inner.href.isEmpty()) return inner;
@@ -208,9 +223,17 @@ QString SheetView::styleSheet() const {
     return documentCss() + sheetViewCss() + extraCss;
 }
 
+int SheetView::viewWidth() const {
+    // The viewport's own size lags behind while the widget is hidden.
+    const QMargins vm = viewportMargins();
+    int w = contentsRect().width() - vm.left() - vm.right();
+    if (verticalScrollBar()->isVisible()) w -= verticalScrollBar()->width();
+    return w;
+}
+
 QString SheetView::visibleHtml() const {
     SheetState s;
-    s.width = viewport()->width();
+    s.width = viewWidth();
     s.stepMode = stepMode;
     s.revealed = revealed;
     s.stepCount = stepCount;
@@ -220,7 +243,7 @@ QString SheetView::visibleHtml() const {
 void SheetView::rebuild() {
     setHot(QRectF());
     document()->setDefaultStyleSheet(styleSheet());
-    lastWidth = viewport()->width();
+    lastWidth = viewWidth();
     const QString visible = visibleHtml();
     figSizes = figureSizes(visible);
     cellMaths = cellImages(visible);
@@ -238,8 +261,12 @@ void SheetView::rebuild() {
 void SheetView::fitHeight() {
     if (inFit) return;
     inFit = true;
-    document()->setTextWidth(std::max(viewport()->width(), 200));
-    const int h = html.empty() ? 0 : int(std::ceil(document()->size().height())) + 4;
+    document()->setTextWidth(std::max(viewWidth(), 200));
+    // The stylesheet pads the viewport inside the widget (QTextEdit's
+    // padding); the document needs its own height inside that.
+    const QMargins vm = viewportMargins();
+    const int padding = height() - contentsRect().height() + vm.top() + vm.bottom();
+    const int h = html.empty() ? 0 : int(std::ceil(document()->size().height())) + 4 + padding;
     if (h != height()) setFixedHeight(h);
     inFit = false;
 }
@@ -304,7 +331,7 @@ QImage renderFigure(const std::string& svg, double dpr, QSize size) {
 
 void SheetView::resizeEvent(QResizeEvent* event) {
     QTextBrowser::resizeEvent(event);
-    const int w = viewport()->width();
+    const int w = viewWidth();
     if (std::abs(w - lastWidth) > 12 && html.find("<img src=\"f:") != std::string::npos)
         QTimer::singleShot(0, this, [this] { rebuild(); });
     else if (autoHeight)

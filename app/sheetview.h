@@ -56,6 +56,8 @@ class SheetView : public QTextBrowser {
     // The document stylesheet: the theme's, the view's own rules, then extraCss.
     QString styleSheet() const;
     void fitHeight();
+    // The width the document is laid out in.
+    int viewWidth() const;
 
     const std::string& markup() const { return html; }
     bool hasContent() const { return !html.empty(); }
