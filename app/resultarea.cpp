@@ -1,11 +1,12 @@
 // SheetBox and ResultArea: the reveal bar and the PDF button around a view.
 #include "app/resultarea.h"
 
+#include "app/mainwindow.h"
 #include "app/options.h"
 #include "app/sheettext.h"
 #include "app/widgets.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QHBoxLayout>
@@ -28,6 +29,13 @@ QString pdfName(const QString& title) {
     static const QRegularExpression bad(QStringLiteral("[\\\\/:*?\"<>|]"));
     QString name = QString(title).remove(bad).simplified();
     return (name.isEmpty() ? QStringLiteral("Ostrovalden") : name) + QStringLiteral(".pdf");
+}
+
+// The one main window, also while it is still building its first page.
+MainWindow* mainWindow() {
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (auto* window = qobject_cast<MainWindow*>(w)) return window;
+    return nullptr;
 }
 
 } // namespace
@@ -92,6 +100,8 @@ ResultArea::ResultArea(QWidget* parent) : QWidget(parent) {
     layout->addWidget(box);
 
     view()->setStepMode(options().trinvis);
+    if (MainWindow* window = mainWindow())
+        connect(window, &MainWindow::stepModeChanged, view(), &SheetView::setStepMode);
     connect(pdf, &QPushButton::clicked, this, &ResultArea::savePdf);
     connect(view(), &SheetView::contentChanged, this,
             [this] { barWidget->setVisible(view()->hasContent()); });

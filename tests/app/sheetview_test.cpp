@@ -1,17 +1,21 @@
 // The sheet view as a widget: whole-cell clicks on tiles, its height, the
 // image cache across rebuilds, redrawing on a change of theme, refitting
 // figures on resize, and the result area's PDF bar.
+#include "app/mainwindow.h"
+#include "app/options.h"
 #include "app/resultarea.h"
 #include "app/sheettext.h"
 #include "app/theme.h"
 #include "fl/expr/markup.h"
 #include "fl/formulas/home.h"
+#include "store/datastore.h"
 
 #include <gtest/gtest.h>
 
 #include <QApplication>
 #include <QMouseEvent>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTextBlock>
 #include <QTextDocument>
 
@@ -246,6 +250,24 @@ TEST_F(SheetViewTest, pdfBarShowsOnlyWithSomethingToPrint) {
     area.clear();
     EXPECT_TRUE(area.pdfBar()->isHidden());
     EXPECT_EQ(area.view()->height(), 0);
+}
+
+TEST_F(SheetViewTest, stepModeFollowsTheOptionsAndTheWindow) {
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    DataStore::instance().resetForTest();
+    DataStore::instance().setPath((dir.path() + "/data.json").toStdString());
+    app::options() = app::AppOptions{};
+    app::options().trinvis = true;
+    app::MainWindow window;
+    app::ResultArea area;
+    EXPECT_TRUE(area.view()->inStepMode()) << "from the options at construction";
+    emit window.stepModeChanged(false);
+    EXPECT_FALSE(area.view()->inStepMode());
+    emit window.stepModeChanged(true);
+    EXPECT_TRUE(area.view()->inStepMode());
+    app::options() = app::AppOptions{};
+    DataStore::instance().resetForTest();
 }
 
 } // namespace
