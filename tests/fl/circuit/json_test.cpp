@@ -1,0 +1,158 @@
+#include "fl/circuit/json.h"
+
+#include <gtest/gtest.h>
+
+namespace fl {
+namespace {
+
+Json parsed(const std::string& text) {
+    return Json::parse(text);
+}
+
+const char* const kValid =
+    R"({"mode":"ac","src":{"U":"230","f":"50","I":"","P":"","R":"","cos":"0,8","Z":""},)"
+    R"("root":{"k":"S","id":"root","ch":[{"k":"P","id":"n7","ch":[)"
+    R"({"k":"R","id":"n8","v":"5,5k","U":"","I":"","P":"","r":""},)"
+    R"({"k":"L","id":"n9","v":"=L2","U":"","I":"0,2","P":"","r":"?"}],"U":"","I":"","P":"","R":""},)"
+    R"({"k":"A","id":"n12","v":"0,5","U":"","I":"","P":"","r":"0,1"}],"U":"","I":"","P":"","R":""},"sel":"n9"})";
+
+TEST(CircuitJson, roundTripKeepsEveryTypedText) {
+    Circuit c;
+    ASSERT_TRUE(fromJson(parsed(kValid), c));
+    EXPECT_EQ(c.mode, "ac");
+    EXPECT_EQ(c.sel, "n9");
+    EXPECT_EQ(c.src["cos"], "0,8");
+    ASSERT_EQ(c.root->ch.size(), 2u);
+    const CNodePtr& coil = c.root->ch[0]->ch[1];
+    EXPECT_EQ(coil->v, "=L2");
+    EXPECT_EQ(coil->r, "?");
+    EXPECT_EQ(coil->I, "0,2");
+    EXPECT_TRUE(c.root->ch[0]->group);
+    EXPECT_FALSE(c.root->ch[1]->group);
+
+    const std::string once = Json::dump(toJson(c));
+    Circuit again;
+    ASSERT_TRUE(fromJson(parsed(once), again));
+    EXPECT_EQ(Json::dump(toJson(again)), once);
+    EXPECT_EQ(once, Json::dump(parsed(kValid)));
+}
+
+TEST(CircuitJson, writesEveryMemberAsTextAndNoSelectionAsNull) {
+    Circuit c = defaultCircuit();
+    const Json j = toJson(c);
+    EXPECT_TRUE(j.at("sel").isNull());
+    const Json& leaf = j.at("root").at("ch").asArray().at(0);
+    for (const char* key : {"k", "id", "v", "U", "I", "P", "r"})
+        EXPECT_TRUE(leaf.at(key).isString()) << key;
+    EXPECT_FALSE(leaf.has("ch"));
+    EXPECT_FALSE(leaf.has("R"));
+    const Json& root = j.at("root");
+    for (const char* key : {"U", "I", "P", "R"})
+        EXPECT_TRUE(root.at(key).isString()) << key;
+    EXPECT_FALSE(root.has("v"));
+    EXPECT_EQ(j.at("src").asObject().size(), 7u);
+}
+
+TEST(CircuitJson, readsLenientlyWhereTheShapeIsRight) {
+    Circuit c;
+    ASSERT_TRUE(fromJson(parsed(R"({"mode":5,"src":{"U":12,"x":"y","f":""},)"
+                                R"("root":{"k":"R","id":"n3","ch":[{"k":"R","v":7,"extra":"z"}]},"sel":4})"),
+                         c));
+    EXPECT_EQ(c.mode, "dc");
+    EXPECT_EQ(c.src["U"], "");   // not a string
+    EXPECT_EQ(c.src["x"], "y");  // unknown names are kept
+    EXPECT_EQ(c.src["f"], "");   // an empty frequency stays empty
+    EXPECT_EQ(c.src["cos"], ""); // absent keeps the default
+    EXPECT_EQ(c.root->id, "root");
+    EXPECT_EQ(c.root->k, "S");
+    EXPECT_TRUE(c.root->group);
+    EXPECT_EQ(c.root->ch[0]->v, "");
+    EXPECT_EQ(c.root->ch[0]->id, "");
+    EXPECT_EQ(c.sel, "");
+
+    Circuit noF;
+    ASSERT_TRUE(fromJson(parsed(R"({"src":{},"root":{"ch":[]}})"), noF));
+    EXPECT_EQ(noF.src["f"], "50");
+    EXPECT_TRUE(noF.root->ch.empty());
+}
+
+TEST(CircuitJson, refusesWhatIsNoCircuitAndLeavesTheTargetAlone) {
+    struct Row {
+        const char* name;
+        const char* text;
+    };
+    const Row rows[] = {
+        {"not an object", R"([1,2])"},
+        {"no root", R"({"src":{}})"},
+        {"root not an object", R"({"src":{},"root":[]})"},
+        {"root without children", R"({"src":{},"root":{"k":"S"}})"},
+        {"children not an array", R"({"src":{},"root":{"ch":{}}})"},
+        {"no source", R"({"root":{"ch":[]}})"},
+        {"source not an object", R"({"src":"U","root":{"ch":[]}})"},
+        {"child not an object", R"({"src":{},"root":{"ch":[3]}})"},
+        {"unknown kind", R"({"src":{},"root":{"ch":[{"k":"Q"}]}})"},
+        {"no kind", R"({"src":{},"root":{"ch":[{"v":"1"}]}})"},
+        {"leaf with children", R"({"src":{},"root":{"ch":[{"k":"R","ch":[]}]}})"},
+        {"group without children", R"({"src":{},"root":{"ch":[{"k":"P"}]}})"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        Circuit c = defaultCircuit();
+        c.sel = "keep";
+        EXPECT_FALSE(fromJson(parsed(row.text), c));
+        EXPECT_EQ(c.sel, "keep");
+        EXPECT_EQ(c.root->ch.size(), 1u);
+    }
+}
+
+Json nested(int depth) {
+    Json inner = Json::object();
+    inner["k"] = "R";
+    for (int d = 0; d < depth; ++d) {
+        Json g = Json::object();
+        g["k"] = d % 2 ? "S" : "P";
+        g["ch"] = Json::array();
+        g["ch"].push(std::move(inner));
+        inner = std::move(g);
+    }
+    Json top = Json::object();
+    top["src"] = Json::object();
+    top["root"] = std::move(inner);
+    return top;
+}
+
+TEST(CircuitJson, boundsDepthAndSize) {
+    Circuit c;
+    EXPECT_TRUE(fromJson(nested(kMaxCircuitDepth - 1), c));
+    EXPECT_FALSE(fromJson(nested(kMaxCircuitDepth + 1), c));
+    EXPECT_FALSE(fromJson(nested(3000), c));
+
+    Json wide = Json::object();
+    wide["src"] = Json::object();
+    wide["root"]["ch"] = Json::array();
+    for (int i = 0; i < 100000; ++i) {
+        Json leaf = Json::object();
+        leaf["k"] = "R";
+        wide["root"]["ch"].push(std::move(leaf));
+    }
+    EXPECT_FALSE(fromJson(wide, c));
+}
+
+TEST(CircuitJson, clipboardTextOfAnyShapeIsRefusedWithoutHarm) {
+    // Deeper than any parser should follow, and ragged texts: none may crash.
+    std::string deep = R"({"src":{},"root":{"ch":[)";
+    for (int i = 0; i < 10000; ++i)
+        deep += R"({"k":"S","ch":[)";
+    for (int i = 0; i < 10000; ++i)
+        deep += "]}";
+    deep += "]}}";
+    for (const std::string& text :
+         {deep, std::string("{"), std::string("null"), std::string(R"({"root":)")}) {
+        Json j;
+        Circuit c;
+        if (Json::tryParse(text, j)) EXPECT_FALSE(fromJson(j, c));
+    }
+}
+
+} // namespace
+} // namespace fl

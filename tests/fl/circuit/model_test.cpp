@@ -1,0 +1,298 @@
+#include "fl/circuit/model.h"
+
+#include "fl/circuit/json.h"
+#include "store/datastore.h"
+
+#include <gtest/gtest.h>
+
+namespace fl {
+namespace {
+
+// "root(A(R1 R2) R3)": names after numbering, groups with their children.
+std::string outline(const CNodePtr& n) {
+    if (!n->group) return n->name;
+    std::string s = (n->id == "root" ? std::string("root") : n->name) + "(";
+    for (size_t i = 0; i < n->ch.size(); ++i)
+        s += (i ? " " : "") + outline(n->ch[i]);
+    return s + ")";
+}
+
+std::string idOf(Circuit& c, const std::string& name) {
+    nameCircuit(c);
+    if (name == "root") return "root";
+    std::string id = "missing:" + name;
+    walk(c.root, [&](const CNodePtr& n) {
+        if (n != c.root && n->name == name) id = n->id;
+    });
+    return id;
+}
+
+std::string selectedName(Circuit& c) {
+    if (c.sel.empty()) return "";
+    CNodePtr n;
+    if (!find(c.root, c.sel, &n, nullptr)) return "lost";
+    nameCircuit(c);
+    return n == c.root ? "root" : n->name;
+}
+
+struct Op {
+    std::string select; // a name, "root", or "" to keep the selection
+    std::string op, kind;
+};
+
+struct EditRow {
+    const char* name;
+    std::vector<Op> ops;
+    const char* tree;
+    const char* selected;
+};
+
+TEST(Edit, buildsTheTreeByRule) {
+    const EditRow rows[] = {
+        {"parallel to the only resistor keeps the root", {{"R1", "par", "R"}}, "root(A(R1 R2))", "R2"},
+        {"series on the root appends", {{"root", "ser", "R"}}, "root(R1 R2)", "R2"},
+        {"parallel on the root wraps what it held",
+         {{"root", "ser", "R"}, {"root", "par", "L"}},
+         "root(A(B(R1 R2) L1))",
+         "L1"},
+        {"parallel on a root with one resistor needs no series group",
+         {{"root", "par", "C"}},
+         "root(A(R1 C1))",
+         "C1"},
+        {"series inside a parallel makes a branch",
+         {{"R1", "par", "R"}, {"R1", "ser", "C"}},
+         "root(A(B(R1 C1) R2))",
+         "C1"},
+        {"series in a series inserts behind the node",
+         {{"root", "ser", "R"}, {"R1", "ser", "L"}},
+         "root(R1 L1 R2)",
+         "L1"},
+        {"parallel in a parallel adds a branch",
+         {{"R1", "par", "R"}, {"R1", "par", "V"}},
+         "root(A(R1 V1 R2))",
+         "V1"},
+        {"parallel to a whole parallel group joins it",
+         {{"R1", "par", "R"}, {"root", "par", "A"}},
+         "root(A(R1 R2 A1))",
+         "A1"},
+        {"deleting one of two in a parallel removes the group",
+         {{"R1", "par", "R"}, {"R1", "del", ""}},
+         "root(R1)",
+         ""},
+        {"deleting shifts later group letters",
+         {{"R1", "par", "R"}, {"root", "ser", "R"}, {"R3", "par", "R"}, {"R1", "del", ""}},
+         "root(R1 A(R2 R3))",
+         ""},
+        {"deleting the root empties the circuit", {{"root", "del", ""}}, "root()", ""},
+        {"deleting inside a branch selects the branch",
+         {{"R1", "par", "R"}, {"R1", "ser", "R"}, {"R1", "ser", "R"}, {"R1", "del", ""}},
+         "root(A(B(R1 R2) R3))",
+         "B"},
+        {"up selects the parent", {{"R1", "par", "R"}, {"R2", "up", ""}}, "root(A(R1 R2))", "A"},
+        {"up on the root stays", {{"root", "up", ""}}, "root(R1)", "root"},
+        {"unknown kind changes nothing", {{"R1", "ser", "X"}}, "root(R1)", "R1"},
+        {"unknown operation changes nothing", {{"R1", "swap", "R"}}, "root(R1)", "R1"},
+    };
+    for (const EditRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        Circuit c = defaultCircuit();
+        for (const Op& op : row.ops) {
+            if (!op.select.empty()) c.sel = idOf(c, op.select);
+            edit(c, op.op, op.kind);
+        }
+        nameCircuit(c);
+        EXPECT_EQ(outline(c.root), row.tree);
+        EXPECT_EQ(selectedName(c), row.selected);
+        EXPECT_EQ(c.root->id, "root");
+    }
+}
+
+TEST(Edit, selectionThatNamesNoNodeDoesNothingAndIsClearedLater) {
+    Circuit c = defaultCircuit();
+    c.sel = "n999999";
+    edit(c, "ser", "R");
+    nameCircuit(c);
+    EXPECT_EQ(outline(c.root), "root(R1)");
+
+    // A selection that vanishes in the normalising is emptied.
+    c.sel = idOf(c, "R1");
+    edit(c, "par", "R");
+    const std::string group = idOf(c, "A");
+    c.sel = idOf(c, "R2");
+    edit(c, "del", "");
+    EXPECT_TRUE(c.sel.empty());
+    EXPECT_FALSE(find(c.root, group, nullptr, nullptr));
+}
+
+TEST(Ids, freshIdsAreNeverReusedAndFollowWhatWasRead) {
+    CNodePtr a = makeNode("R"), b = makeNode("P");
+    EXPECT_NE(a->id, b->id);
+    EXPECT_TRUE(b->group);
+    EXPECT_FALSE(a->group);
+
+    Circuit c = defaultCircuit();
+    c.root->ch[0]->id = "n900000";
+    noteIds(c.root);
+    EXPECT_EQ(makeNode("R")->id, "n900001");
+    // Ids that aren't of the counter's form leave it alone.
+    c.root->ch[0]->id = "nx5";
+    noteIds(c.root);
+    EXPECT_EQ(makeNode("R")->id, "n900002");
+}
+
+TEST(Naming, preOrderWithGroupLettersAndOwnCountersPerKind) {
+    Circuit c = defaultCircuit("ac");
+    c.sel = idOf(c, "R1");
+    edit(c, "par", "L");
+    edit(c, "ser", "A");
+    c.sel = "root";
+    edit(c, "ser", "C");
+    edit(c, "par", "A");
+    nameCircuit(c);
+    // Group "C" and capacitor "C1" are different names.
+    EXPECT_EQ(outline(c.root), "root(A(R1 B(L1 A1)) C(C1 A2))");
+
+    // Names aren't touched while a solve has the tree.
+    c.solving = true;
+    c.root->ch[0]->name = "kept";
+    nameCircuit(c);
+    EXPECT_EQ(c.root->ch[0]->name, "kept");
+}
+
+TEST(Normalise, flattensSameKindAndReplacesOneChildGroupsBelowTheRoot) {
+    auto group = [](const std::string& k, std::vector<CNodePtr> ch) {
+        CNodePtr g = makeNode(k);
+        g->ch = std::move(ch);
+        return g;
+    };
+    Circuit c = defaultCircuit();
+    c.root->ch = {group("S", {group("P", {makeNode("R")}), makeNode("R")}),
+                  group("P", {group("P", {makeNode("R"), makeNode("R")}), makeNode("L")})};
+    normalise(c.root);
+    nameCircuit(c);
+    EXPECT_EQ(outline(c.root), "root(R1 R2 A(R3 R4 L1))");
+
+    // The root stays, even with one child.
+    c.root->ch = {group("P", {makeNode("R"), makeNode("R")})};
+    normalise(c.root);
+    nameCircuit(c);
+    EXPECT_EQ(outline(c.root), "root(A(R1 R2))");
+}
+
+TEST(Walk, mayChangeTheTreeWhileWalking) {
+    Circuit c = defaultCircuit();
+    c.sel = "root";
+    edit(c, "ser", "R");
+    edit(c, "ser", "R");
+    nameCircuit(c);
+    std::vector<std::string> seen;
+    walk(c.root, [&](const CNodePtr& n) {
+        seen.push_back(n == c.root ? "root" : n->name);
+        if (n->name == "R1") c.root->ch.erase(c.root->ch.begin() + 1);
+    });
+    // The root's children were copied before R1 removed R2.
+    EXPECT_EQ(seen, (std::vector<std::string>{"root", "R1", "R2", "R3"}));
+    nameCircuit(c);
+    EXPECT_EQ(outline(c.root), "root(R1 R2)");
+}
+
+class WorkingCircuit : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        DataStore::instance().resetForTest();
+        resetCurrentCircuitForTest();
+    }
+    void TearDown() override {
+        resetCurrentCircuitForTest();
+        DataStore::instance().resetForTest();
+    }
+    static Circuit acCircuit() {
+        Circuit c = defaultCircuit("ac");
+        c.root->ch[0]->k = "L";
+        c.root->ch[0]->v = "0,1";
+        return c;
+    }
+};
+
+TEST_F(WorkingCircuit, loadTakesTheRightKeyAndMigratesAnOldAlternatingCurrentCircuit) {
+    struct Row {
+        const char* name;
+        Json kreds, kredsAc;
+        const char* mode;
+        const char* wantMode;
+        const char* wantKind; // kind of the first component
+        bool wantMoved;       // "kreds_ac" now holds the circuit from "kreds"
+    };
+    const Json ac = toJson(acCircuit());
+    Json otherAc = ac;
+    otherAc["root"]["ch"].arr[0]["v"] = "0,5";
+    const Row rows[] = {
+        {"empty store gives the default", Json(), Json(), "", "dc", "R", false},
+        {"first use takes the mode of kreds", ac, Json(), "", "ac", "L", false},
+        {"dc moves an ac circuit out of kreds", ac, Json(), "dc", "dc", "R", true},
+        {"dc leaves an existing kreds_ac alone", ac, otherAc, "dc", "dc", "R", false},
+        {"ac falls back to an ac circuit in kreds", ac, Json("broken"), "ac", "ac", "L", false},
+        {"garbage gives the default", Json("x"), Json(3.0), "ac", "ac", "R", false},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        DataStore::instance().resetForTest();
+        if (!row.kreds.isNull()) storeSet("kreds", row.kreds);
+        if (!row.kredsAc.isNull()) storeSet("kreds_ac", row.kredsAc);
+        const Circuit c = loadCircuit(row.mode);
+        EXPECT_EQ(c.mode, row.wantMode);
+        ASSERT_FALSE(c.root->ch.empty());
+        EXPECT_EQ(c.root->ch[0]->k, row.wantKind);
+        Circuit moved;
+        const bool hasAc = fromJson(storeGet("kreds_ac"), moved);
+        EXPECT_EQ(hasAc && row.wantMoved && moved.root->ch[0]->v == "0,1", row.wantMoved);
+    }
+}
+
+TEST_F(WorkingCircuit, eachKindOfCurrentKeepsItsOwnCircuit) {
+    switchMode("dc");
+    Circuit& dc = currentCircuit();
+    dc.sel = "root";
+    edit(dc, "ser", "R");
+    dc.src["U"] = "230";
+    saveCircuit();
+
+    switchMode("ac");
+    EXPECT_EQ(currentCircuit().mode, "ac");
+    EXPECT_EQ(currentCircuit().root->ch.size(), 1u);
+    EXPECT_EQ(currentCircuit().src["U"], "");
+    EXPECT_EQ(currentCircuit().src["f"], "50");
+
+    switchMode("dc");
+    EXPECT_EQ(currentCircuit().root->ch.size(), 2u);
+    EXPECT_EQ(currentCircuit().src["U"], "230");
+}
+
+TEST_F(WorkingCircuit, nothingIsSavedWhileSolving) {
+    Circuit c = defaultCircuit();
+    c.src["U"] = "12";
+    c.solving = true;
+    setCircuit(c);
+    saveCircuit();
+    EXPECT_TRUE(storeGet("kreds").isNull());
+    currentCircuit().solving = false;
+    saveCircuit();
+    EXPECT_EQ(storeGet("kreds").at("src").at("U").asString(), "12");
+}
+
+TEST_F(WorkingCircuit, selectionSurvivesSaveAndLoadThroughIds) {
+    Circuit& c = currentCircuit();
+    c.sel = "root";
+    edit(c, "ser", "R");
+    const std::string selected = c.sel;
+    saveCircuit();
+    resetCurrentCircuitForTest();
+    Circuit& back = currentCircuit();
+    EXPECT_EQ(back.sel, selected);
+    EXPECT_TRUE(find(back.root, back.sel, nullptr, nullptr));
+    // New nodes after a load don't take a stored id.
+    EXPECT_FALSE(find(back.root, makeNode("R")->id, nullptr, nullptr));
+}
+
+} // namespace
+} // namespace fl

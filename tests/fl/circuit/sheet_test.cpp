@@ -1,0 +1,370 @@
+#include "fl/circuit/sheet.h"
+
+#include "fl/expr/node.h"
+#include "tests/fl/circuit/circuits.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+
+namespace fl {
+namespace {
+
+using testing::circuit;
+using testing::group;
+using testing::known;
+using testing::leaf;
+
+const double kTwoPiF = 2 * M_PI * 50;
+
+struct ErrorRow {
+    const char* name;
+    Circuit c;
+    std::string error;
+};
+
+TEST(Solve, answersWithTheMessageOfTheFirstProblem) {
+    const std::string link = "\"=\" skal pege på en anden komponent af samme slags (fx =R1 for en modstand, "
+                             "eller =L1 i spolens R-felt): ";
+    const ErrorRow rows[] = {
+        {"an empty drawing", circuit("dc", {}, {{"U", "abc"}}), "Tegn mindst én komponent først."},
+        {"a coil in direct current", circuit("dc", {leaf("R", "x"), leaf("L")}),
+         "Spoler og kondensatorer bruges i vekselstrøm. Skift strømart til <b>Vekselstrøm</b>, eller slet "
+         "dem."},
+        {"fields that can't be read",
+         circuit("dc", {leaf("R", "5 Ω"), known(leaf("R", "1"), "", "2A")}, {{"U", "abc"}, {"R", "1,2,3"}}),
+         "Jeg kan ikke læse: kildespænding, samlet modstand, R1, strøm gennem R2."},
+        {"a link to nothing", circuit("dc", {leaf("R", "5"), leaf("R", "=R7")}, {{"U", "1"}}), link + "R7"},
+        {"a link to itself", circuit("dc", {leaf("R", "5"), leaf("R", "= r2")}, {{"U", "1"}}), link + "R2"},
+        {"a link to another kind", circuit("ac", {leaf("C", "1u"), leaf("R", "=C1")}, {{"U", "1"}}),
+         link + "C1"},
+        {"an own resistance linked to a resistor", circuit("ac", {leaf("R", "5"), leaf("L", "1", "=R1")}),
+         link + "R1"},
+        {"links in a ring", circuit("dc", {leaf("R", "=R2"), leaf("R", "=R1")}, {{"U", "1"}}), link + "R1"},
+        {"no frequency", circuit("ac", {leaf("R", "5")}, {{"U", "1"}, {"f", ""}}),
+         "Skriv frekvensen f (normalt 50 Hz)."},
+        {"a negative frequency", circuit("ac", {leaf("R", "5")}, {{"U", "1"}, {"f", "-50"}}),
+         "Skriv frekvensen f (normalt 50 Hz)."},
+        {"cos φ above 100", circuit("ac", {leaf("R", "5")}, {{"U", "1"}, {"cos", "120"}}),
+         "Effektfaktor skal være et tal mellem 0 og 1 (fx 0,8), men der står 120."},
+        {"cos φ of zero", circuit("ac", {leaf("R", "5")}, {{"U", "1"}, {"cos", "0"}}),
+         "Effektfaktor skal være et tal mellem 0 og 1 (fx 0,8), men der står 0."},
+        {"too few givens", circuit("dc", {group("P", {leaf("R"), leaf("R")})}, {{"U", "12"}, {"I", "2"}}),
+         "Der er <b>2 ukendte</b> (" + symbolDisplay("R1") + ", " + symbolDisplay("R2") +
+             "), men kun <b>1 kendt værdi</b> at regne baglæns ud fra. Der skal være lige så mange kendte "
+             "værdier "
+             "som ukendte. Du kan fx opgive " +
+             symbolDisplay("P_tot") +
+             " eller I under \"Kilden og hele "
+             "kredsen\", eller en kendt spænding eller strøm ved en komponent (kolonnerne \"Kendt U\" og "
+             "\"Kendt "
+             "I\"). Står der i opgaven, at nogle komponenter er ens, så skriv fx <b>=R1</b> i feltet for den "
+             "anden "
+             "– så tæller de som én ukendt."},
+        {"nothing to start from", circuit("dc", {leaf("R", "5"), leaf("R")}),
+         "Der er for få kendte værdier til at komme i gang. Disse værdier kendes ikke: <b>" +
+             symbolDisplay("R2") +
+             "</b>. Skriv dem, hvis opgaven giver dem. Der mangler en spænding eller strøm: skriv "
+             "kildespændingen U "
+             "eller den samlede strøm I. Er en værdi ukendt med vilje, skal opgaven give en anden størrelse "
+             "i stedet "
+             "– fx I, " +
+             symbolDisplay("P_tot") + " eller " + symbolDisplay("R_tot") +
+             ", eller en kendt spænding eller strøm ved en komponent (kolonnerne \"Kendt U\" og \"Kendt "
+             "I\"). Der "
+             "skal være lige så mange kendte værdier som ukendte."},
+        {"all components but no voltage or current", circuit("dc", {leaf("R", "5"), leaf("R", "7")}),
+         "Alle komponenter er kendt, men der mangler en spænding eller strøm at regne med. Skriv "
+         "kildespændingen U – "
+         "eller den samlede strøm I."},
+        {"givens that contradict each other",
+         circuit("dc", {known(leaf("R"), "", "", "10"), leaf("R", "5")}, {{"U", "10"}, {"I", "1"}}),
+         "Programmet kunne ikke finde værdier, der passer med alle de opgivne tal. Tjek at tallene er "
+         "skrevet "
+         "rigtigt, og at de hører til de rigtige komponenter."},
+    };
+    for (const ErrorRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        Circuit c = row.c;
+        EXPECT_EQ(computeSheet(c).error, row.error);
+    }
+}
+
+TEST(Solve, offersChipsForACosineThatIsAnAngleOrAPercentage) {
+    struct Row {
+        const char* typed;
+        std::vector<std::string> fixes;
+    };
+    const Row rows[] = {
+        {"0,8", {}},
+        {"80", {"src|cos|0.1736", "src|cos|0.8"}},
+        {"95", {"src|cos|0.95"}},
+        {"120", {}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.typed);
+        Circuit c = circuit("ac", {leaf("R", "30"), leaf("L")}, {{"U", "100"}, {"cos", row.typed}});
+        const Sheet s = computeSheet(c);
+        EXPECT_EQ(s.fixes, row.fixes);
+        for (const std::string& fix : row.fixes)
+            EXPECT_NE(s.error.find("href=\"fix:" + fix + "\""), std::string::npos) << s.error;
+    }
+    Circuit angle = circuit("ac", {leaf("R", "30")}, {{"U", "100"}, {"cos", "80"}});
+    EXPECT_EQ(
+        computeSheet(angle).error,
+        "Effektfaktor skal være et tal mellem 0 og 1 (fx 0,8), men der står 80. Mente du:<div "
+        "class=\"chips\">"
+        "<a class=\"chip big\" href=\"fix:src|cos|0.1736\">Det er vinklen φ = 80° → brug cos φ = 0,17365</a>"
+        "<a class=\"chip big\" href=\"fix:src|cos|0.8\">Det er 80 % → brug cos φ = 0,8</a></div>");
+}
+
+TEST(Solve, asksWhetherAPrefixWasMeantForUnrealisticValues) {
+    CNodePtr cap = leaf("C", "0,02");
+    CNodePtr coil = leaf("L", "25");
+    Circuit c = circuit("ac", {leaf("R", "10"), cap, coil}, {{"U", "230"}});
+    const Sheet s = computeSheet(c);
+    EXPECT_EQ(s.fixes, (std::vector<std::string>{"comp|" + cap->id + "|0,02u", "comp|" + coil->id + "|25m"}));
+    EXPECT_NE(
+        s.error.find(
+            "<b>C1 = 0,02 F</b> er urealistisk stort – kondensatorer er normalt på nogle µF "
+            "(mikrofarad). Mente du 0,02 µF? <div class=\"chips\"><a class=\"chip big\" href=\"fix:comp|" +
+            cap->id + "|0,02u\">Ret til 0,02 µF</a></div>"),
+        std::string::npos)
+        << s.error;
+    EXPECT_NE(s.error.find("<b>L1 = 25 H</b> er urealistisk stort"), std::string::npos);
+
+    // Direct current has no such question.
+    Circuit dc = circuit("dc", {leaf("R", "0,02")}, {{"U", "1"}});
+    EXPECT_EQ(computeSheet(dc).error, "");
+}
+
+TEST(Solve, worksForwardsAndBackwards) {
+    struct Row {
+        const char* name;
+        Circuit c;
+        std::map<std::string, double> want;
+        size_t searched; // number of unknowns the search looked for
+    };
+    const double xl = 40.0, l = xl / kTwoPiF;
+    const Row rows[] = {
+        {"forwards",
+         circuit("dc", {leaf("R", "4"), leaf("R", "2")}, {{"U", "12"}}),
+         {{"I", 2}, {"U_R1", 8}, {"P_R2", 8}, {"P_tot", 24}},
+         0},
+        {"a resistor from the current",
+         circuit("dc", {leaf("R", "4"), leaf("R")}, {{"U", "12"}, {"I", "2"}}),
+         {{"R2", 2}, {"U_R2", 4}},
+         1},
+        {"equal resistors by a link",
+         circuit("dc", {group("P", {leaf("R"), leaf("R", "=R1")})}, {{"U", "12"}, {"I", "2"}}),
+         {{"R1", 12}, {"R2", 12}, {"I_R2", 1}},
+         1},
+        {"the voltage from the current",
+         circuit("dc", {leaf("R", "4"), leaf("R", "2")}, {{"I", "2"}}),
+         {{"U", 12}, {"U_h", 100}, {"U_R1", 8}},
+         0},
+        {"the voltage from a power",
+         circuit("dc", {leaf("R", "4"), leaf("R", "2")}, {{"P", "24"}}),
+         {{"U", 12}, {"I", 2}},
+         1},
+        {"a known voltage at a component",
+         circuit("dc", {known(leaf("R"), "6", ""), leaf("R", "2")}, {{"U", "12"}}),
+         {{"R1", 2}, {"I", 3}},
+         1},
+        {"a group's resistance",
+         circuit("dc", {leaf("R", "1"), known(group("P", {leaf("R", "6"), leaf("R")}), "", "")},
+                 {{"U", "10"}, {"R", "5"}}),
+         {{"R3", 12}, {"R_A", 4}, {"I", 2}},
+         1},
+        {"a coil from the impedance alone",
+         circuit("ac", {leaf("R", "30"), leaf("L")}, {{"Z", "50"}}),
+         {{"L1", l}, {"X_L1", xl}, {"cosphi", 0.6}},
+         1},
+        {"a coil's own resistance",
+         circuit("ac", {leaf("L", "=L2", "?"), leaf("L", "0,1")}, {{"U", "100"}, {"I", "1"}}),
+         {{"R_L1", std::sqrt(1e4 - std::pow(kTwoPiF * 0.2, 2))}, {"L1", 0.1}},
+         1},
+        {"the power factor",
+         circuit("ac", {leaf("R", "30"), leaf("C")}, {{"U", "100"}, {"cos", "0,6"}}),
+         {{"X_C1", 40}, {"I", 2}, {"phi", std::acos(0.6) * 180 / M_PI}},
+         1},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        Circuit c = row.c;
+        const Sheet s = computeSheet(c);
+        ASSERT_EQ(s.error, "");
+        EXPECT_TRUE(s.mismatches.empty());
+        EXPECT_FALSE(s.stopped);
+        EXPECT_EQ(s.unknowns.size(), row.searched);
+        for (const auto& [sym, v] : row.want) {
+            ASSERT_TRUE(s.values.count(sym)) << sym;
+            EXPECT_NEAR(s.values.at(sym), v, 1e-7 * std::fabs(v)) << sym;
+        }
+        if (row.searched > 0) {
+            ASSERT_EQ(s.searchSteps.size(), 2u);
+            EXPECT_EQ(s.searchSteps.back().title,
+                      "Nu kendes alle komponentværdier – hele kredsen regnes igennem");
+        }
+    }
+}
+
+TEST(Solve, impedanceAloneUsesAnAuxiliaryVoltageThatIsNeverShown) {
+    Circuit c = circuit("ac", {leaf("R", "30"), leaf("L")}, {{"Z", "50"}});
+    const Sheet s = computeSheet(c);
+    ASSERT_EQ(s.error, "");
+    EXPECT_TRUE(s.auxVoltage);
+    EXPECT_NE(s.intro.find("kan findes ud fra Z alene"), std::string::npos) << s.intro;
+    for (const char* sym : {"U", "I", "U_R1", "I_L1", "P", "Q", "S"})
+        EXPECT_FALSE(s.values.count(sym)) << sym;
+}
+
+TEST(Solve, tellsTheSearchAsATableOfTrials) {
+    Circuit c = circuit("dc", {leaf("R", "4"), leaf("R")}, {{"U", "12"}, {"I", "2"}});
+    const Sheet s = computeSheet(c);
+    ASSERT_EQ(s.error, "");
+    const CircuitStep& trials = s.searchSteps.front();
+    EXPECT_NE(trials.title.find("kan ikke isoleres"), std::string::npos);
+    EXPECT_EQ(trials.html.rfind("<p class=\"hint0\">De ukendte (" + symbolDisplay("R2") +
+                                    ") kan ikke isoleres i én formel ad gangen her",
+                                0),
+              0u);
+    EXPECT_NE(trials.html.find("passer med de opgivne: I = 2 A.</p>"), std::string::npos);
+    EXPECT_NE(
+        trials.html.find("<tr><th>Forsøg</th><th>" + symbolDisplay("R2") + "</th><th>I udregnet</th></tr>"),
+        std::string::npos);
+    // The first row is the first seed; the last, marked, is the answer.
+    EXPECT_NE(trials.html.find("<tr><td>1</td><td>1</td><td>2,4</td></tr>"), std::string::npos)
+        << trials.html;
+    EXPECT_NE(trials.html.find("<tr class=\"calc\">"), std::string::npos);
+    EXPECT_NE(trials.html.find("<td>2</td><td>2</td></tr></table></div><p><b>" + symbolDisplay("R2") +
+                               " = 2 Ω</b></p>"),
+              std::string::npos)
+        << trials.html;
+}
+
+TEST(Solve, reportsASecondSolution) {
+    // P in R1 of R1 + 50 Ω at 100 V is 32 W for R1 = 12,5 Ω and for R1 = 200 Ω.
+    Circuit c = circuit("dc", {known(leaf("R"), "", "", "32"), leaf("R", "50")}, {{"U", "100"}});
+    const Sheet s = computeSheet(c);
+    ASSERT_EQ(s.error, "");
+    ASSERT_GE(s.second, 0);
+    const double a = s.solutions[0].x[0], b = s.solutions[s.second].x[0];
+    EXPECT_NEAR(std::min(a, b), 12.5, 1e-7);
+    EXPECT_NEAR(std::max(a, b), 200, 1e-6);
+    ASSERT_EQ(s.notes.size(), 1u);
+    EXPECT_EQ(
+        s.notes[0].rfind("<b>Bemærk:</b> der findes også en anden løsning, som passer lige så godt med de "
+                         "opgivne tal: " +
+                             symbolDisplay("R1") + " = ",
+                         0),
+        0u);
+    EXPECT_NE(s.searchSteps.front().html.find("Bemærk: der findes også en anden løsning"), std::string::npos);
+}
+
+TEST(Solve, contradictionsBecomeMismatches) {
+    Circuit c = circuit("dc", {leaf("R", "4"), leaf("R", "2")}, {{"U", "12"}, {"I", "3"}});
+    const Sheet s = computeSheet(c);
+    ASSERT_EQ(s.error, "");
+    ASSERT_EQ(s.mismatches.size(), 1u);
+    EXPECT_EQ(s.mismatches[0].symbol, "I");
+    EXPECT_EQ(s.mismatches[0].label, "samlet strøm");
+    EXPECT_DOUBLE_EQ(s.mismatches[0].given, 3);
+    EXPECT_DOUBLE_EQ(s.mismatches[0].computed, 2);
+    EXPECT_EQ(s.notes, (std::vector<std::string>{
+                           "<b>De opgivne tal passer ikke sammen</b> – se under Kontrol nederst."}));
+
+    // A given impedance that doesn't fit is named as such.
+    Circuit z = circuit("ac", {leaf("R", "30")}, {{"U", "10"}, {"Z", "31"}});
+    const Sheet zs = computeSheet(z);
+    ASSERT_EQ(zs.mismatches.size(), 1u);
+    EXPECT_EQ(zs.mismatches[0].symbol, "Z");
+}
+
+TEST(Solve, givesACoilAnOwnResistanceWhenTheNumbersNeedIt) {
+    // 100 V over R1 = 10 Ω and a coil with X = 40 Ω and R = 20 Ω: I = 2 A.
+    Circuit c =
+        circuit("ac", {leaf("R", "10"), leaf("L", "0,12732395447351627")}, {{"U", "100"}, {"I", "2"}});
+    const Sheet s = computeSheet(c);
+    ASSERT_EQ(s.error, "");
+    EXPECT_TRUE(s.mismatches.empty());
+    EXPECT_NEAR(s.values.at("R_L1"), 20, 1e-6);
+    ASSERT_FALSE(s.notes.empty());
+    EXPECT_EQ(s.notes[0].rfind("<b>Bemærk:</b> L1 kan ikke være en ideel spole.", 0), 0u);
+    EXPECT_EQ(c.root->ch[1]->r, ""); // the retry's "?" is gone again
+
+    // When even that doesn't fit, the first answer stands with a word about the try.
+    Circuit hopeless = circuit("ac", {leaf("R", "10"), leaf("L", "0,1")}, {{"U", "100"}, {"I", "20"}});
+    const Sheet h = computeSheet(hopeless);
+    ASSERT_EQ(h.error, "");
+    ASSERT_FALSE(h.mismatches.empty());
+    EXPECT_EQ(h.notes.back(), "<b>De opgivne tal passer ikke sammen</b> – se under Kontrol nederst. "
+                              "Programmet prøvede også at give L1 "
+                              "en ukendt egen modstand, men det gik heller ikke op – tjek tallene.");
+}
+
+TEST(Solve, namesEqualGroupsInSeries) {
+    Circuit c = circuit(
+        "ac", {group("P", {leaf("R"), leaf("C", "10u")}), group("P", {leaf("R", "=R1"), leaf("C", "10u")})},
+        {{"U", "230"}, {"I", "2"}});
+    const Sheet s = computeSheet(c);
+    ASSERT_EQ(s.error, "");
+    EXPECT_EQ(s.equalGroups, (std::vector<std::string>{"A", "B"}));
+    ASSERT_EQ(s.searchSteps.size(), 3u);
+    EXPECT_EQ(s.searchSteps[0].title, "Grupperne A og B er ens");
+    EXPECT_EQ(s.searchSteps[0].formula, "U/2");
+    EXPECT_NEAR(s.values.at("U_A"), 115, 1e-7);
+    EXPECT_NEAR(s.values.at("U_B"), 115, 1e-7);
+}
+
+TEST(Solve, degenerateValuesStopTheSheetInsteadOfThrowing) {
+    Circuit shorted = circuit("dc", {group("P", {leaf("R", "0"), leaf("R", "10")})}, {{"U", "10"}});
+    const Sheet s = computeSheet(shorted);
+    EXPECT_EQ(s.error, "");
+    EXPECT_TRUE(s.stopped);
+    for (const auto& [sym, v] : s.values)
+        EXPECT_TRUE(std::isfinite(v)) << sym;
+
+    Circuit open = circuit("ac", {leaf("R", "10"), leaf("C", "0")}, {{"U", "10"}});
+    EXPECT_TRUE(computeSheet(open).stopped);
+}
+
+TEST(Solve, anyTypedTextGivesAMessageOrASheetNeverAnException) {
+    const char* const texts[] = {"",    "0",   "-5",   "1e308", "1e-308", "nan", "inf",     "1/0",   "?",
+                                 "=R1", "=L1", "=C2",  "abc",   "5,5k",   "70u", "-0",      "1e-30", "230",
+                                 "0,8", "=R9", "2,2M", "1e20",  "-1e-9",  "(",   "sqrt(-1)"};
+    std::mt19937 rng(99);
+    std::uniform_int_distribution<size_t> pick(0, std::size(texts) - 1);
+    std::uniform_int_distribution<int> kind(0, 5);
+    for (int round = 0; round < 300; ++round) {
+        const bool ac = round % 2;
+        std::vector<CNodePtr> parts;
+        const int count = 1 + round % 4;
+        for (int i = 0; i < count; ++i) {
+            CNodePtr n = leaf(std::string(1, "RRLCAV"[kind(rng)]), texts[pick(rng)], texts[pick(rng)]);
+            known(n, texts[pick(rng)], texts[pick(rng)], texts[pick(rng)]);
+            parts.push_back(n);
+        }
+        std::vector<CNodePtr> top = round % 3 ? std::vector<CNodePtr>{group("P", parts)} : parts;
+        Circuit c = circuit(ac ? "ac" : "dc", top,
+                            {{"U", texts[pick(rng)]},
+                             {"I", texts[pick(rng)]},
+                             {"P", texts[pick(rng)]},
+                             {"f", texts[pick(rng)]},
+                             {"cos", texts[pick(rng)]},
+                             {"Z", texts[pick(rng)]},
+                             {"R", texts[pick(rng)]}});
+        const CNodePtr drawn = c.root;
+        SCOPED_TRACE("round " + std::to_string(round));
+        Sheet s;
+        EXPECT_NO_THROW(s = computeSheet(c));
+        EXPECT_EQ(c.root, drawn);
+        EXPECT_FALSE(c.solving);
+        for (const auto& [sym, v] : s.values)
+            EXPECT_TRUE(std::isfinite(v)) << sym;
+    }
+}
+
+} // namespace
+} // namespace fl
