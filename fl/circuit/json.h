@@ -17,5 +17,8 @@ Json toJson(const Circuit& c);
 Json nodeToJson(const CNodePtr& node);
 // False, with `out` untouched, when `value` is not a circuit.
 bool fromJson(const Json& value, Circuit& out);
+// The clipboard's form: the JSON on one line.
+std::string toText(const Circuit& c);
+bool fromText(const std::string& text, Circuit& out);
 
 } // namespace fl

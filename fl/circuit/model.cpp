@@ -4,6 +4,7 @@
 #include "fl/circuit/model.h"
 
 #include "fl/circuit/json.h"
+#include "fl/expr/numbers.h"
 #include "store/datastore.h"
 
 #include <algorithm>

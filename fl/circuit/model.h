@@ -87,4 +87,15 @@ std::string storeKeyFor(const std::string& mode);
 // Drops the working circuit so that the next use reads the store again.
 void resetCurrentCircuitForTest();
 
+// The student's saved circuits, one store object "kreds_saved" from name to
+// circuit. Names are trimmed; an empty one is refused. A same name is
+// overwritten without asking.
+std::vector<std::string> savedCircuitNames();
+bool saveCircuitAs(const std::string& name, const Circuit& c);
+// False when the name is missing or what it holds is no circuit.
+bool openSavedCircuit(const std::string& name, Circuit& out);
+// False, with nothing changed, for an empty, unchanged or missing name.
+bool renameSavedCircuit(const std::string& from, const std::string& to);
+void removeSavedCircuit(const std::string& name);
+
 } // namespace fl

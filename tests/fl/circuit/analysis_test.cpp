@@ -147,7 +147,9 @@ TEST(OwnResistance, tellsIdealUnknownKnownAndLinked) {
         n->r = row.r;
         double out = 0;
         EXPECT_EQ(hasOwnResistance(*n, &out), row.want);
-        if (row.want == OwnKnown) EXPECT_DOUBLE_EQ(out, row.value);
+        if (row.want == OwnKnown) {
+            EXPECT_DOUBLE_EQ(out, row.value);
+        }
     }
 }
 

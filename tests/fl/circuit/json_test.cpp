@@ -150,7 +150,9 @@ TEST(CircuitJson, clipboardTextOfAnyShapeIsRefusedWithoutHarm) {
          {deep, std::string("{"), std::string("null"), std::string(R"({"root":)")}) {
         Json j;
         Circuit c;
-        if (Json::tryParse(text, j)) EXPECT_FALSE(fromJson(j, c));
+        if (Json::tryParse(text, j)) {
+            EXPECT_FALSE(fromJson(j, c));
+        }
     }
 }
 
