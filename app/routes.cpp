@@ -1,5 +1,6 @@
 #include "app/routes.h"
 
+#include "app/homepage.h"
 #include "app/lockedpage.h"
 #include "app/page.h"
 #include "fl/formulas/catalogue.h"
@@ -31,7 +32,7 @@ const std::map<std::string, PageCreator>& pageFactory() {
     // One line per route: a page that is built replaces its namedPage here.
     auto named = [](const char* route) { return [route](MainWindow*) { return namedPage(route); }; };
     static const std::map<std::string, PageCreator> table = {
-        {"hjem", named("hjem")},
+        {"hjem", [](MainWindow* w) -> Page* { return new HomePage(w); }},
         {"kreds", named("kreds")},
         {"kredsguide", named("kredsguide")},
         {"kredsac", named("kredsac")},

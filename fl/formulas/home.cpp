@@ -91,8 +91,12 @@ std::string tileGrid(const std::vector<std::string>& routes, bool large, const O
     for (const std::string& route : routes) {
         const Tile* tile = findFamilyOrTile(route);
         if (!tile || (open && !open(route))) continue;
+        std::string subtitle = tile->subtitle;
+        // A formula has no subtitle of its own; its topic tells where it belongs.
+        if (const Formula* f = findFormula(route); f && subtitle.empty() && !f->topic.empty())
+            subtitle = "Formel · " + f->topic;
         cells.push_back(tileCell("go:" + route, iconImageRef(route, look.accent, px), px, tile->name,
-                                 "<span class=\"crumb\">" + tile->subtitle + "</span>", look));
+                                 "<span class=\"crumb\">" + subtitle + "</span>", look));
     }
     return tileTable(cells);
 }

@@ -84,6 +84,8 @@ TEST(TileGrid, drawsOpenKnownRoutesAsLinkedTiles) {
               std::string::npos);
     EXPECT_NE(html.find("bgcolor=\"#ffffff\" style=\"border:1px solid #d3d9e1\""), std::string::npos);
     EXPECT_EQ(count(html, "width=\"34\" height=\"34\""), 2u);
+    // A formula has no subtitle of its own: its topic stands there.
+    EXPECT_NE(html.find("Ohms lov</b><br><span class=\"crumb\">Formel · Jævnstrøm</span>"), std::string::npos);
     EXPECT_EQ(count(fl::tileGrid({"trafo"}, true, {}, kLook), "width=\"44\" height=\"44\""), 1u);
 }
 
