@@ -115,4 +115,13 @@ bool fromJson(const Json& value, Circuit& out) {
     return true;
 }
 
+std::string toText(const Circuit& c) {
+    return Json::dump(toJson(c), 0);
+}
+
+bool fromText(const std::string& text, Circuit& out) {
+    Json j;
+    return Json::tryParse(text, j) && fromJson(j, out);
+}
+
 } // namespace fl

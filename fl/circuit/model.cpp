@@ -293,4 +293,41 @@ void resetCurrentCircuitForTest() {
     g_current.reset();
 }
 
+std::vector<std::string> savedCircuitNames() {
+    std::vector<std::string> names;
+    const Json saved = storeGet("kreds_saved");
+    for (const auto& [name, value] : saved.asObject())
+        names.push_back(name);
+    return names;
+}
+
+bool saveCircuitAs(const std::string& name, const Circuit& c) {
+    const std::string key = trimmed(name);
+    if (key.empty()) return false;
+    Json saved = storeGet("kreds_saved");
+    if (!saved.isObject()) saved = Json::object();
+    saved[key] = toJson(c);
+    storeSet("kreds_saved", saved);
+    return true;
+}
+
+bool openSavedCircuit(const std::string& name, Circuit& out) {
+    return fromJson(storeGet("kreds_saved").at(trimmed(name)), out);
+}
+
+bool renameSavedCircuit(const std::string& from, const std::string& to) {
+    const std::string oldKey = trimmed(from), newKey = trimmed(to);
+    Json saved = storeGet("kreds_saved");
+    if (newKey.empty() || newKey == oldKey || !saved.has(oldKey)) return false;
+    saved[newKey] = saved.at(oldKey);
+    saved.obj.erase(oldKey);
+    storeSet("kreds_saved", saved);
+    return true;
+}
+
+void removeSavedCircuit(const std::string& name) {
+    Json saved = storeGet("kreds_saved");
+    if (saved.obj.erase(trimmed(name))) storeSet("kreds_saved", saved);
+}
+
 } // namespace fl

@@ -294,5 +294,34 @@ TEST_F(WorkingCircuit, selectionSurvivesSaveAndLoadThroughIds) {
     EXPECT_FALSE(find(back.root, makeNode("R")->id, nullptr, nullptr));
 }
 
+TEST_F(WorkingCircuit, savedCircuitsKeepTheirNames) {
+    Circuit a = defaultCircuit(), b = acCircuit();
+    EXPECT_FALSE(saveCircuitAs("   ", a));
+    EXPECT_TRUE(saveCircuitAs("  Opgave 3 side 12 ", a));
+    EXPECT_TRUE(saveCircuitAs("Opgave 3 side 12", b)); // overwritten without asking
+    EXPECT_TRUE(saveCircuitAs("Spole", b));
+    EXPECT_EQ(savedCircuitNames(), (std::vector<std::string>{"Opgave 3 side 12", "Spole"}));
+
+    Circuit out;
+    ASSERT_TRUE(openSavedCircuit("Opgave 3 side 12", out));
+    EXPECT_EQ(out.mode, "ac");
+    EXPECT_FALSE(renameSavedCircuit("Spole", " "));
+    EXPECT_FALSE(renameSavedCircuit("Spole", "Spole"));
+    EXPECT_FALSE(renameSavedCircuit("Ingen", "Ny"));
+    EXPECT_TRUE(renameSavedCircuit("Spole", "Spole med tab"));
+    removeSavedCircuit("Opgave 3 side 12");
+    EXPECT_EQ(savedCircuitNames(), (std::vector<std::string>{"Spole med tab"}));
+
+    // What isn't a circuit can't be opened, and the clipboard text is one line.
+    Json saved = storeGet("kreds_saved");
+    saved["Ødelagt"] = "x";
+    storeSet("kreds_saved", saved);
+    EXPECT_FALSE(openSavedCircuit("Ødelagt", out));
+    EXPECT_EQ(toText(b).find('\n'), std::string::npos);
+    ASSERT_TRUE(fromText(toText(b), out));
+    EXPECT_EQ(toText(out), toText(b));
+    EXPECT_FALSE(fromText("Udklip fra et andet program", out));
+}
+
 } // namespace
 } // namespace fl
