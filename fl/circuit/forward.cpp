@@ -3,6 +3,7 @@
 // The plan lists the tree in pre-order, so both passes are plain loops.
 #include "fl/circuit/forward.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <stdexcept>
@@ -222,46 +223,57 @@ void runPlan(const ForwardPlan& plan, const double* in, ForwardWork& w) {
         }
     }
 
+    // Outputs with slot -1 have been left out of a lean plan.
     double* o = w.out.data();
     const double Z = mag(Zt);
     const double Imag = mag(I);
     const double cosphi = Zt.real() / Z;
-    o[plan.oZ] = Z;
-    o[plan.oI] = Imag;
-    o[plan.oU] = U;
-    o[plan.oCos] = cosphi;
-    o[plan.oP] = U * Imag * cosphi;
-    o[plan.oPtot] = o[plan.oP];
-    o[plan.oRtot] = Zt.real();
-    o[plan.oXtot] = Zt.imag();
-    if (plan.isAc) {
+    if (plan.oZ >= 0) o[plan.oZ] = Z;
+    if (plan.oI >= 0) o[plan.oI] = Imag;
+    if (plan.oU >= 0) o[plan.oU] = U;
+    if (plan.oCos >= 0) o[plan.oCos] = cosphi;
+    if (plan.oP >= 0) o[plan.oP] = U * Imag * cosphi;
+    if (plan.oPtot >= 0) o[plan.oPtot] = plan.isAc ? U * Imag * cosphi : std::abs(U) * Imag;
+    if (plan.oRtot >= 0) o[plan.oRtot] = Zt.real();
+    if (plan.oXtot >= 0) o[plan.oXtot] = Zt.imag();
+    if (plan.oPhi >= 0 || plan.oQ >= 0 || plan.oS >= 0 || plan.oIw >= 0 || plan.oIb >= 0) {
         // φ shown positive; the side is told by the sign of X_tot.
         const double phi = std::acos(std::fmin(1.0, std::fmax(-1.0, cosphi)));
-        o[plan.oPhi] = phi / kDeg;
-        o[plan.oQ] = U * Imag * std::sin(phi);
-        o[plan.oS] = U * Imag;
-        o[plan.oIw] = Imag * cosphi;
-        o[plan.oIb] = Imag * std::sin(Zt.imag() < 0.0 ? -phi : phi);
-    } else {
-        o[plan.oPtot] = std::abs(U) * Imag;
+        if (plan.oPhi >= 0) o[plan.oPhi] = phi / kDeg;
+        if (plan.oQ >= 0) o[plan.oQ] = U * Imag * std::sin(phi);
+        if (plan.oS >= 0) o[plan.oS] = U * Imag;
+        if (plan.oIw >= 0) o[plan.oIw] = Imag * cosphi;
+        if (plan.oIb >= 0) o[plan.oIb] = Imag * std::sin(Zt.imag() < 0.0 ? -phi : phi);
     }
 
     for (int idx = 1; idx < count; ++idx) {
         const ForwardPlan::Item& it = plan.items[idx];
-        const double u = mag(w.u[idx]), i = mag(w.i[idx]);
         const Cx z = w.z[idx];
-        o[it.outU] = u;
-        o[it.outI] = i;
-        o[it.outP] = plan.isAc ? i * i * z.real() : u * i;
-        if (it.outR >= 0) o[it.outR] = z.real();
-        if (it.k == 'S' || it.k == 'P') {
-            if (it.outZ >= 0) o[it.outZ] = mag(z);
-            if (it.outX >= 0) o[it.outX] = z.imag();
-        } else {
-            if (it.outX >= 0) o[it.outX] = std::fabs(z.imag());
-            if (it.outZ >= 0) o[it.outZ] = mag(z);
+        if (it.outU >= 0) o[it.outU] = mag(w.u[idx]);
+        if (it.outI >= 0) o[it.outI] = mag(w.i[idx]);
+        if (it.outP >= 0) {
+            const double i = mag(w.i[idx]);
+            o[it.outP] = plan.isAc ? i * i * z.real() : mag(w.u[idx]) * i;
         }
+        if (it.outR >= 0) o[it.outR] = z.real();
+        if (it.outZ >= 0) o[it.outZ] = mag(z);
+        // A group's reactance keeps its sign; a leaf's is a magnitude.
+        if (it.outX >= 0) o[it.outX] = it.k == 'S' || it.k == 'P' ? z.imag() : std::fabs(z.imag());
     }
+}
+
+ForwardPlan leanPlan(const ForwardPlan& plan, const std::vector<int>& keep) {
+    ForwardPlan lean = plan;
+    auto trim = [&](int& slot) {
+        if (slot >= 0 && std::find(keep.begin(), keep.end(), slot) == keep.end()) slot = -1;
+    };
+    for (ForwardPlan::Item& it : lean.items)
+        for (int* slot : {&it.outU, &it.outI, &it.outP, &it.outR, &it.outX, &it.outZ})
+            trim(*slot);
+    for (int* slot : {&lean.oZ, &lean.oI, &lean.oU, &lean.oCos, &lean.oP, &lean.oPtot, &lean.oRtot,
+                      &lean.oXtot, &lean.oPhi, &lean.oQ, &lean.oS, &lean.oIw, &lean.oIb})
+        trim(*slot);
+    return lean;
 }
 
 namespace {

@@ -58,6 +58,9 @@ ForwardPlan compilePlan(const CNodePtr& root, bool isAc, const Values* values = 
 // `in` holds one value per input slot; an ideal coil's slot is ignored.
 // Non-finite results are left as they come: they mean "not computed".
 void runPlan(const ForwardPlan& plan, const double* in, ForwardWork& work);
+// The same plan computing only the output slots in `keep` (the others stay
+// as they were): what a search needs of each pass.
+ForwardPlan leanPlan(const ForwardPlan& plan, const std::vector<int>& keep);
 
 // The map form: every result symbol of the tree. Raises std::runtime_error
 // "mangler " + symbol for a value it needs and doesn't find. Caches each

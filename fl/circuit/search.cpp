@@ -21,6 +21,7 @@ SearchProblem::SearchProblem(const CNodePtr& root, bool isAc, const Values& give
         known.emplace(f.first, 1.0);
     plan_ = compilePlan(root, isAc, &known);
     work_.prepare(plan_);
+    full_ = plan_;
     in_.assign(plan_.inputs.size(), std::numeric_limits<double>::quiet_NaN());
 
     for (const std::string& u : unknowns_)
@@ -54,22 +55,32 @@ SearchProblem::SearchProblem(const CNodePtr& root, bool isAc, const Values& give
     }
     for (size_t i = 0; i < unknownSlot_.size(); ++i)
         if (unknownSlot_[i] < 0) throw std::runtime_error("mangler " + unknowns_[i]);
+    lastLog_.assign(unknownSlot_.size(), std::numeric_limits<double>::quiet_NaN());
     for (const Target& t : targets_) {
         targetSlot_.push_back(plan_.outputSlot(t.symbol));
         targetIsCos_.push_back(t.symbol == "cosphi");
     }
+    plan_ = leanPlan(full_, targetSlot_);
 }
 
-void SearchProblem::bind(const double* x, bool logarithmic) {
-    for (size_t i = 0; i < unknownSlot_.size(); ++i)
-        in_[unknownSlot_[i]] = logarithmic ? std::exp(x[i]) : x[i];
+void SearchProblem::bind(const double* x, bool logarithmic, const ForwardPlan& plan) {
+    // A Jacobian column moves one unknown: the other exponentials still hold.
+    for (size_t i = 0; i < unknownSlot_.size(); ++i) {
+        if (!logarithmic) {
+            in_[unknownSlot_[i]] = x[i];
+            lastLog_[i] = std::numeric_limits<double>::quiet_NaN();
+        } else if (!(x[i] == lastLog_[i])) {
+            in_[unknownSlot_[i]] = std::exp(x[i]);
+            lastLog_[i] = x[i];
+        }
+    }
     for (const auto& [slot, u] : follow_)
         in_[slot] = in_[unknownSlot_[u]];
-    runPlan(plan_, in_.data(), work_);
+    runPlan(plan, in_.data(), work_);
 }
 
 bool SearchProblem::residual(const double* logx, double* r) {
-    bind(logx, true);
+    bind(logx, true, plan_);
     for (size_t t = 0; t < targets_.size(); ++t) {
         const int slot = targetSlot_[t];
         if (slot < 0) return false;
@@ -82,7 +93,7 @@ bool SearchProblem::residual(const double* logx, double* r) {
 }
 
 std::vector<double> SearchProblem::evaluate(const std::vector<double>& x) {
-    bind(x.data(), false);
+    bind(x.data(), false, plan_);
     std::vector<double> out(targets_.size(), std::numeric_limits<double>::quiet_NaN());
     for (size_t t = 0; t < targets_.size(); ++t)
         if (targetSlot_[t] >= 0 && std::isfinite(work_.out[targetSlot_[t]]))
@@ -91,7 +102,8 @@ std::vector<double> SearchProblem::evaluate(const std::vector<double>& x) {
 }
 
 Values SearchProblem::results(const std::vector<double>& x) {
-    bind(x.data(), false);
+    std::fill(work_.out.begin(), work_.out.end(), std::numeric_limits<double>::quiet_NaN());
+    bind(x.data(), false, full_);
     Values out;
     for (size_t s = 0; s < plan_.outputs.size(); ++s)
         out[plan_.outputs[s]] = work_.out[s];
@@ -159,7 +171,9 @@ std::vector<Solution> multiStart(SearchProblem& problem, const std::vector<std::
     std::vector<size_t> digit(n, 0);
     constexpr double kStep = 1e-7;
 
-    for (size_t start = 0; start < kMaxStarts; ++start) {
+    const double perIteration = static_cast<double>(problem.passSize() + m) * (n + 1);
+    double spent = 0.0;
+    for (size_t start = 0; start < kMaxStarts && spent < kSearchBudget; ++start) {
         if (start > 0) {
             // Odometer over the seed lists: the last unknown turns fastest.
             size_t i = n;
@@ -177,7 +191,8 @@ std::vector<Solution> multiStart(SearchProblem& problem, const std::vector<std::
         double lambda = 0.001;
         std::vector<std::vector<double>> path{x};
 
-        for (int iter = 0; cost > 1e-26 && iter < 200; ++iter) {
+        for (int iter = 0; cost > 1e-26 && iter < 200 && spent < kSearchBudget; ++iter) {
+            spent += perIteration;
             // J column i = (r(x + h·eᵢ) − r) / h
             bool ok = true;
             for (size_t i = 0; i < n && ok; ++i) {
@@ -188,19 +203,20 @@ std::vector<Solution> multiStart(SearchProblem& problem, const std::vector<std::
                     J[t * n + i] = (rp[t] - r[t]) / kStep;
             }
             if (!ok) break;
-            // (JᵀJ + λ·diag(JᵀJ + 1e-12)) d = −Jᵀr
-            for (size_t i = 0; i < n; ++i) {
-                double gi = 0.0;
-                for (size_t t = 0; t < m; ++t)
-                    gi -= J[t * n + i] * r[t];
-                g[i] = gi;
-                for (size_t k = 0; k < n; ++k) {
-                    double a = 0.0;
-                    for (size_t t = 0; t < m; ++t)
-                        a += J[t * n + i] * J[t * n + k];
-                    A[i * n + k] = a;
+            // (JᵀJ + λ·diag(JᵀJ + 1e-12)) d = −Jᵀr, JᵀJ filled row by row of J
+            std::fill(A.begin(), A.end(), 0.0);
+            std::fill(g.begin(), g.end(), 0.0);
+            for (size_t t = 0; t < m; ++t) {
+                const double* row = &J[t * n];
+                for (size_t i = 0; i < n; ++i) {
+                    g[i] -= row[i] * r[t];
+                    for (size_t k = i; k < n; ++k)
+                        A[i * n + k] += row[i] * row[k];
                 }
             }
+            for (size_t i = 0; i < n; ++i)
+                for (size_t k = 0; k < i; ++k)
+                    A[i * n + k] = A[k * n + i];
             for (size_t i = 0; i < n; ++i)
                 A[i * n + i] += (A[i * n + i] + 1e-12) * lambda;
             if (!solveLinear(A, g, n, d)) break;

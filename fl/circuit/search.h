@@ -37,6 +37,8 @@ class SearchProblem {
 
     const std::vector<std::string>& unknowns() const { return unknowns_; }
     const std::vector<Target>& targets() const { return targets_; }
+    // Nodes a forward pass goes through.
+    size_t passSize() const { return plan_.items.size(); }
     // Whether the forward pass yields the target's symbol at all.
     bool reachable(size_t target) const { return targetSlot_[target] >= 0; }
 
@@ -50,11 +52,13 @@ class SearchProblem {
     Values results(const std::vector<double>& x);
 
   private:
-    void bind(const double* x, bool logarithmic);
+    void bind(const double* x, bool logarithmic, const ForwardPlan& plan);
 
-    ForwardPlan plan_;
+    ForwardPlan full_; // every result, for `results`
+    ForwardPlan plan_; // only the targets: the search's pass
     ForwardWork work_;
     std::vector<double> in_;
+    std::vector<double> lastLog_; // the logarithm each unknown's input was made from
     std::vector<std::string> unknowns_;
     std::vector<Target> targets_;
     std::vector<int> unknownSlot_;
@@ -68,6 +72,11 @@ class SearchProblem {
 std::vector<double> seedsFor(const std::string& unknown);
 
 constexpr size_t kMaxStarts = 400;
+// Work of one search, counted per residual as the nodes of the forward pass
+// plus the targets. Above what a drawn task needs (five unknowns on eight
+// components with no start converging stay below it); it keeps a file of
+// thousands of nodes, or a dozen unknowns, from freezing the page.
+constexpr double kSearchBudget = 1e7;
 
 // Levenberg-Marquardt from the first 400 starts of the Cartesian product of
 // the seeds (the last unknown varies fastest). Converged, distinct solutions
