@@ -83,6 +83,8 @@ Sheet solve(Circuit& c, bool noRetry, const MeterInfo* meters) {
     s.given = su.given;
     s.targets = su.targets;
     s.links = su.links;
+    s.givenSymbols = su.givenSymbols;
+    s.root = root;
     Values values = su.values;
 
     StepScope scope{root, s.isAc, s.shape, su.links, su.givenSymbols};

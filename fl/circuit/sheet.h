@@ -11,6 +11,7 @@
 
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -44,13 +45,16 @@ struct Sheet {
     std::vector<Target> targets;
     std::vector<std::string> unknowns;        // what the search looked for, in its order
     std::map<std::string, std::string> links; // follower symbol → leader symbol
+    std::set<std::string> givenSymbols;       // everything the task gave, links included
+    CNodePtr root;                            // the tree that was solved (meter-free, named)
     std::vector<Solution> solutions;
     int second = -1; // index of a second, different solution, or -1
 
     std::string intro; // hint before the steps
-    std::vector<CircuitStep>
-        searchSteps;                // the trial table or the equal groups, then the head of the full pass
-    std::vector<CircuitStep> steps; // the formula steps on the full map
+    // The trial table or the equal groups, then the head of the full pass.
+    // A step whose `formula` is set still needs its equation lines.
+    std::vector<CircuitStep> searchSteps;
+    std::vector<CircuitStep> steps;      // the formula steps on the full map
     std::vector<CircuitStep> meterSteps; // readings of meters that had none typed
     std::vector<std::string> notes;      // "Bemærk" paragraphs, in order
     std::vector<Mismatch> mismatches;
