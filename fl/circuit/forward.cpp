@@ -307,14 +307,24 @@ std::vector<double> bindInputs(const ForwardPlan& plan, const Values& values) {
 
 } // namespace
 
-Values forward(const CNodePtr& root, const Values& values, bool isAc) {
-    const ForwardPlan plan = compilePlan(root, isAc, &values);
+namespace {
+
+// One pass in the map form, with each node's impedance cached in its `z`.
+ForwardPlan runOnce(const CNodePtr& root, const Values& values, bool isAc, ForwardWork& w) {
+    ForwardPlan plan = compilePlan(root, isAc, &values);
     const std::vector<double> in = bindInputs(plan, values);
-    ForwardWork w;
     w.prepare(plan);
     runPlan(plan, in.data(), w);
     for (size_t idx = 0; idx < plan.items.size(); ++idx)
         plan.items[idx].node->z = w.z[idx];
+    return plan;
+}
+
+} // namespace
+
+Values forward(const CNodePtr& root, const Values& values, bool isAc) {
+    ForwardWork w;
+    const ForwardPlan plan = runOnce(root, values, isAc, w);
     Values out;
     for (size_t s = 0; s < plan.outputs.size(); ++s)
         out[plan.outputs[s]] = w.out[s];
@@ -325,22 +335,14 @@ Cx impedance(const CNodePtr& node, const Values& values, bool isAc) {
     // The subtree's plan needs a source voltage slot; any value will do.
     Values v = values;
     v.emplace("U", 1.0);
-    const ForwardPlan plan = compilePlan(node, isAc, &v);
-    const std::vector<double> in = bindInputs(plan, v);
     ForwardWork w;
-    w.prepare(plan);
-    runPlan(plan, in.data(), w);
-    for (size_t idx = 0; idx < plan.items.size(); ++idx)
-        plan.items[idx].node->z = w.z[idx];
+    runOnce(node, v, isAc, w);
     return w.z[0];
 }
 
 std::map<std::string, NodePhasor> phasors(const CNodePtr& root, const Values& values, bool isAc) {
-    const ForwardPlan plan = compilePlan(root, isAc, &values);
-    const std::vector<double> in = bindInputs(plan, values);
     ForwardWork w;
-    w.prepare(plan);
-    runPlan(plan, in.data(), w);
+    const ForwardPlan plan = runOnce(root, values, isAc, w);
     std::map<std::string, NodePhasor> out;
     for (size_t idx = 0; idx < plan.items.size(); ++idx)
         out[plan.items[idx].node->id] = {w.z[idx], w.u[idx], w.i[idx]};

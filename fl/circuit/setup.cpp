@@ -48,6 +48,20 @@ std::string chip(const std::string& target, const std::string& label) {
     return "<a class=\"chip big\" href=\"fix:" + target + "\">" + label + "</a>";
 }
 
+// What the trade uses, and the prefix that was most likely forgotten.
+struct Limit {
+    const char* kind;
+    double above;
+    const char* unit;
+    const char* prefix;
+    const char* shown;
+    const char* usual;
+};
+const Limit kLimits[] = {
+    {"C", 0.01, "F", "u", "µF", "kondensatorer er normalt på nogle µF (mikrofarad)"},
+    {"L", 20.0, "H", "m", "mH", "spoler er normalt højst nogle få henry"},
+};
+
 struct SourceField {
     const char* key;
     const char* symbol;
@@ -288,20 +302,13 @@ Setup readSetup(const Circuit& c, const MeterInfo* meters) {
             if (n->group) continue;
             const double v = lookup(su.values, n->name);
             const std::string t = trimmed(n->v);
-            if (n->k == "C" && v > 0.01) {
-                unreal += "<b>" + n->name + " = " + t +
-                          " F</b> er urealistisk stort – kondensatorer er normalt på "
-                          "nogle µF (mikrofarad). Mente du " +
-                          t + " µF? " + "<div class=\"chips\">" +
-                          chip("comp|" + n->id + "|" + t + "u", "Ret til " + t + " µF") + "</div>";
-                su.fixes.push_back("comp|" + n->id + "|" + t + "u");
-            } else if (n->k == "L" && v > 20.0) {
-                unreal += "<b>" + n->name + " = " + t +
-                          " H</b> er urealistisk stort – spoler er normalt højst "
-                          "nogle få henry. Mente du " +
-                          t + " mH? " + "<div class=\"chips\">" +
-                          chip("comp|" + n->id + "|" + t + "m", "Ret til " + t + " mH") + "</div>";
-                su.fixes.push_back("comp|" + n->id + "|" + t + "m");
+            for (const Limit& lim : kLimits) {
+                if (n->k != lim.kind || !(v > lim.above)) continue;
+                const std::string fix = "comp|" + n->id + "|" + t + lim.prefix;
+                unreal += "<b>" + n->name + " = " + t + " " + lim.unit + "</b> er urealistisk stort – " +
+                          lim.usual + ". Mente du " + t + " " + lim.shown + "? <div class=\"chips\">" +
+                          chip(fix, "Ret til " + t + " " + lim.shown) + "</div>";
+                su.fixes.push_back(fix);
             }
         }
         if (!unreal.empty()) {

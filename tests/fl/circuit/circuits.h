@@ -32,6 +32,15 @@ inline CNodePtr known(CNodePtr n, const std::string& U, const std::string& I,
     return n;
 }
 
+// "root(A(R1 R2) R3)": display names, groups with their children.
+inline std::string outline(const CNodePtr& n) {
+    if (!n->group) return n->name;
+    std::string s = (n->id == "root" ? std::string("root") : n->name) + "(";
+    for (size_t i = 0; i < n->ch.size(); ++i)
+        s += (i ? " " : "") + outline(n->ch[i]);
+    return s + ")";
+}
+
 inline Circuit circuit(const std::string& mode, std::vector<CNodePtr> ch,
                        const std::map<std::string, std::string>& src = {}) {
     Circuit c = defaultCircuit(mode);

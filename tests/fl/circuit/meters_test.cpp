@@ -8,17 +8,11 @@
 namespace fl {
 namespace {
 
+using testing::outline;
+
 using testing::circuit;
 using testing::group;
 using testing::leaf;
-
-std::string outline(const CNodePtr& n) {
-    if (!n->group) return n->name;
-    std::string s = (n->id == "root" ? std::string("root") : n->name) + "(";
-    for (size_t i = 0; i < n->ch.size(); ++i)
-        s += (i ? " " : "") + outline(n->ch[i]);
-    return s + ")";
-}
 
 TEST(StripMeters, findsEachMetersHostInTheMeterFreeCopy) {
     struct Row {

@@ -2,20 +2,14 @@
 
 #include "fl/circuit/json.h"
 #include "store/datastore.h"
+#include "tests/fl/circuit/circuits.h"
 
 #include <gtest/gtest.h>
 
 namespace fl {
 namespace {
 
-// "root(A(R1 R2) R3)": names after numbering, groups with their children.
-std::string outline(const CNodePtr& n) {
-    if (!n->group) return n->name;
-    std::string s = (n->id == "root" ? std::string("root") : n->name) + "(";
-    for (size_t i = 0; i < n->ch.size(); ++i)
-        s += (i ? " " : "") + outline(n->ch[i]);
-    return s + ")";
-}
+using testing::outline;
 
 std::string idOf(Circuit& c, const std::string& name) {
     nameCircuit(c);
