@@ -1,5 +1,5 @@
 // The rendering pass's lists and the joining of results with renumbered
-// image references.
+// image references; the text helpers and the block builders.
 #include "fl/expr/markup.h"
 
 #include <gtest/gtest.h>
@@ -66,6 +66,174 @@ TEST_F(MarkupTest, appendLeavesOtherSourcesAndTextAlone) {
         "src=\"f:\" src=\"m:x\" src=\"f:3 src=\"http://f:1\" f:0 m:0 src=\"f:99999999999999999999999\"";
     first.append(second);
     EXPECT_EQ(first.html, second.html);
+}
+
+struct TextRow {
+    const char* name;
+    std::string (*fn)(const std::string&);
+    const char* input;
+    const char* expected;
+};
+
+const TextRow kTextRows[] = {
+    {"escapeAmpersandFirst", htmlEscape, "a<b & c>d &lt;", "a&lt;b &amp; c&gt;d &amp;lt;"},
+    {"varSpan", varSpan, "U<sub>R</sub>", "<span class=\"v\">U<sub>R</sub></span>"},
+    {"symbolLetters", symbolHtml, "R_e", "R<sub>e</sub>"},
+    {"symbolOnlyLettersInIndex", symbolHtml, "U_12 og I_Nx2", "U_12 og I<sub>Nx</sub>2"},
+    {"symbolPhiIndexWithDigits", symbolHtml, "φ_1", "φ<sub>1</sub>"},
+    {"symbolCosPhi", symbolHtml, "cos φ_2 = 0,9", "cos φ<sub>2</sub> = 0,9"},
+    {"symbolLoneUnderscore", symbolHtml, "a_ b", "a_ b"},
+    {"stripTags", stripTags, "<p class=\"x\">U<sub>1</sub> = 5</p>", "U1 = 5"},
+    {"stripKeepsStrayBrackets", stripTags, "a <> b < c", "a <> b < c"},
+    {"plainIndex", htmlToPlain, "U<sub>R</sub> = 5", "UR = 5"},
+    {"plainPowerDigits", htmlToPlain, "q = 2,5 mm<sup>2</sup>", "q = 2,5 mm²"},
+    {"plainPowerNegative", htmlToPlain, "10<sup>−6</sup>", "10⁻⁶"},
+    {"plainPowerLetters", htmlToPlain, "x<sup>n</sup> + x<sup>ab</sup>", "x^n + x^(ab)"},
+    {"plainTagsAndEntities", htmlToPlain, "<b>U</b>&nbsp;&lt;&nbsp;5 &amp; &gt;", "U < 5 & >"},
+};
+
+TEST_F(MarkupTest, textHelpers) {
+    for (const TextRow& row : kTextRows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(row.fn(row.input), row.expected);
+    }
+}
+
+TEST_F(MarkupTest, msgBoxIsBadOnlyWhenAsked) {
+    EXPECT_EQ(msgBox("Udfyld U.", false), "<div class=\"msg\">Udfyld U.</div>");
+    EXPECT_EQ(msgBox("Fejl", true), "<div class=\"msg bad\">Fejl</div>");
+}
+
+TEST_F(MarkupTest, eqTableRows) {
+    EXPECT_EQ(
+        eqTable({{"U", "I · R", "", false}, {"", "230", "Byt om", false}}),
+        "<table class=\"eqs\"><tr><td class=\"l\">U</td><td class=\"m\">=</td><td class=\"r\">I · R</td>"
+        "<td class=\"n\"></td></tr><tr><td class=\"l\"></td><td class=\"m\">=</td><td class=\"r\">230</td>"
+        "<td class=\"n\">Byt om</td></tr></table>");
+}
+
+TEST_F(MarkupTest, kvGridFillsTheLastRow) {
+    const std::string html =
+        kvGrid({{"U", "230 V"}, {"I", "5 A", true}, {"R", "46 Ω"}, {"P", "1150 W"}, {"f", "50 Hz"}}, 3);
+    EXPECT_EQ(html,
+              "<table class=\"kvgrid\"><tr>"
+              "<td class=\"kv\"><span class=\"k\">U</span><br><span class=\"val\">230 V</span></td>"
+              "<td class=\"kv hl\"><span class=\"k\">I</span><br><span class=\"val hl\">5 A</span></td>"
+              "<td class=\"kv\"><span class=\"k\">R</span><br><span class=\"val\">46 Ω</span></td></tr><tr>"
+              "<td class=\"kv\"><span class=\"k\">P</span><br><span class=\"val\">1150 W</span></td>"
+              "<td class=\"kv\"><span class=\"k\">f</span><br><span class=\"val\">50 Hz</span></td>"
+              "<td class=\"kvempty\"></td></tr></table>");
+    EXPECT_EQ(kvGrid({{"a", "1"}}, 0), kvGrid({{"a", "1"}}, 1)) << "no column count means one column";
+}
+
+TEST_F(MarkupTest, stepBlocksNumberTheirStepsAndCiteTheBook) {
+    const std::vector<StepBlock> steps = {
+        {"Find I", "6", "<p>a</p>"}, {"Find P", "YΔ-arket", "<p>b</p>"}, {"Find Q", "", "<p>c</p>"}};
+    const std::string head = "<h3 class=\"sh\">Udregning trin for trin</h3><div class=\"steps\">";
+    EXPECT_EQ(
+        stepBlocks(steps),
+        head + "<div class=\"step\"><p class=\"h4\"><span class=\"stnum\">1</span> Find I</p><p>a</p></div>"
+               "<div class=\"step\"><p class=\"h4\"><span class=\"stnum\">2</span> Find P</p><p>b</p></div>"
+               "<div class=\"step\"><p class=\"h4\"><span class=\"stnum\">3</span> Find "
+               "Q</p><p>c</p></div></div>");
+    EXPECT_EQ(stepBlocksBook(steps),
+              head + "<div class=\"step\"><p class=\"h4\"><span class=\"stnum\">1</span> Find I <span "
+                     "class=\"crumb\">(formelsamlingen s. 6)</span></p><p>a</p></div>"
+                     "<div class=\"step\"><p class=\"h4\"><span class=\"stnum\">2</span> Find P <span "
+                     "class=\"crumb\">(YΔ-arket)</span></p><p>b</p></div>"
+                     "<div class=\"step\"><p class=\"h4\"><span class=\"stnum\">3</span> Find "
+                     "Q</p><p>c</p></div></div>");
+    EXPECT_EQ(stepBlocks({}), "");
+}
+
+TEST_F(MarkupTest, figureGoesBesideTheMarkup) {
+    EXPECT_EQ(figure("<line/>", 460, 280, "Spændingstrekant"),
+              "<p class=\"fig\"><img src=\"f:0\" width=\"460\" height=\"280\"></p><p "
+              "class=\"figcap\">Spændingstrekant</p>");
+    EXPECT_EQ(figure("<circle/>", 10, 20),
+              "<p class=\"fig\"><img src=\"f:1\" width=\"10\" height=\"20\"></p>");
+    const RenderResult r = takeRender("");
+    ASSERT_EQ(r.figs.size(), 2u);
+    EXPECT_EQ(r.figs[0], "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 460 280\" width=\"460\" "
+                         "height=\"280\"><line/></svg>");
+}
+
+TEST_F(MarkupTest, twoPassesAppendedKeepTheirImagesApart) {
+    auto pass = [](std::vector<std::string> svgs, const char* var) {
+        std::string html;
+        for (const std::string& svg : svgs)
+            html += figure(svg, int(svg.size()) - 3, int(svg.size()) - 3);
+        html += "<img class=\"math\" src=\"" + addMath(makeVar(var)) + "\">";
+        return takeRender(html);
+    };
+    RenderResult first = pass({"<a/>"}, "x");
+    const RenderResult second = pass({"<bb/>", "<ccc/>"}, "y");
+    first.append(second);
+    EXPECT_EQ(
+        first.html,
+        "<p class=\"fig\"><img src=\"f:0\" width=\"1\" height=\"1\"></p><img class=\"math\" src=\"m:0\">"
+        "<p class=\"fig\"><img src=\"f:1\" width=\"2\" height=\"2\"></p>"
+        "<p class=\"fig\"><img src=\"f:2\" width=\"3\" height=\"3\"></p><img class=\"math\" src=\"m:1\">");
+    ASSERT_EQ(first.figs.size(), 3u);
+    EXPECT_NE(first.figs[2].find("<ccc/>"), std::string::npos);
+    ASSERT_EQ(first.maths.size(), 2u);
+    EXPECT_EQ(first.maths[1]->name, "y");
+}
+
+TEST_F(MarkupTest, sheetInOrder) {
+    SheetSections s;
+    s.given = {"U = 230 V", "R = 47 Ω"};
+    s.steps = {{"Find I", "3", "<p>I = U / R</p>"}};
+    s.figure = "<p class=\"fig\">F</p>";
+    s.check = "<p>ok</p>";
+    s.results = "<p>I = 4,89 A</p>";
+    s.answer = "I = 4,89 A";
+    s.revealed = "mere";
+    s.concealed = "tryk";
+    EXPECT_EQ(
+        sheet("sheet", {"Værktøj", "Ohm"}, "Strømmen", s),
+        "<div class=\"card sheet\" id=\"sheet\"><div class=\"sheet-head\"><div class=\"crumb\">Værktøj · "
+        "Ohm</div>"
+        "<h2>Strømmen</h2></div><h3 class=\"sh\">Givet</h3><div class=\"known\"><div>U = 230 V</div>"
+        "<div>R = 47 Ω</div></div><h3 class=\"sh\">Udregning trin for trin</h3><div class=\"steps\">"
+        "<div class=\"step\"><p class=\"h4\"><span class=\"stnum\">1</span> Find I <span class=\"crumb\">"
+        "(formelsamlingen s. 3)</span></p><p>I = U / R</p></div></div><h3 class=\"sh\">Grafik</h3><p "
+        "class=\"fig\">F</p><h3 class=\"sh\">Kontrol</h3><p>ok</p><h3 class=\"sh\">Resultater</h3><p>I = "
+        "4,89 "
+        "A</p><div class=\"spoiler\"><div class=\"facit\"><span class=\"k\">FACIT</span> &nbsp; I = 4,89 "
+        "A</div>"
+        "</div><div class=\"spoiler\">mere</div><div class=\"spoiler-alt\">tryk</div></div>");
+    EXPECT_EQ(sheet("s2", {}, "Tom", {}), "<div class=\"card sheet\" id=\"s2\"><div "
+                                          "class=\"sheet-head\"><div class=\"crumb\"></div><h2>Tom</h2>"
+                                          "</div></div>");
+}
+
+struct RunsRow {
+    const char* name;
+    const char* html;
+    std::vector<std::pair<std::string, Script>> runs;
+};
+
+const RunsRow kRunsRows[] = {
+    {"indexAndEntity",
+     "U<sub>1</sub> &lt; 5",
+     {{"U", Script::Normal}, {"1", Script::Sub}, {" < 5", Script::Normal}}},
+    {"power", "m<sup>2</sup>", {{"m", Script::Normal}, {"2", Script::Sup}}},
+    {"spanAndBoldAddNothing",
+     "<span class=\"v\">I</span><sub><b>N</b></sub>&nbsp;&amp;",
+     {{"I", Script::Normal}, {"N", Script::Sub}, {" &", Script::Normal}}},
+    {"otherTagsDropped", "a<br>b<font color=\"red\">c</font>", {{"abc", Script::Normal}}},
+    {"empty", "", {}},
+};
+
+TEST_F(MarkupTest, parseRichRuns) {
+    for (const RunsRow& row : kRunsRows) {
+        SCOPED_TRACE(row.name);
+        std::vector<std::pair<std::string, Script>> got;
+        for (const RichRun& r : parseRichRuns(row.html))
+            got.emplace_back(r.text, r.script);
+        EXPECT_EQ(got, row.runs);
+    }
 }
 
 } // namespace
