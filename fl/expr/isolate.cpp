@@ -15,6 +15,22 @@ bool holds(const NodePtr& node, const std::string& target) {
     return countVar(node, target) > 0;
 }
 
+// The first term or factor that holds the target, and the others in their order.
+template <class Item>
+bool splitAtTarget(const std::vector<Item>& items, const std::string& target, Item& found,
+                   std::vector<Item>& rest) {
+    bool seen = false;
+    for (const Item& item : items) {
+        if (!seen && holds(item.node, target)) {
+            found = item;
+            seen = true;
+        } else {
+            rest.push_back(item);
+        }
+    }
+    return seen;
+}
+
 std::string capitalised(std::string note) {
     if (!note.empty() && note[0] >= 'a' && note[0] <= 'z') note[0] = static_cast<char>(note[0] - 'a' + 'A');
     return note;
@@ -41,17 +57,12 @@ std::string bothSides(const std::vector<std::string>& parts) {
 }
 
 bool sumRule(NodePtr& cur, NodePtr& other, const std::string& target, std::string& note) {
-    const auto& terms = cur->terms;
-    size_t at = terms.size();
-    for (size_t i = 0; i < terms.size() && at == terms.size(); ++i)
-        if (holds(terms[i].node, target)) at = i;
-    if (at == terms.size()) return false;
-    const NodePtr t = terms[at].node;
+    SumTerm found;
     std::vector<SumTerm> rest;
-    for (size_t i = 0; i < terms.size(); ++i)
-        if (i != at) rest.push_back(terms[i]);
+    if (!splitAtTarget(cur->terms, target, found, rest)) return false;
+    const NodePtr t = found.node;
 
-    if (terms[at].sign < 0) {
+    if (found.sign < 0) {
         // −t + rest = other  ⇒  t = rest − other
         note = "Læg " + renderOperand(t) + " til og træk " + renderOperand(other) + " fra på begge sider";
         rest.push_back({-1, other});
@@ -75,17 +86,12 @@ bool sumRule(NodePtr& cur, NodePtr& other, const std::string& target, std::strin
 }
 
 bool prodRule(NodePtr& cur, NodePtr& other, const std::string& target, std::string& note) {
-    const auto& factors = cur->factors;
-    size_t at = factors.size();
-    for (size_t i = 0; i < factors.size() && at == factors.size(); ++i)
-        if (holds(factors[i].node, target)) at = i;
-    if (at == factors.size()) return false;
-    const NodePtr t = factors[at].node;
+    ProdFactor found;
     std::vector<ProdFactor> rest;
-    for (size_t i = 0; i < factors.size(); ++i)
-        if (i != at) rest.push_back(factors[i]);
+    if (!splitAtTarget(cur->factors, target, found, rest)) return false;
+    const NodePtr t = found.node;
 
-    if (factors[at].op == '/') {
+    if (found.op == '/') {
         // rest / t = other  ⇒  t = rest / other
         note = "Gang med " + renderOperand(t) + " og divider med " + renderOperand(other) + " på begge sider";
         rest.push_back({'/', other});
