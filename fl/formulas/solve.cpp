@@ -209,7 +209,7 @@ void checkBlock(const Solve& s, const NodePtr& primary, std::vector<StepBlock>& 
         block("Kontrol", hint("Sæt resultatet ind i den oprindelige formel – det skal give " + sym + " = " +
                               fmtWithUnit(given->second, unit) + ":") +
                              eqTable({{sym, renderMath(substitute(primary, s.values, &s.degreeSet)),
-                                       fmtWithUnit(back, unit) + verdict, false}})));
+                                       "= " + fmtWithUnit(back, unit) + verdict, false}})));
 }
 
 } // namespace

@@ -164,7 +164,7 @@ TEST_F(SolveTest, ohmForCurrentHasSixBlocksAndPassesTheCheck) {
     EXPECT_EQ(s.blocks[3].body, "I · R=UByt om på siderneI=[U / R]Divider med R på begge sider");
     EXPECT_EQ(s.blocks[4].body, "I=[U / R]=[230 / 47]=4,8936 A");
     EXPECT_EQ(s.blocks[5].body, "Sæt resultatet ind i den oprindelige formel – det skal give U = 230 V:"
-                                "U=4,8936 · 47230 V ✓ passer");
+                                "U=4,8936 · 47= 230 V ✓ passer");
 }
 
 TEST_F(SolveTest, ohmForVoltageNeedsNoRearrangingAndNoCheck) {
