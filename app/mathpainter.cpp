@@ -7,6 +7,7 @@
 #include "app/mathpainter.h"
 
 #include "app/theme.h"
+#include "fl/expr/markup.h"
 #include "fl/expr/numbers.h"
 
 #include <QFontMetrics>
@@ -76,44 +77,10 @@ struct Run {
 
 std::vector<Run> richRuns(const std::string& html) {
     std::vector<Run> runs;
-    const QString s = QString::fromStdString(html);
-    int script = 0;
-    QString cur;
-    auto flush = [&] {
-        if (!cur.isEmpty()) runs.push_back({cur, script});
-        cur.clear();
-    };
-    for (qsizetype i = 0; i < s.size(); ++i) {
-        const QChar c = s[i];
-        if (c == '<') {
-            const qsizetype end = s.indexOf('>', i);
-            if (end < 0) break;
-            const QString tag = s.mid(i + 1, end - i - 1).trimmed().toLower();
-            if (tag == "sub" || tag == "sup") {
-                flush();
-                script = tag == "sub" ? -1 : 1;
-            } else if (tag == "/sub" || tag == "/sup") {
-                flush();
-                script = 0;
-            }
-            i = end;
-        } else if (c == '&') {
-            static const std::pair<const char*, QChar> entities[] = {
-                {"&nbsp;", QChar(0x00A0)}, {"&lt;", '<'}, {"&gt;", '>'}, {"&amp;", '&'}};
-            bool known = false;
-            for (const auto& [name, ch] : entities)
-                if (s.mid(i, qsizetype(strlen(name))) == QLatin1String(name)) {
-                    cur += ch;
-                    i += qsizetype(strlen(name)) - 1;
-                    known = true;
-                    break;
-                }
-            if (!known) cur += c;
-        } else {
-            cur += c;
-        }
-    }
-    flush();
+    for (const fl::RichRun& r : fl::parseRichRuns(html))
+        runs.push_back({QString::fromStdString(r.text), r.script == fl::Script::Sub   ? -1
+                                                        : r.script == fl::Script::Sup ? 1
+                                                                                      : 0});
     return runs;
 }
 

@@ -115,7 +115,7 @@ bool SheetView::printToPdf(const QString& title, const QString& path) {
     // Inside a card a figure has the page less the card's frame and padding.
     text = fitImages(text, int(std::min<double>(pdfWidth, body.width())) - 60);
     text = applySpoilers(text, true);
-    text = rewriteBoxes(text, paper);
+    text = rewriteBoxes(text, paper, Medium::Paper);
 
     // The document never asks the view: every image is in it beforehand.
     const QMap<QString, QSize> sizes = figureSizes(text);

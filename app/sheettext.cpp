@@ -70,8 +70,8 @@ QString boxTable(QStringView inside, const std::string& colour, const QString& t
 }
 
 // Data tables: the class "data" that the stylesheet aligns by, left
-// placement, and stripes on every second row.
-QString stripeTables(QString text, const ThemeColors& c) {
+// placement, and on screen stripes on every second row.
+QString stripeTables(QString text, const ThemeColors& c, Medium medium) {
     const QString stripe = QLatin1String(c.dark ? "#1f232a" : "#f4f6f9");
     qsizetype from = 0;
     while (true) {
@@ -104,7 +104,8 @@ QString stripeTables(QString text, const ThemeColors& c) {
              p = body.indexOf(QLatin1String("<tr"), p + 3)) {
             const QChar next = p + 3 < body.size() ? body[p + 3] : QChar();
             if (next != '>' && !next.isSpace()) continue;
-            if (row++ % 2 == 1) body.insert(p + 3, QLatin1String(" bgcolor=\"") + stripe + '"');
+            if (row++ % 2 == 1 && medium == Medium::Screen)
+                body.insert(p + 3, QLatin1String(" bgcolor=\"") + stripe + '"');
         }
         text.replace(bodyStart, tableEnd - bodyStart, body);
         from = bodyStart + body.size();
@@ -133,7 +134,10 @@ QString centreEquations(QString text) {
 
 // A step's head "<p class="h4"><span class="stnum">N</span> title</p>" taken
 // apart: the number goes into the badge, the title stays above the body.
-QString stepTable(QStringView inside, const ThemeColors& c) {
+// The line above a step is a row of its own on screen. On paper it is the
+// cells' top border: the text engine stretches a row's background down to
+// the page's end when the next row starts a new page.
+QString stepTable(QStringView inside, const ThemeColors& c, Medium medium) {
     QString number, rest = inside.toString();
     static const QRegularExpression head(
         QStringLiteral("^\\s*<p class=\"h4\"><span class=\"stnum\">(.*?)</span>\\s*(.*?)</p>"),
@@ -144,13 +148,17 @@ QString stepTable(QStringView inside, const ThemeColors& c) {
         rest = QLatin1String("<p class=\"h4\" style=\"margin-top:0\">") + m.captured(2) +
                QLatin1String("</p>") + rest.mid(m.capturedEnd());
     }
-    return QLatin1String(
-               "<table class=\"stept\" width=\"100%\" cellspacing=\"0\" cellpadding=\"0\" "
-               "style=\"margin-top:6px\"><tr><td class=\"stline\" colspan=\"2\" height=\"1\" bgcolor=\"") +
-           qstr(c.line) +
-           QLatin1String("\"></td></tr><tr><td class=\"stbadge\" width=\"34\" valign=\"top\"><span "
-                         "class=\"stnum\">&nbsp;") +
-           number + QLatin1String("&nbsp;</span></td><td class=\"stbody\" valign=\"top\">") + rest +
+    QString line, border;
+    if (medium == Medium::Screen)
+        line = QLatin1String("<tr><td class=\"stline\" colspan=\"2\" height=\"1\" bgcolor=\"") +
+               qstr(c.line) + QLatin1String("\"></td></tr>");
+    else
+        border = QLatin1String(" style=\"border-top:1px solid ") + qstr(c.line) + '"';
+    return QLatin1String("<table class=\"stept\" width=\"100%\" cellspacing=\"0\" cellpadding=\"0\" "
+                         "style=\"margin-top:6px\">") +
+           line + QLatin1String("<tr><td class=\"stbadge\" width=\"34\" valign=\"top\"") + border +
+           QLatin1String("><span class=\"stnum\">&nbsp;") + number +
+           QLatin1String("&nbsp;</span></td><td class=\"stbody\" valign=\"top\"") + border + '>' + rest +
            QLatin1String("</td></tr></table>");
 }
 
@@ -251,8 +259,8 @@ QString applySpoilers(const QString& html, bool revealed) {
                      [](const QString& text, const Block& b) { return b.inside(text).toString(); });
 }
 
-QString rewriteBoxes(const QString& html, const ThemeColors& c) {
-    QString out = stripeTables(html, c);
+QString rewriteBoxes(const QString& html, const ThemeColors& c, Medium medium) {
+    QString out = stripeTables(html, c, medium);
     out = eachBlock(out, u"msg", [&](const QString& text, const Block& b) {
         const QStringView cls = classOf(b.tag);
         const bool okBox = hasWord(cls, u"ok-box");
@@ -268,8 +276,9 @@ QString rewriteBoxes(const QString& html, const ThemeColors& c) {
         out = eachBlock(out, cls, [&](const QString& text, const Block& b) {
             return boxTable(b.inside(text), *colour, QString());
         });
-    return eachBlock(out, u"step",
-                     [&](const QString& text, const Block& b) { return stepTable(b.inside(text), c); });
+    return eachBlock(out, u"step", [&](const QString& text, const Block& b) {
+        return stepTable(b.inside(text), c, medium);
+    });
 }
 
 QSet<QString> cellImages(const QString& html) {

@@ -30,9 +30,12 @@ QString cutSteps(const QString& html, int keep);
 // Revealed: div.spoiler shows and div.spoiler-alt goes; the other way round
 // before that.
 QString applySpoilers(const QString& html, bool revealed);
+enum class Medium { Screen, Paper };
+
 // Data tables, message boxes, tinted blocks and steps into tables; the
-// cells of equation tables centred.
-QString rewriteBoxes(const QString& html, const ThemeColors& c);
+// cells of equation tables centred. Paper has no row backgrounds between
+// rows, where a page may break.
+QString rewriteBoxes(const QString& html, const ThemeColors& c, Medium medium = Medium::Screen);
 // The expression images that stand alone in a centred cell of an equation
 // table (after rewriteBoxes); they are laid out for that place.
 QSet<QString> cellImages(const QString& html);
