@@ -128,6 +128,8 @@ TEST(SheetText, dataTablesGetClassAlignmentAndStripes) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(str(app::rewriteBoxes(row.input, row.dark ? app::darkColors() : light())), row.expected);
+        EXPECT_FALSE(app::rewriteBoxes(row.input, light(), app::Medium::Paper).contains("bgcolor"))
+            << "no stripes on paper";
     }
 }
 
@@ -179,6 +181,16 @@ TEST(SheetText, stepsPutTheirNumberInABadge) {
             R"(<td class="stbody" valign="top"><p class="h4" style="margin-top:0">Isolér <span class="v">I</span></p><table)"),
         std::string::npos);
     EXPECT_EQ(out.find("<div"), std::string::npos);
+
+    // On paper the line is the cells' top border: no row of its own, whose
+    // background a page break would stretch.
+    const std::string paper = str(app::rewriteBoxes(html, light(), app::Medium::Paper));
+    EXPECT_EQ(paper.find("stline"), std::string::npos);
+    EXPECT_NE(
+        paper.find(R"(<td class="stbadge" width="34" valign="top" style="border-top:1px solid #d3d9e1">)"),
+        std::string::npos);
+    EXPECT_NE(paper.find(R"(<td class="stbody" valign="top" style="border-top:1px solid #d3d9e1">)"),
+              std::string::npos);
 }
 
 TEST(SheetText, equationCellsAreCentredAndTheirLoneImagesKnown) {
