@@ -127,7 +127,8 @@ class Layout {
     double rule(double size) const { return std::max(1.0, 0.058 * em(size)); }
 
     // The main line: a row of ordinary text takes `lineHeight` from its top
-    // to its bottom, split as the font splits its ascent and descent.
+    // to its bottom, nearly three quarters of it above the baseline, as in a
+    // serif face with room for capitals, parentheses and descenders.
     double mainAscent() const { return style.lineHeight * 0.72; }
     double mainDescent() const { return style.lineHeight * 0.28; }
 

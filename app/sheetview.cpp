@@ -219,7 +219,7 @@ void SheetView::clear() {
     emit contentChanged();
 }
 
-QString SheetView::styleSheet() const {
+QString SheetView::documentStyleSheet() const {
     return documentCss() + sheetViewCss() + extraCss;
 }
 
@@ -242,7 +242,7 @@ QString SheetView::visibleHtml() const {
 
 void SheetView::rebuild() {
     setHot(QRectF());
-    document()->setDefaultStyleSheet(styleSheet());
+    document()->setDefaultStyleSheet(documentStyleSheet());
     lastWidth = viewWidth();
     const QString visible = visibleHtml();
     figSizes = figureSizes(visible);

@@ -54,7 +54,7 @@ class SheetView : public QTextBrowser {
     // The markup as the text engine gets it.
     QString visibleHtml() const;
     // The document stylesheet: the theme's, the view's own rules, then extraCss.
-    QString styleSheet() const;
+    QString documentStyleSheet() const;
     void fitHeight();
     // The width the document is laid out in.
     int viewWidth() const;
