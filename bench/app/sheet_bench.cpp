@@ -6,43 +6,13 @@
 #include "app/resultarea.h"
 #include "app/sheettext.h"
 #include "app/theme.h"
-#include "fl/expr/markup.h"
-#include "fl/formulas/catalogue.h"
-#include "fl/formulas/solve.h"
-#include "tests/fl/formulas/sample_values.h"
+#include "tests/app/worked_sheets.h"
 
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
 
-#include <random>
-
 namespace {
-
-fl::RenderResult worked(const fl::Formula& f, std::map<std::string, double> values,
-                        const std::string& target) {
-    fl::resetFigures();
-    values.erase(target);
-    const fl::SolveResult s = fl::solveSheet(f, values, {}, target);
-    return fl::takeRender("<div class=\"card sheet\" id=\"" + f.key +
-                          "\"><div class=\"sheet-head\"><div class=\"crumb\">Formler</div><h2>" + f.title +
-                          "</h2></div>" + s.html + "</div>");
-}
-
-// The first `count` families that offer a second quantity, each solved for it.
-fl::RenderResult sheetOf(int count) {
-    std::mt19937 rng(11);
-    fl::RenderResult all;
-    int taken = 0;
-    for (const fl::Formula& f : fl::catalogue()) {
-        if (taken == count) break;
-        const auto values = fl::sample::values(f, rng);
-        if (!values || f.forms.size() < 2) continue;
-        all.append(worked(f, *values, f.forms[1].var));
-        ++taken;
-    }
-    return all;
-}
 
 // A page at a common window size with the result area in it, on screen.
 struct Screen {
@@ -61,7 +31,7 @@ struct Screen {
 };
 
 void BM_ShowSheet(benchmark::State& state) {
-    const fl::RenderResult sheet = sheetOf(int(state.range(0)));
+    const fl::RenderResult sheet = sheets::manyFamilies(int(state.range(0)), 11);
     Screen screen;
     for (auto _ : state) {
         screen.area->view()->setContent(sheet);
@@ -73,7 +43,7 @@ void BM_ShowSheet(benchmark::State& state) {
 BENCHMARK(BM_ShowSheet)->Arg(1)->Arg(12)->Unit(benchmark::kMillisecond);
 
 void BM_RevealStep(benchmark::State& state) {
-    const fl::RenderResult sheet = sheetOf(int(state.range(0)));
+    const fl::RenderResult sheet = sheets::manyFamilies(int(state.range(0)), 11);
     Screen screen;
     app::SheetView* view = screen.area->view();
     view->setStepMode(true);
@@ -94,7 +64,7 @@ BENCHMARK(BM_RevealStep)->Arg(1)->Arg(12)->Unit(benchmark::kMillisecond);
 
 // The markup rewriting alone, the part of a reveal that is ours.
 void BM_RewriteSheet(benchmark::State& state) {
-    const QString html = QString::fromStdString(sheetOf(int(state.range(0))).html);
+    const QString html = QString::fromStdString(sheets::manyFamilies(int(state.range(0)), 11).html);
     app::SheetState s;
     s.width = 960;
     s.stepMode = true;

@@ -7,9 +7,7 @@
 #include "app/sheettext.h"
 #include "app/theme.h"
 #include "fl/expr/markup.h"
-#include "fl/formulas/catalogue.h"
-#include "fl/formulas/solve.h"
-#include "tests/fl/formulas/sample_values.h"
+#include "tests/app/worked_sheets.h"
 
 #include <gtest/gtest.h>
 
@@ -17,8 +15,6 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QTemporaryDir>
-
-#include <random>
 
 namespace {
 
@@ -41,17 +37,7 @@ fl::FigureSource wideFigure(int width) {
     };
 }
 
-// One family's worked sheet in its card, as the formula page shows it.
-fl::RenderResult worked(const std::string& key, const std::map<std::string, double>& values,
-                        const std::string& target, const fl::FigureSource& figure = {}) {
-    fl::resetFigures();
-    const fl::Formula* f = fl::findFormula(key);
-    EXPECT_NE(f, nullptr) << key;
-    const fl::SolveResult s = fl::solveSheet(*f, values, {}, target, figure);
-    return fl::takeRender("<div class=\"card sheet\" id=\"" + key +
-                          "\"><div class=\"sheet-head\"><div class=\"crumb\">Formler</div><h2>" + f->title +
-                          "</h2></div>" + s.html + "</div>");
-}
+using sheets::worked;
 
 fl::RenderResult ohm() {
     return worked("ohm", {{"U", 230}, {"R", 47}}, "I");
@@ -222,23 +208,6 @@ int pdfPages(const QString& path) {
     return count < 0 ? -1 : data.mid(count + 7, 8).trimmed().split(' ').front().split('\n').front().toInt();
 }
 
-// Every family's sheet, one after another: a long worked sheet.
-fl::RenderResult manyFamilies(int count) {
-    std::mt19937 rng(7);
-    fl::RenderResult all;
-    int taken = 0;
-    for (const fl::Formula& f : fl::catalogue()) {
-        if (taken == count) break;
-        auto values = fl::sample::values(f, rng);
-        if (!values || f.forms.size() < 2) continue;
-        const std::string target = f.forms[1].var;
-        values->erase(target);
-        all.append(worked(f.key, *values, target));
-        ++taken;
-    }
-    return all;
-}
-
 TEST_F(SheetStepsTest, pdfPagesFollowTheSheetsLength) {
     QTemporaryDir dir;
     ASSERT_TRUE(dir.isValid());
@@ -253,7 +222,7 @@ TEST_F(SheetStepsTest, pdfPagesFollowTheSheetsLength) {
     const fl::RenderResult one = fl::takeRender(fl::sheet("s", {"Formler"}, "Ohms lov", small));
     const Row rows[] = {
         {"one page", one, 1, 1},
-        {"ten worked sheets", manyFamilies(10), 4, 40},
+        {"ten worked sheets", sheets::manyFamilies(10), 4, 40},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
