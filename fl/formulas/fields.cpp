@@ -38,12 +38,14 @@ FieldCheck checkFields(const Formula& f, const std::map<std::string, std::string
         return c;
     }
     if (c.empty.size() != 1) {
-        c.refusal = "Udfyld alle værdier undtagen den, du vil finde. Tomme felter nu: " + displayList(c.empty) + ".";
+        c.refusal =
+            "Udfyld alle værdier undtagen den, du vil finde. Tomme felter nu: " + displayList(c.empty) + ".";
         return c;
     }
     const std::string& wanted = c.empty.front();
     bool hasForm = false;
-    for (const FormulaForm& form : f.forms) hasForm = hasForm || form.var == wanted;
+    for (const FormulaForm& form : f.forms)
+        hasForm = hasForm || form.var == wanted;
     if (!hasForm) {
         c.refusal = symbolDisplay(wanted) + " kan ikke isoleres direkte i denne formel. " +
                     (f.note.empty() ? "Prøv et af værktøjerne." : "Se noten ovenfor.");

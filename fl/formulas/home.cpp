@@ -18,7 +18,8 @@ std::string base64(const std::string& bytes) {
     out.reserve((bytes.size() + 2) / 3 * 4);
     size_t i = 0;
     for (; i + 2 < bytes.size(); i += 3) {
-        const unsigned n = (unsigned char)bytes[i] << 16 | (unsigned char)bytes[i + 1] << 8 | (unsigned char)bytes[i + 2];
+        const unsigned n =
+            (unsigned char)bytes[i] << 16 | (unsigned char)bytes[i + 1] << 8 | (unsigned char)bytes[i + 2];
         out += digits[n >> 18 & 63];
         out += digits[n >> 12 & 63];
         out += digits[n >> 6 & 63];
@@ -68,7 +69,8 @@ std::string tileCell(const std::string& href, const std::string& iconRef, int ic
         const std::string px = std::to_string(iconPx);
         html += "<img src=\"" + iconRef + "\" width=\"" + px + "\" height=\"" + px + "\"><br>";
     }
-    html += "<b style=\"color:" + look.text + ";font-size:11pt\">" + name + "</b><br>" + belowHtml + "</a></td>";
+    html +=
+        "<b style=\"color:" + look.text + ";font-size:11pt\">" + name + "</b><br>" + belowHtml + "</a></td>";
     return html;
 }
 
@@ -141,15 +143,17 @@ std::string homeMarkup(const HomeState& s) {
     std::string html;
     group(html, "Senest brugt", tileGrid(recentRoutes(s.recent, s.open), false, s.open, s.look));
     group(html, "Mest brugt",
-          tileGrid({"udregnere", "kreds", "kredsac", "kredsguide", "kredsguideac", "ovelser"}, true, s.open, s.look));
-    group(html, "Øv og lær", tileGrid({"tekstopgaver", "statistik", "opgaveark", "formelkort"}, false, s.open, s.look));
-    group(html, "Flere værktøjer",
-          tileGrid({"trafo", "trefase", "motor", "komp", "kabel", "acdemo", "ac", "res", "energi"}, false, s.open,
+          tileGrid({"udregnere", "kreds", "kredsac", "kredsguide", "kredsguideac", "ovelser"}, true, s.open,
                    s.look));
+    group(html, "Øv og lær",
+          tileGrid({"tekstopgaver", "statistik", "opgaveark", "formelkort"}, false, s.open, s.look));
+    group(html, "Flere værktøjer",
+          tileGrid({"trafo", "trefase", "motor", "komp", "kabel", "acdemo", "ac", "res", "energi"}, false,
+                   s.open, s.look));
     group(html, "Dimensionering", tileGrid({"sf1", "sf3", "ikmax", "ikmin"}, false, s.open, s.look));
     group(html, "Småværktøjer og hjælp",
-          chipRow({"finder", "install", "insttest", "calc", "enheder", "farve", "ordliste", "minform", "minedata",
-                   "tri", "vec"},
+          chipRow({"finder", "install", "insttest", "calc", "enheder", "farve", "ordliste", "minform",
+                   "minedata", "tri", "vec"},
                   s.open));
     if (!s.open || s.open("udregnere")) {
         const std::string chips = formulaChips(s.open);
@@ -158,7 +162,8 @@ std::string homeMarkup(const HomeState& s) {
     if (s.somethingOff) {
         html += "<p class=\"hint\">Din lærer har slået nogle dele af programmet fra";
         if (!s.profileLabel.empty()) html += " (profil: " + s.profileLabel + ")";
-        html += ". De kommer tilbage, når læreren slår dem til, og du trykker »Opdatér« øverst til højre.</p>";
+        html +=
+            ". De kommer tilbage, når læreren slår dem til, og du trykker »Opdatér« øverst til højre.</p>";
     }
     return html;
 }

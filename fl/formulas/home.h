@@ -47,8 +47,8 @@ std::string chipRow(const std::vector<std::string>& routes, const OpenRoute& ope
 struct HomeState {
     std::vector<std::string> recent; // routes, newest first, as stored
     OpenRoute open;
-    bool somethingOff = false;       // the teacher has switched a topic off
-    std::string profileLabel;        // "Prøve" and the like; may be empty
+    bool somethingOff = false; // the teacher has switched a topic off
+    std::string profileLabel;  // "Prøve" and the like; may be empty
     TileLook look;
 };
 

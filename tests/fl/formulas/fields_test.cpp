@@ -25,19 +25,33 @@ TEST(CheckFields, refusesInTheStudentsWords) {
         const char* refusal;
     };
     const Row rows[] = {
-        {"all filled", "ohm", {{"U", "230"}, {"I", "2"}, {"R", "47"}},
+        {"all filled",
+         "ohm",
+         {{"U", "230"}, {"I", "2"}, {"R", "47"}},
          "Udfyld alle værdier undtagen den, du vil finde. Tomme felter nu: ."},
-        {"two empty", "ohm", {{"U", ""}, {"I", " "}, {"R", "47"}},
+        {"two empty",
+         "ohm",
+         {{"U", ""}, {"I", " "}, {"R", "47"}},
          "Udfyld alle værdier undtagen den, du vil finde. Tomme felter nu: U, I."},
-        {"missing fields count as empty", "ohm", {{"R", "47"}},
+        {"missing fields count as empty",
+         "ohm",
+         {{"R", "47"}},
          "Udfyld alle værdier undtagen den, du vil finde. Tomme felter nu: U, I."},
-        {"unreadable before empty", "ohm", {{"U", ""}, {"I", ""}, {"R", "abc"}},
+        {"unreadable before empty",
+         "ohm",
+         {{"U", ""}, {"I", ""}, {"R", "abc"}},
          "Jeg kan ikke læse værdien for R."},
-        {"unreadable in display form", "ZRLC", {{"Z", "x"}, {"R", "5"}, {"XL", "2/0"}, {"XC", ""}},
+        {"unreadable in display form",
+         "ZRLC",
+         {{"Z", "x"}, {"R", "5"}, {"XL", "2/0"}, {"XC", ""}},
          "Jeg kan ikke læse værdien for Z, X<sub>L</sub>."},
-        {"empty list in display form", "ZRLC", {{"Z", "10"}, {"R", ""}, {"XL", ""}, {"XC", "5"}},
+        {"empty list in display form",
+         "ZRLC",
+         {{"Z", "10"}, {"R", ""}, {"XL", ""}, {"XC", "5"}},
          "Udfyld alle værdier undtagen den, du vil finde. Tomme felter nu: R, X<sub>L</sub>."},
-        {"no form, with a note", "ZRLC", {{"Z", "10"}, {"R", "6"}, {"XL", ""}, {"XC", "5"}},
+        {"no form, with a note",
+         "ZRLC",
+         {{"Z", "10"}, {"R", "6"}, {"XL", ""}, {"XC", "5"}},
          "X<sub>L</sub> kan ikke isoleres direkte i denne formel. Se noten ovenfor."},
     };
     for (const Row& r : rows) {
@@ -59,11 +73,20 @@ TEST(CheckFields, readsTypedValuesAndFindsTheTarget) {
     const Row rows[] = {
         {"plain numbers", "ohm", {{"U", "230"}, {"I", ""}, {"R", "47"}}, "I", {{"U", 230}, {"R", 47}}},
         {"prefix and comma", "ohm", {{"U", "0,5k"}, {"I", "9m"}, {"R", ""}}, "R", {{"U", 500}, {"I", 0.009}}},
-        {"expression", "ohm", {{"U", "230*√2"}, {"I", ""}, {"R", "2·5"}}, "I",
+        {"expression",
+         "ohm",
+         {{"U", "230*√2"}, {"I", ""}, {"R", "2·5"}},
+         "I",
          {{"U", 230 * 1.4142135623730951}, {"R", 10}}},
-        {"a default counts as filled", "XL", {{"XL", ""}, {"f", "50"}, {"L", "9m"}}, "XL",
+        {"a default counts as filled",
+         "XL",
+         {{"XL", ""}, {"f", "50"}, {"L", "9m"}},
+         "XL",
          {{"f", 50}, {"L", 0.009}}},
-        {"a cleared default is the target", "XL", {{"XL", "2,8"}, {"f", ""}, {"L", "9m"}}, "f",
+        {"a cleared default is the target",
+         "XL",
+         {{"XL", "2,8"}, {"f", ""}, {"L", "9m"}},
+         "f",
          {{"XL", 2.8}, {"L", 0.009}}},
     };
     for (const Row& r : rows) {
@@ -72,7 +95,8 @@ TEST(CheckFields, readsTypedValuesAndFindsTheTarget) {
         EXPECT_EQ(c.refusal, "");
         EXPECT_EQ(c.target, r.target);
         ASSERT_EQ(c.values.size(), r.values.size());
-        for (const auto& [symbol, value] : r.values) EXPECT_DOUBLE_EQ(c.values.at(symbol), value) << symbol;
+        for (const auto& [symbol, value] : r.values)
+            EXPECT_DOUBLE_EQ(c.values.at(symbol), value) << symbol;
     }
 }
 
@@ -83,17 +107,20 @@ TEST(CheckFields, everyQuantityIsEitherSolvedOrRefused) {
         for (const fl::FormulaVar& wanted : f.vars) {
             SCOPED_TRACE(f.key + " " + wanted.symbol);
             Texts texts;
-            for (const fl::FormulaVar& v : f.vars) texts[v.symbol] = v.symbol == wanted.symbol ? "" : "2";
+            for (const fl::FormulaVar& v : f.vars)
+                texts[v.symbol] = v.symbol == wanted.symbol ? "" : "2";
             const fl::FieldCheck c = fl::checkFields(f, texts);
             bool hasForm = false;
-            for (const fl::FormulaForm& form : f.forms) hasForm = hasForm || form.var == wanted.symbol;
+            for (const fl::FormulaForm& form : f.forms)
+                hasForm = hasForm || form.var == wanted.symbol;
             if (hasForm) {
                 EXPECT_EQ(c.target, wanted.symbol);
                 EXPECT_EQ(c.refusal, "");
                 EXPECT_EQ(c.values.size(), f.vars.size() - 1);
             } else {
                 EXPECT_EQ(c.target, "");
-                EXPECT_EQ(c.refusal, fl::symbolDisplay(wanted.symbol) + " kan ikke isoleres direkte i denne formel. " +
+                EXPECT_EQ(c.refusal, fl::symbolDisplay(wanted.symbol) +
+                                         " kan ikke isoleres direkte i denne formel. " +
                                          (f.note.empty() ? "Prøv et af værktøjerne." : "Se noten ovenfor."));
             }
         }
@@ -122,4 +149,4 @@ TEST(InterpretLine, showsTheValueAsReadOrAWarning) {
     }
 }
 
-}  // namespace
+} // namespace

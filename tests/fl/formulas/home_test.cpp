@@ -7,23 +7,15 @@
 
 #include <QByteArray>
 
+#include "tests/fl/formulas/markup_util.h"
+
 #include <gtest/gtest.h>
 
 #include <set>
 
 namespace {
 
-const fl::TileLook kLook{"#ffffff", "#d3d9e1", "#1b1f24", "#2457d6"};
-
-fl::OpenRoute closing(std::set<std::string> closed) {
-    return [closed](const std::string& route) { return !closed.count(route); };
-}
-
-size_t count(const std::string& text, const std::string& part) {
-    size_t n = 0;
-    for (size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + part.size())) ++n;
-    return n;
-}
+using namespace markup_util;
 
 // The h3 headings in the order they stand.
 std::vector<std::string> headings(const std::string& html) {
@@ -74,7 +66,8 @@ TEST(TileTable, fillsTheLastRowWithEmptyCells) {
 }
 
 TEST(TileGrid, drawsOpenKnownRoutesAsLinkedTiles) {
-    const std::string html = fl::tileGrid({"trafo", "nosuch", "komp", "ohm"}, false, closing({"komp"}), kLook);
+    const std::string html =
+        fl::tileGrid({"trafo", "nosuch", "komp", "ohm"}, false, closing({"komp"}), kLook);
     EXPECT_EQ(count(html, "<td class=\"tile\""), 2u);
     EXPECT_NE(html.find("<a href=\"go:trafo\">"), std::string::npos);
     EXPECT_NE(html.find("<a href=\"go:ohm\">"), std::string::npos);
@@ -85,7 +78,8 @@ TEST(TileGrid, drawsOpenKnownRoutesAsLinkedTiles) {
     EXPECT_NE(html.find("bgcolor=\"#ffffff\" style=\"border:1px solid #d3d9e1\""), std::string::npos);
     EXPECT_EQ(count(html, "width=\"34\" height=\"34\""), 2u);
     // A formula has no subtitle of its own: its topic stands there.
-    EXPECT_NE(html.find("Ohms lov</b><br><span class=\"crumb\">Formel · Jævnstrøm</span>"), std::string::npos);
+    EXPECT_NE(html.find("Ohms lov</b><br><span class=\"crumb\">Formel · Jævnstrøm</span>"),
+              std::string::npos);
     EXPECT_EQ(count(fl::tileGrid({"trafo"}, true, {}, kLook), "width=\"44\" height=\"44\""), 1u);
 }
 
@@ -95,7 +89,7 @@ TEST(IconImageRef, embedsTheDrawingAtItsShownSize) {
         const char* icon; // the drawing it must carry
     };
     // Drawings of different lengths exercise every tail of the encoding.
-    const Row rows[] = {{"trafo", "trafo"}, {"ikmax", "ikmax"}, {"ikmin", "ikmin"}, {"calc", "calc"},
+    const Row rows[] = {{"trafo", "trafo"}, {"ikmax", "ikmax"}, {"ikmin", "ikmin"},  {"calc", "calc"},
                         {"ohm", "formel"},  {"ZRLC", "formel"}, {"finder", "finder"}};
     std::set<size_t> tails;
     for (const Row& r : rows) {
@@ -122,9 +116,11 @@ TEST(FormulaChips, leadToTheFirstOpenFamilyOfEachTopic) {
     for (const fl::Formula& f : fl::catalogue())
         if (!f.topic.empty()) topics.insert({f.group, f.topic});
     EXPECT_EQ(count(all, "class=\"hchip\""), topics.size());
-    EXPECT_EQ(all.find("<a class=\"hchip\" href=\"go:ohm\">&nbsp;<span class=\"crumb\">El</span> Jævnstrøm&nbsp;</a>"
-                       "&nbsp; "),
-              0u);
+    EXPECT_EQ(
+        all.find(
+            "<a class=\"hchip\" href=\"go:ohm\">&nbsp;<span class=\"crumb\">El</span> Jævnstrøm&nbsp;</a>"
+            "&nbsp; "),
+        0u);
     EXPECT_LT(all.find("</span> Jævnstrøm"), all.find("<span class=\"crumb\">3-faset</span>"));
     EXPECT_LT(all.find("<span class=\"crumb\">3-faset</span>"), all.find("<span class=\"crumb\">Mat</span>"));
 
@@ -141,15 +137,21 @@ TEST(HomeMarkup, showsItsGroupsInOrder) {
         std::set<std::string> closed;
         std::vector<std::string> headings;
     };
-    const std::vector<std::string> full = {"Senest brugt",    "Mest brugt",     "Øv og lær", "Flere værktøjer",
-                                           "Dimensionering", "Småværktøjer og hjælp", "Formler"};
+    const std::vector<std::string> full = {"Senest brugt",    "Mest brugt",     "Øv og lær",
+                                           "Flere værktøjer", "Dimensionering", "Småværktøjer og hjælp",
+                                           "Formler"};
     const std::vector<std::string> noRecent(full.begin() + 1, full.end());
     const Row rows[] = {
         {"everything", {"ohm"}, {}, full},
         {"nothing recent", {}, {}, noRecent},
         {"only stale recent routes", {"laast", "nosuch"}, {}, noRecent},
-        {"calculators closed", {}, {"udregnere"}, std::vector<std::string>(noRecent.begin(), noRecent.end() - 1)},
-        {"a whole group closed", {}, {"sf1", "sf3", "ikmax", "ikmin"},
+        {"calculators closed",
+         {},
+         {"udregnere"},
+         std::vector<std::string>(noRecent.begin(), noRecent.end() - 1)},
+        {"a whole group closed",
+         {},
+         {"sf1", "sf3", "ikmax", "ikmin"},
          {"Mest brugt", "Øv og lær", "Flere værktøjer", "Småværktøjer og hjælp", "Formler"}},
     };
     for (const Row& r : rows) {
@@ -160,7 +162,8 @@ TEST(HomeMarkup, showsItsGroupsInOrder) {
         s.look = kLook;
         const std::string html = fl::homeMarkup(s);
         EXPECT_EQ(headings(html), r.headings);
-        for (const std::string& route : r.closed) EXPECT_EQ(html.find("go:" + route + "\""), std::string::npos);
+        for (const std::string& route : r.closed)
+            EXPECT_EQ(html.find("go:" + route + "\""), std::string::npos);
     }
 }
 
@@ -172,7 +175,8 @@ TEST(HomeMarkup, bigTilesOnlyForTheMostUsed) {
     EXPECT_EQ(count(html.substr(most, next - most), "width=\"44\""), 6u);
     EXPECT_EQ(count(html.substr(next), "width=\"44\""), 0u);
     // The chips carry the small tools and help pages, not tiles.
-    EXPECT_NE(html.find("<a class=\"hchip\" href=\"go:calc\">&nbsp;Lommeregner&nbsp;</a>&nbsp; "), std::string::npos);
+    EXPECT_NE(html.find("<a class=\"hchip\" href=\"go:calc\">&nbsp;Lommeregner&nbsp;</a>&nbsp; "),
+              std::string::npos);
     EXPECT_EQ(html.find("<a href=\"go:calc\">"), std::string::npos);
 }
 
@@ -183,10 +187,12 @@ TEST(HomeMarkup, tellsWhenTheTeacherHasSwitchedSomethingOff) {
         const char* profile;
         const char* hint; // empty: no hint at all
     };
-    const std::string tail = ". De kommer tilbage, når læreren slår dem til, og du trykker »Opdatér« øverst til højre.</p>";
+    const std::string tail =
+        ". De kommer tilbage, når læreren slår dem til, og du trykker »Opdatér« øverst til højre.</p>";
     const Row rows[] = {
         {"nothing off", false, "Prøve", ""},
-        {"off without a profile", true, "", "<p class=\"hint\">Din lærer har slået nogle dele af programmet fra"},
+        {"off without a profile", true, "",
+         "<p class=\"hint\">Din lærer har slået nogle dele af programmet fra"},
         {"off with a profile", true, "Prøve",
          "<p class=\"hint\">Din lærer har slået nogle dele af programmet fra (profil: Prøve)"},
     };
@@ -201,9 +207,10 @@ TEST(HomeMarkup, tellsWhenTheTeacherHasSwitchedSomethingOff) {
             EXPECT_EQ(html.find("class=\"hint\""), std::string::npos);
         } else {
             EXPECT_NE(html.find(r.hint + tail), std::string::npos);
-            EXPECT_EQ(html.size() - html.rfind("<p class=\"hint\">"), std::string(r.hint).size() + tail.size());
+            EXPECT_EQ(html.size() - html.rfind("<p class=\"hint\">"),
+                      std::string(r.hint).size() + tail.size());
         }
     }
 }
 
-}  // namespace
+} // namespace
