@@ -23,7 +23,8 @@ fl::OpenRoute openRoutes() {
 // whole tile is a link; a heading's small remark isn't bold.
 QString tilePageCss() {
     const ThemeColors& c = colors();
-    return QStringLiteral("\nbody { background-color: %1; }\ntd.tile .eq { color: %2; }\nh3 .crumb { font-weight: normal; }\n")
+    return QStringLiteral("\nbody { background-color: %1; }\ntd.tile .eq { color: %2; }\nh3 .crumb { "
+                          "font-weight: normal; }\n")
         .arg(qstr(c.bg), qstr(c.text));
 }
 
@@ -53,8 +54,12 @@ void HomePage::onEnter() {
     sheet->setProvider(&HomePage::render);
 }
 
-void HomePage::onSettings() { onEnter(); }
+void HomePage::onSettings() {
+    onEnter();
+}
 
-void HomePage::onTheme() { onEnter(); }
+void HomePage::onTheme() {
+    onEnter();
+}
 
-}  // namespace app
+} // namespace app

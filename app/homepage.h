@@ -21,7 +21,7 @@ QString tilePageCss();
 
 class HomePage : public Page {
     Q_OBJECT
-public:
+  public:
     explicit HomePage(MainWindow* window, QWidget* parent = nullptr);
 
     // The view's provider: the markup for what is stored and open now.
@@ -33,9 +33,9 @@ public:
 
     SheetView* view() const { return sheet; }
 
-private:
+  private:
     MainWindow* window;
     SheetView* sheet = nullptr;
 };
 
-}  // namespace app
+} // namespace app

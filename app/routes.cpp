@@ -1,5 +1,7 @@
 #include "app/routes.h"
 
+#include "app/finderpage.h"
+#include "app/formulapage.h"
 #include "app/homepage.h"
 #include "app/lockedpage.h"
 #include "app/page.h"
@@ -62,8 +64,8 @@ const std::map<std::string, PageCreator>& pageFactory() {
         {"opgaveark", named("opgaveark")},
         {"formelkort", named("formelkort")},
         {"tekstopgaver", named("tekstopgaver")},
-        {"finder", named("finder")},
-        {"udregnere", named("udregnere")},
+        {"finder", [](MainWindow* w) -> Page* { return new FinderPage(0, w); }},
+        {"udregnere", [](MainWindow* w) -> Page* { return new FinderPage(1, w); }},
         {"ordliste", named("ordliste")},
         {"minform", named("minform")},
         {"install", named("install")},
@@ -76,7 +78,7 @@ const std::map<std::string, PageCreator>& pageFactory() {
 
 Page* createPage(const std::string& route, MainWindow* window) {
     try {
-        if (fl::findFormula(route)) return namedPage(route);
+        if (const fl::Formula* f = fl::findFormula(route)) return new FormulaPage(f, window);
         const auto& table = pageFactory();
         auto it = table.find(route);
         return it == table.end() ? nullptr : it->second(window);
