@@ -1,0 +1,181 @@
+// How long a student waits on the main road: from navigate() to the painted
+// formula page (first visit, which builds it, and a return visit), and from
+// Enter in a field to the painted worked sheet; for Ohm's law and for the
+// family with the most quantities. Also the home page and the finder's
+// largest views. Everything runs offscreen in one shown main window.
+#include "app/finderpage.h"
+#include "app/formulapage.h"
+#include "app/mainwindow.h"
+#include "app/theme.h"
+#include "app/valuefield.h"
+#include "fl/formulas/catalogue.h"
+#include "store/datastore.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <memory>
+
+namespace {
+
+QApplication& application() {
+    static int argc = 1;
+    static char name[] = "bench_pages";
+    static char* argv[] = {name, nullptr};
+    static std::unique_ptr<QApplication> app = [] {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        return std::make_unique<QApplication>(argc, argv);
+    }();
+    return *app;
+}
+
+app::MainWindow& window() {
+    application();
+    static QTemporaryDir dir;
+    static std::unique_ptr<app::MainWindow> w = [] {
+        DataStore::instance().setPath((dir.path() + "/data.json").toStdString());
+        app::applyTheme();
+        auto made = std::make_unique<app::MainWindow>();
+        made->resize(1280, 800);
+        made->show();
+        QApplication::processEvents();
+        return made;
+    }();
+    return *w;
+}
+
+// The family a student fills in most fields for.
+const fl::Formula& largestFamily() {
+    const fl::Formula* best = &fl::catalogue().front();
+    for (const fl::Formula& f : fl::catalogue())
+        if (f.vars.size() > best->vars.size() ||
+            (f.vars.size() == best->vars.size() && f.forms.size() > best->forms.size()))
+            best = &f;
+    return *best;
+}
+
+// Lets the window's fades run out, so that no page is left half faded in
+// when the next benchmark starts or the program ends.
+void settle() {
+    QElapsedTimer t;
+    t.start();
+    while (t.elapsed() < 250)
+        QApplication::processEvents(QEventLoop::AllEvents, 20);
+}
+
+// Paints what is on screen now, as the next frame would.
+void paint(app::MainWindow& w) {
+    w.repaint();
+}
+
+// Values that make a family solvable for its primary quantity: 2 for every
+// other field, or the generator's values where it has one.
+void fill(app::FormulaPage* page) {
+    const fl::Formula& f = *page->formula();
+    std::map<std::string, double> values;
+    if (f.generate) values = f.generate();
+    for (app::ValueField* field : page->fields()) {
+        const std::string symbol = field->key.toStdString();
+        if (symbol == f.forms.front().var) {
+            field->setText(QString());
+            continue;
+        }
+        const auto it = values.find(symbol);
+        field->setText(it == values.end() ? QStringLiteral("2") : QString::number(it->second, 'g', 10));
+    }
+}
+
+void BM_firstVisitToPainted(benchmark::State& state, const std::string& key) {
+    app::MainWindow& w = window();
+    const fl::Formula* f = fl::findFormula(key);
+    for (auto _ : state) {
+        // A page of its own each round, as on the first visit of a run.
+        app::FormulaPage page(f, &w);
+        page.resize(1000, 760);
+        page.show();
+        page.repaint();
+        state.PauseTiming();
+        page.hide();
+        state.ResumeTiming();
+    }
+    state.SetLabel(key);
+    settle();
+}
+
+void BM_navigateToPainted(benchmark::State& state, const std::string& key) {
+    app::MainWindow& w = window();
+    const QString route = QString::fromStdString(key);
+    w.navigate(route);
+    for (auto _ : state) {
+        state.PauseTiming();
+        w.navigate(QStringLiteral("hjem"));
+        paint(w);
+        state.ResumeTiming();
+        w.navigate(route);
+        paint(w);
+    }
+    state.SetLabel(key);
+    settle();
+}
+
+void BM_enterToPainted(benchmark::State& state, const std::string& key) {
+    app::MainWindow& w = window();
+    w.navigate(QString::fromStdString(key));
+    auto* page = dynamic_cast<app::FormulaPage*>(w.currentPage());
+    if (!page) {
+        state.SkipWithError("no formula page");
+        return;
+    }
+    fill(page);
+    QLineEdit* edit = page->fields().back()->edit;
+    for (auto _ : state) {
+        QTest::keyClick(edit, Qt::Key_Return);
+        paint(w);
+    }
+    state.SetLabel(key);
+    settle();
+}
+
+void BM_homeToPainted(benchmark::State& state) {
+    app::MainWindow& w = window();
+    for (auto _ : state) {
+        w.navigate(QStringLiteral("hjem"));
+        paint(w);
+    }
+    settle();
+}
+
+// The finder's root in mode 0 carries a card for every family.
+void BM_finderPathToPainted(benchmark::State& state, int mode, const std::string& path) {
+    app::MainWindow& w = window();
+    w.navigate(mode == 0 ? QStringLiteral("finder") : QStringLiteral("udregnere"));
+    auto* finder = dynamic_cast<app::FinderPage*>(w.currentPage());
+    for (auto _ : state) {
+        finder->setPath(path);
+        paint(w);
+    }
+    state.SetLabel((mode == 0 ? "finder " : "udregnere ") + (path.empty() ? std::string("(root)") : path));
+    settle();
+}
+
+const std::string kLargest = largestFamily().key;
+
+BENCHMARK_CAPTURE(BM_firstVisitToPainted, ohm, std::string("ohm"))->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_firstVisitToPainted, largest, kLargest)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_navigateToPainted, ohm, std::string("ohm"))->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_navigateToPainted, largest, kLargest)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_enterToPainted, ohm, std::string("ohm"))->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_enterToPainted, largest, kLargest)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_homeToPainted)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_finderPathToPainted, rootCards, 0, std::string())->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_finderPathToPainted, leafCards, 0, std::string("ac/serie"))
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_finderPathToPainted, leafCalculators, 1, std::string("ac/serie"))
+    ->Unit(benchmark::kMillisecond);
+
+} // namespace
