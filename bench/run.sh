@@ -7,7 +7,7 @@ found=0
 while IFS= read -r exe; do
     found=1
     echo "== $(basename "$exe")"
-    "$exe" --benchmark_min_time=0.2
+    "$exe" --benchmark_color=false
 done < <(find "$build/bench" -type f -name 'bench_*' -perm -u+x 2>/dev/null | sort)
 for script in bench/*.sh; do
     [ "$(basename "$script")" = run.sh ] && continue

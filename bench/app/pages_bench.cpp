@@ -23,30 +23,21 @@
 
 namespace {
 
-QApplication& application() {
-    static int argc = 1;
-    static char name[] = "bench_pages";
-    static char* argv[] = {name, nullptr};
-    static std::unique_ptr<QApplication> app = [] {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        return std::make_unique<QApplication>(argc, argv);
-    }();
-    return *app;
-}
+// Made in main and torn down there, before the application: a window left to
+// static destruction outlives its QApplication.
+std::unique_ptr<app::MainWindow> theWindow;
 
 app::MainWindow& window() {
-    application();
-    static QTemporaryDir dir;
-    static std::unique_ptr<app::MainWindow> w = [] {
+    if (!theWindow) {
+        static QTemporaryDir dir;
         DataStore::instance().setPath((dir.path() + "/data.json").toStdString());
         app::applyTheme();
-        auto made = std::make_unique<app::MainWindow>();
-        made->resize(1280, 800);
-        made->show();
+        theWindow = std::make_unique<app::MainWindow>();
+        theWindow->resize(1280, 800);
+        theWindow->show();
         QApplication::processEvents();
-        return made;
-    }();
-    return *w;
+    }
+    return *theWindow;
 }
 
 // The family a student fills in most fields for.
@@ -179,3 +170,13 @@ BENCHMARK_CAPTURE(BM_finderPathToPainted, leafCalculators, 1, std::string("ac/se
     ->Unit(benchmark::kMillisecond);
 
 } // namespace
+
+int main(int argc, char** argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    theWindow.reset();
+    return 0;
+}

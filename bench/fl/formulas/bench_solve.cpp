@@ -50,6 +50,8 @@ void solveOnce(const Case& c) {
 // figure to quote: the build machine is shared, and wall time is printed beside it.
 class SheetReporter : public benchmark::ConsoleReporter {
   public:
+    // Plain text: the output lands in logs and closing notes.
+    SheetReporter() : ConsoleReporter(OO_Tabular) {}
     void ReportRuns(const std::vector<Run>& runs) override {
         for (const Run& r : runs) {
             const std::string name = r.benchmark_name();
