@@ -2,6 +2,7 @@
 // search, links, the results strip, notices, the settings panel and the
 // teacher's profile. Every case starts from an empty store in a temporary
 // directory and leaves the global settings as it found them.
+#include "tests/app/fresh_app.h"
 #include "app/lockedpage.h"
 #include "app/mainwindow.h"
 #include "app/options.h"
@@ -61,27 +62,8 @@ void settle(int ms) {
     while (t.elapsed() < ms) QApplication::processEvents(QEventLoop::AllEvents, 10);
 }
 
-class WindowTest : public ::testing::Test {
+class WindowTest : public FreshAppTest {
 protected:
-    void SetUp() override {
-        ASSERT_TRUE(dir.isValid());
-        DataStore::instance().resetForTest();
-        DataStore::instance().setPath((dir.path() + "/data.json").toStdString());
-        app::options() = app::AppOptions{};
-        app::applyDisplaySettings();
-        app::setTextScale(1.0);
-        app::setThemeMode(app::ThemeLight);
-        QApplication::setApplicationName("Ostrovalden Skole");
-    }
-    void TearDown() override {
-        window.reset();
-        app::options() = app::AppOptions{};
-        app::applyDisplaySettings();
-        app::setTextScale(1.0);
-        app::setThemeMode(app::ThemeLight);
-        DataStore::instance().resetForTest();
-    }
-
     app::MainWindow& open() {
         window = std::make_unique<app::MainWindow>();
         return *window;
@@ -99,9 +81,6 @@ protected:
             if ((*it)->data(0, Qt::UserRole).toString() == data) return *it;
         return nullptr;
     }
-
-    QTemporaryDir dir;
-    std::unique_ptr<app::MainWindow> window;
 };
 
 // ---------------------------------------------------------------- routes
@@ -162,8 +141,7 @@ TEST_F(WindowTest, switchedOffRoutesShowTheLockedPage) {
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        DataStore::instance().resetForTest();
-        DataStore::instance().setPath((dir.path() + "/data.json").toStdString());
+        freshStore();
         app::options().off = row.off;
         app::MainWindow& w = open();
         w.navigate(row.route);

@@ -2,6 +2,7 @@
 // formula finder, a formula's page, solving it and reusing the answer; and
 // the formula page's refusals, the finder's path and the home page's tiles.
 // Every case starts from an empty store in a temporary directory.
+#include "tests/app/fresh_app.h"
 #include "app/finderpage.h"
 #include "app/formulapage.h"
 #include "app/homepage.h"
@@ -64,23 +65,8 @@ void type(QLineEdit* edit, const QString& text) {
     }
 }
 
-class PagesTest : public ::testing::Test {
+class PagesTest : public FreshAppTest {
   protected:
-    void SetUp() override {
-        ASSERT_TRUE(dir.isValid());
-        DataStore::instance().resetForTest();
-        DataStore::instance().setPath((dir.path() + "/data.json").toStdString());
-        app::options() = app::AppOptions{};
-        app::applyDisplaySettings();
-        app::setThemeMode(app::ThemeLight);
-    }
-    void TearDown() override {
-        window.reset();
-        app::options() = app::AppOptions{};
-        app::applyDisplaySettings();
-        DataStore::instance().resetForTest();
-    }
-
     app::MainWindow& open() {
         window = std::make_unique<app::MainWindow>();
         window->resize(1280, 800);
@@ -90,9 +76,6 @@ class PagesTest : public ::testing::Test {
     }
 
     template <typename P> P* current() const { return dynamic_cast<P*>(window->currentPage()); }
-
-    QTemporaryDir dir;
-    std::unique_ptr<app::MainWindow> window;
 };
 
 TEST_F(PagesTest, studentWalksFromHomeToASolvedOhmAndReusesTheAnswer) {

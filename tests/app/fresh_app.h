@@ -1,0 +1,46 @@
+// The state every widget test starts from: an empty store in a temporary
+// directory, default options, normal text size and the light theme; all of
+// it put back afterwards, so no case depends on another's leftovers.
+#pragma once
+
+#include "app/mainwindow.h"
+#include "app/options.h"
+#include "app/theme.h"
+#include "store/datastore.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QTemporaryDir>
+
+#include <memory>
+
+class FreshAppTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(dir.isValid());
+        freshStore();
+        app::options() = app::AppOptions{};
+        app::applyDisplaySettings();
+        app::setTextScale(1.0);
+        app::setThemeMode(app::ThemeLight);
+        QApplication::setApplicationName("Ostrovalden Skole");
+    }
+    void TearDown() override {
+        window.reset();
+        app::options() = app::AppOptions{};
+        app::applyDisplaySettings();
+        app::setTextScale(1.0);
+        app::setThemeMode(app::ThemeLight);
+        DataStore::instance().resetForTest();
+    }
+
+    // An empty store whose file lies in this case's directory.
+    void freshStore() {
+        DataStore::instance().resetForTest();
+        DataStore::instance().setPath((dir.path() + "/data.json").toStdString());
+    }
+
+    QTemporaryDir dir;
+    std::unique_ptr<app::MainWindow> window;
+};
