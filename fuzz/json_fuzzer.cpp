@@ -2,28 +2,13 @@
 // back and read again as the same value, in both the compact and the
 // indented form. Sanitizers catch the rest.
 #include "store/json.h"
+#include "tests/store/as_written.h"
 
-#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <stdexcept>
 #include <string>
-
-namespace {
-
-// Infinities write as null.
-Json asWritten(const Json& v) {
-    Json out = v;
-    if (out.isNumber() && !std::isfinite(out.num)) return Json();
-    for (Json& e : out.arr)
-        e = asWritten(e);
-    for (auto& member : out.obj)
-        member.second = asWritten(member.second);
-    return out;
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::string text(reinterpret_cast<const char*>(data), size);

