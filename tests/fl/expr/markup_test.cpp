@@ -13,13 +13,6 @@ class MarkupTest : public ::testing::Test {
     void TearDown() override { resetFigures(); }
 };
 
-TEST_F(MarkupTest, passWithoutImagesHasEmptyLists) {
-    const RenderResult r = takeRender("<p>tekst</p>");
-    EXPECT_EQ(r.html, "<p>tekst</p>");
-    EXPECT_TRUE(r.figs.empty());
-    EXPECT_TRUE(r.maths.empty());
-}
-
 TEST_F(MarkupTest, listsNumberFromZeroAndTakeRenderEmptiesThem) {
     EXPECT_EQ(addFigure("<svg/>"), "f:0");
     EXPECT_EQ(addFigure("<svg></svg>"), "f:1");
@@ -136,13 +129,11 @@ TEST_F(MarkupTest, stepBlocksNumberTheirStepsAndCiteTheBook) {
                "<div class=\"step\"><p class=\"h4\"><span class=\"stnum\">2</span> Find P</p><p>b</p></div>"
                "<div class=\"step\"><p class=\"h4\"><span class=\"stnum\">3</span> Find "
                "Q</p><p>c</p></div></div>");
-    EXPECT_EQ(stepBlocksBook(steps),
-              head + "<div class=\"step\"><p class=\"h4\"><span class=\"stnum\">1</span> Find I <span "
-                     "class=\"crumb\">(formelsamlingen s. 6)</span></p><p>a</p></div>"
-                     "<div class=\"step\"><p class=\"h4\"><span class=\"stnum\">2</span> Find P <span "
-                     "class=\"crumb\">(YΔ-arket)</span></p><p>b</p></div>"
-                     "<div class=\"step\"><p class=\"h4\"><span class=\"stnum\">3</span> Find "
-                     "Q</p><p>c</p></div></div>");
+    // The book's page stands after the title, in brackets; a step without one gets none.
+    const std::string book = stepBlocksBook(steps);
+    EXPECT_NE(book.find("Find I <span class=\"crumb\">(formelsamlingen s. 6)</span></p>"), std::string::npos);
+    EXPECT_NE(book.find("Find P <span class=\"crumb\">(YΔ-arket)</span></p>"), std::string::npos);
+    EXPECT_NE(book.find("Find Q</p>"), std::string::npos);
     EXPECT_EQ(stepBlocks({}), "");
 }
 
@@ -156,28 +147,6 @@ TEST_F(MarkupTest, figureGoesBesideTheMarkup) {
     ASSERT_EQ(r.figs.size(), 2u);
     EXPECT_EQ(r.figs[0], "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 460 280\" width=\"460\" "
                          "height=\"280\"><line/></svg>");
-}
-
-TEST_F(MarkupTest, twoPassesAppendedKeepTheirImagesApart) {
-    auto pass = [](std::vector<std::string> svgs, const char* var) {
-        std::string html;
-        for (const std::string& svg : svgs)
-            html += figure(svg, int(svg.size()) - 3, int(svg.size()) - 3);
-        html += "<img class=\"math\" src=\"" + addMath(makeVar(var)) + "\">";
-        return takeRender(html);
-    };
-    RenderResult first = pass({"<a/>"}, "x");
-    const RenderResult second = pass({"<bb/>", "<ccc/>"}, "y");
-    first.append(second);
-    EXPECT_EQ(
-        first.html,
-        "<p class=\"fig\"><img src=\"f:0\" width=\"1\" height=\"1\"></p><img class=\"math\" src=\"m:0\">"
-        "<p class=\"fig\"><img src=\"f:1\" width=\"2\" height=\"2\"></p>"
-        "<p class=\"fig\"><img src=\"f:2\" width=\"3\" height=\"3\"></p><img class=\"math\" src=\"m:1\">");
-    ASSERT_EQ(first.figs.size(), 3u);
-    EXPECT_NE(first.figs[2].find("<ccc/>"), std::string::npos);
-    ASSERT_EQ(first.maths.size(), 2u);
-    EXPECT_EQ(first.maths[1]->name, "y");
 }
 
 TEST_F(MarkupTest, sheetInOrder) {

@@ -26,8 +26,6 @@ struct Row {
 
 TEST_F(RenderTest, variableNamesFollowTheTableThenTheNamingRules) {
     const Row rows[] = {
-        {"tableSubscript", "UR", "U<sub>R</sub>"},
-        {"tableGreek", "phi", "φ"},
         {"tableBeatsUnderscoreRule", "R_sum", "ΣR"},
         {"tableBeatsDigitRule", "U0", "U<sub>tilslutning</sub>"},
         {"tableBeatsCosphiRule", "cosphi_k", "cos φ"},
@@ -51,7 +49,7 @@ TEST_F(RenderTest, variableNamesFollowTheTableThenTheNamingRules) {
 }
 
 TEST_F(RenderTest, drawsEachShapeFlat) {
-    const std::string a = v("a"), b = v("b"), c = v("c"), R1 = v("R<sub>1</sub>");
+    const std::string a = v("a"), b = v("b"), c = v("c");
     const Row rows[] = {
         {"number", "1234.5678", "1234,6"},
         {"pi", "2*pi", "2 · π"},
@@ -64,9 +62,7 @@ TEST_F(RenderTest, drawsEachShapeFlat) {
         {"severalFactorsParenthesised", "a*b/(c*2)", "(" + a + " · " + b + ") / (" + c + " · 2)"},
         {"loneSumParenthesised", "(a+b)/c", "(" + a + " + " + b + ") / " + c},
         {"loneProductParenthesised", "a/(b*c)", a + " / (" + b + " · " + c + ")"},
-        {"parallelResistors", "1/(1/R1+a)", "1 / (1 / " + R1 + " + " + a + ")"},
         {"powerOfVariable", "a**2", a + "<sup>2</sup>"},
-        {"powerOfPlainNumber", "2.5**2", "2,5<sup>2</sup>"},
         {"powerOfSumParenthesised", "(a+b)**2", "(" + a + " + " + b + ")<sup>2</sup>"},
         {"powerOfNegativeParenthesised", "(-3)**2", "(−3)<sup>2</sup>"},
         {"minusOfPowerNotParenthesised", "-3**2", "−3<sup>2</sup>"},
