@@ -215,19 +215,4 @@ TEST(CatalogueForms, everyRewrittenFormGivesBackTheDrawnValue) {
             << a.key << " " << a.var << ": " << a.reason;
 }
 
-// The other root of pRLC: in a capacitive circuit the primary rewritten form
-// goes negative and only the alternative gives the current back.
-TEST(CatalogueForms, pRLCAlternativeHoldsForACapacitiveCircuit) {
-    const fl::Formula& f = *fl::findFormula("pRLC");
-    const Values circuit = {{"I_R", 4}, {"I_L", 1}, {"I_C", 4}}; // I = 5
-    const double I = fl::eval(fl::parse(f.forms[0].expr), circuit);
-    EXPECT_DOUBLE_EQ(I, 5);
-    Values known = {{"I", I}, {"I_R", 4}, {"I_C", 4}};
-    EXPECT_DOUBLE_EQ(fl::eval(fl::parse(formFor(f.forms, "I_L")->expr), known), 7);
-    EXPECT_DOUBLE_EQ(fl::eval(fl::parse(formFor(f.altForms, "I_L")->expr), known), 1);
-    known = {{"I", I}, {"I_R", 4}, {"I_L", 1}};
-    EXPECT_DOUBLE_EQ(fl::eval(fl::parse(formFor(f.forms, "I_C")->expr), known), -2);
-    EXPECT_DOUBLE_EQ(fl::eval(fl::parse(formFor(f.altForms, "I_C")->expr), known), 4);
-}
-
 } // namespace

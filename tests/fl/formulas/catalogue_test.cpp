@@ -1,9 +1,10 @@
-// The catalogue as data: its order, each family's group and topic, the
-// records' internal consistency, and whole rows checked field by field.
-// Parsing and evaluating the forms is in catalogue_forms_test.cpp.
+// The catalogue as data: its order, each family's group and topic, and the
+// records' internal consistency. Parsing and evaluating the forms is in
+// catalogue_forms_test.cpp.
 #include "fl/formulas/catalogue.h"
 
 #include "fl/formulas/lists.h"
+#include "tests/fl/formulas/markup_util.h"
 
 #include <gtest/gtest.h>
 
@@ -11,26 +12,47 @@
 
 namespace {
 
-// Records as readable lines, so that a failing comparison shows the row.
-std::vector<std::string> lines(const std::vector<fl::FormulaVar>& vars) {
-    std::vector<std::string> out;
-    for (const fl::FormulaVar& v : vars)
-        out.push_back(v.symbol + " \"" + v.name + "\" [" + v.unit + "]");
-    return out;
-}
-
-std::vector<std::string> lines(const std::vector<fl::FormulaForm>& forms) {
-    std::vector<std::string> out;
-    for (const fl::FormulaForm& f : forms)
-        out.push_back(f.var + " = " + f.expr);
-    return out;
-}
-
-using Lines = std::vector<std::string>;
-
 const char* const El = "El-lære";
 const char* const Mat = "Matematik";
 const char* const Tre = "Trefaset";
+
+// Every family in the book's order, in runs of one group and topic. The
+// topics are assigned from lists of keys, so this also checks those lists.
+struct Run {
+    const char* group;
+    const char* topic;
+    std::vector<const char*> keys;
+};
+
+const Run kRuns[] = {
+    {El,
+     "Jævnstrøm",
+     {"ohm", "power", "powerR", "powerU", "par2", "formod", "shunt", "wire", "qd", "vd1", "vd2", "vd3"}},
+    {El, "Batteri", {"batt", "battE", "ik", "cells"}},
+    {El, "Transformer", {"trU", "trI", "trR", "S"}},
+    {El, "Vekselspænding", {"eff"}},
+    {El, "Vekselstrøm", {"XL",  "XC",   "ZRL",  "ZRC",  "ZRLC", "Zcoil", "URL", "URC", "URLC", "ULX",
+                         "UCX", "cosZ", "cosU", "cosP", "phi",  "Pac",   "Qac", "SPQ", "QX",   "QUI"}},
+    {El, "Parallel vekselstrøm", {"pRL", "pRC", "pRLC", "pcos"}},
+    {El, "Vekselstrøm", {"reson"}},
+    {Mat, "Trekanter og trigonometri", {"pyth", "sinV", "cosV", "tanV", "t45", "t30h", "t30l"}},
+    {Mat, "Arealer", {"triA", "triS", "heron", "trap", "paral", "rect", "rhomb", "square"}},
+    {Mat, "Polygoner", {"polyV", "polyS", "polyA"}},
+    {Mat, "Cirkler", {"circO", "circA", "circAd", "arc", "sector", "segment"}},
+    {Mat, "Vektorer", {"vecL", "vecX", "vecY"}},
+    {Tre, "Trefaset effekt", {"tfS", "tfP", "tfQ"}},
+    {Tre, "Stjerne og trekant", {"tfUY", "tfID", "tfR"}},
+    {Tre, "Trefaset effekt", {"tfPf", "tfSf", "tfQf"}},
+    {Tre, "Stjerne og trekant", {"tfPDY", "tfIDY"}},
+    {Tre, "Fejl", {"tfFY", "tfFD1", "tfFD2", "tfHalf", "tf23"}},
+    {El, "Kompensering", {"kompQ", "kompC"}},
+    {El, "Energi og pris", {"enE", "enJ", "enAar", "enPris", "enBes", "enTilb", "enEta"}},
+    {El,
+     "Motorer",
+     {"motNs", "motSlip", "motFr", "motEta", "motTab", "motI3", "motI1", "motM", "motStart", "motYD"}},
+    {El, "Vekselspænding", {"acT", "acW", "acSS", "acMid", "acForm", "acInst", "acVinkel"}},
+    {El, "Installationstest", {"instRe", "instIa", "instZs"}},
+};
 
 struct Expected {
     const char* key;
@@ -38,142 +60,29 @@ struct Expected {
     const char* topic;
 };
 
-// Every family in the book's order, with the group and topic its row states.
-// The topics are assigned from lists of keys, so this also checks those lists.
-const Expected kFamilies[] = {
-    {"ohm", El, "Jævnstrøm"},
-    {"power", El, "Jævnstrøm"},
-    {"powerR", El, "Jævnstrøm"},
-    {"powerU", El, "Jævnstrøm"},
-    {"par2", El, "Jævnstrøm"},
-    {"formod", El, "Jævnstrøm"},
-    {"shunt", El, "Jævnstrøm"},
-    {"wire", El, "Jævnstrøm"},
-    {"qd", El, "Jævnstrøm"},
-    {"vd1", El, "Jævnstrøm"},
-    {"vd2", El, "Jævnstrøm"},
-    {"vd3", El, "Jævnstrøm"},
-    {"batt", El, "Batteri"},
-    {"battE", El, "Batteri"},
-    {"ik", El, "Batteri"},
-    {"cells", El, "Batteri"},
-    {"trU", El, "Transformer"},
-    {"trI", El, "Transformer"},
-    {"trR", El, "Transformer"},
-    {"S", El, "Transformer"},
-    {"eff", El, "Vekselspænding"},
-    {"XL", El, "Vekselstrøm"},
-    {"XC", El, "Vekselstrøm"},
-    {"ZRL", El, "Vekselstrøm"},
-    {"ZRC", El, "Vekselstrøm"},
-    {"ZRLC", El, "Vekselstrøm"},
-    {"Zcoil", El, "Vekselstrøm"},
-    {"URL", El, "Vekselstrøm"},
-    {"URC", El, "Vekselstrøm"},
-    {"URLC", El, "Vekselstrøm"},
-    {"ULX", El, "Vekselstrøm"},
-    {"UCX", El, "Vekselstrøm"},
-    {"cosZ", El, "Vekselstrøm"},
-    {"cosU", El, "Vekselstrøm"},
-    {"cosP", El, "Vekselstrøm"},
-    {"phi", El, "Vekselstrøm"},
-    {"Pac", El, "Vekselstrøm"},
-    {"Qac", El, "Vekselstrøm"},
-    {"SPQ", El, "Vekselstrøm"},
-    {"QX", El, "Vekselstrøm"},
-    {"QUI", El, "Vekselstrøm"},
-    {"pRL", El, "Parallel vekselstrøm"},
-    {"pRC", El, "Parallel vekselstrøm"},
-    {"pRLC", El, "Parallel vekselstrøm"},
-    {"pcos", El, "Parallel vekselstrøm"},
-    {"reson", El, "Vekselstrøm"},
-    {"pyth", Mat, "Trekanter og trigonometri"},
-    {"sinV", Mat, "Trekanter og trigonometri"},
-    {"cosV", Mat, "Trekanter og trigonometri"},
-    {"tanV", Mat, "Trekanter og trigonometri"},
-    {"t45", Mat, "Trekanter og trigonometri"},
-    {"t30h", Mat, "Trekanter og trigonometri"},
-    {"t30l", Mat, "Trekanter og trigonometri"},
-    {"triA", Mat, "Arealer"},
-    {"triS", Mat, "Arealer"},
-    {"heron", Mat, "Arealer"},
-    {"trap", Mat, "Arealer"},
-    {"paral", Mat, "Arealer"},
-    {"rect", Mat, "Arealer"},
-    {"rhomb", Mat, "Arealer"},
-    {"square", Mat, "Arealer"},
-    {"polyV", Mat, "Polygoner"},
-    {"polyS", Mat, "Polygoner"},
-    {"polyA", Mat, "Polygoner"},
-    {"circO", Mat, "Cirkler"},
-    {"circA", Mat, "Cirkler"},
-    {"circAd", Mat, "Cirkler"},
-    {"arc", Mat, "Cirkler"},
-    {"sector", Mat, "Cirkler"},
-    {"segment", Mat, "Cirkler"},
-    {"vecL", Mat, "Vektorer"},
-    {"vecX", Mat, "Vektorer"},
-    {"vecY", Mat, "Vektorer"},
-    {"tfS", Tre, "Trefaset effekt"},
-    {"tfP", Tre, "Trefaset effekt"},
-    {"tfQ", Tre, "Trefaset effekt"},
-    {"tfUY", Tre, "Stjerne og trekant"},
-    {"tfID", Tre, "Stjerne og trekant"},
-    {"tfR", Tre, "Stjerne og trekant"},
-    {"tfPf", Tre, "Trefaset effekt"},
-    {"tfSf", Tre, "Trefaset effekt"},
-    {"tfQf", Tre, "Trefaset effekt"},
-    {"tfPDY", Tre, "Stjerne og trekant"},
-    {"tfIDY", Tre, "Stjerne og trekant"},
-    {"tfFY", Tre, "Fejl"},
-    {"tfFD1", Tre, "Fejl"},
-    {"tfFD2", Tre, "Fejl"},
-    {"tfHalf", Tre, "Fejl"},
-    {"tf23", Tre, "Fejl"},
-    {"kompQ", El, "Kompensering"},
-    {"kompC", El, "Kompensering"},
-    {"enE", El, "Energi og pris"},
-    {"enJ", El, "Energi og pris"},
-    {"enAar", El, "Energi og pris"},
-    {"enPris", El, "Energi og pris"},
-    {"enBes", El, "Energi og pris"},
-    {"enTilb", El, "Energi og pris"},
-    {"enEta", El, "Energi og pris"},
-    {"motNs", El, "Motorer"},
-    {"motSlip", El, "Motorer"},
-    {"motFr", El, "Motorer"},
-    {"motEta", El, "Motorer"},
-    {"motTab", El, "Motorer"},
-    {"motI3", El, "Motorer"},
-    {"motI1", El, "Motorer"},
-    {"motM", El, "Motorer"},
-    {"motStart", El, "Motorer"},
-    {"motYD", El, "Motorer"},
-    {"acT", El, "Vekselspænding"},
-    {"acW", El, "Vekselspænding"},
-    {"acSS", El, "Vekselspænding"},
-    {"acMid", El, "Vekselspænding"},
-    {"acForm", El, "Vekselspænding"},
-    {"acInst", El, "Vekselspænding"},
-    {"acVinkel", El, "Vekselspænding"},
-    {"instRe", El, "Installationstest"},
-    {"instIa", El, "Installationstest"},
-    {"instZs", El, "Installationstest"},
-};
+std::vector<Expected> families() {
+    std::vector<Expected> out;
+    for (const Run& run : kRuns)
+        for (const char* key : run.keys)
+            out.push_back({key, run.group, run.topic});
+    return out;
+}
 
 TEST(Catalogue, holdsEveryFamilyInTheBooksOrderWithItsGroupAndTopic) {
     const std::vector<fl::Formula>& all = fl::catalogue();
-    ASSERT_EQ(all.size(), std::size(kFamilies));
+    const std::vector<Expected> expected = families();
+    ASSERT_EQ(all.size(), 118u);
+    ASSERT_EQ(expected.size(), 118u);
     for (size_t i = 0; i < all.size(); ++i) {
-        SCOPED_TRACE(kFamilies[i].key);
-        EXPECT_EQ(all[i].key, kFamilies[i].key);
-        EXPECT_EQ(all[i].group, kFamilies[i].group);
-        EXPECT_EQ(all[i].topic, kFamilies[i].topic);
+        SCOPED_TRACE(expected[i].key);
+        EXPECT_EQ(all[i].key, expected[i].key);
+        EXPECT_EQ(all[i].group, expected[i].group);
+        EXPECT_EQ(all[i].topic, expected[i].topic);
     }
 }
 
 TEST(Catalogue, findFormulaIsCaseSensitiveAndFindsEveryKey) {
-    for (const Expected& e : kFamilies) {
+    for (const Expected& e : families()) {
         SCOPED_TRACE(e.key);
         const fl::Formula* f = fl::findFormula(e.key);
         ASSERT_NE(f, nullptr);
@@ -184,19 +93,6 @@ TEST(Catalogue, findFormulaIsCaseSensitiveAndFindsEveryKey) {
         EXPECT_EQ(fl::findFormula(key), nullptr);
     }
     EXPECT_NE(fl::findFormula("S"), fl::findFormula("tfS"));
-}
-
-TEST(Catalogue, topicsFollowTheLastListAndMotorsAlwaysGoUnderMotorer) {
-    EXPECT_EQ(fl::findFormula("eff")->topic, "Vekselspænding");
-    EXPECT_EQ(fl::findFormula("motNs")->topic, "Motorer");
-    int motors = 0;
-    for (const fl::Formula& f : fl::catalogue())
-        if (f.key.rfind("mot", 0) == 0) {
-            SCOPED_TRACE(f.key);
-            EXPECT_EQ(f.topic, "Motorer");
-            ++motors;
-        }
-    EXPECT_EQ(motors, 10);
 }
 
 TEST(Catalogue, findVarBySymbol) {
@@ -214,12 +110,8 @@ TEST(Catalogue, pageRefNamesTheBookOnlyForPageNumbers) {
     };
     const Row rows[] = {
         {"3", "formelsamlingen s. 3"},
-        {"9, 13", "formelsamlingen s. 9, 13"},
         {"3 (afledt)", "formelsamlingen s. 3 (afledt)"},
-        {"13 og 15 (Q = U²/X og X_C)", "formelsamlingen s. 13 og 15 (Q = U²/X og X_C)"},
         {"Parallel s. 5", "Parallel s. 5"},
-        {"YΔ-arket, fælles", "YΔ-arket, fælles"},
-        {"– standardformel", "– standardformel"},
         {"", ""},
     };
     for (const Row& r : rows) {
@@ -269,117 +161,14 @@ TEST(Catalogue, recordsAreConsistent) {
 // Notes and labels are HTML put straight into a page: an unclosed tag would
 // spill over everything after it.
 TEST(Catalogue, htmlTextsCloseTheirTags) {
-    auto count = [](const std::string& s, const std::string& what) {
-        size_t n = 0;
-        for (size_t at = s.find(what); at != std::string::npos; at = s.find(what, at + 1))
-            ++n;
-        return n;
-    };
     for (const fl::Formula& f : fl::catalogue())
         for (const std::string* text : {&f.note, &f.altLabel, &f.altNote, &f.title}) {
             SCOPED_TRACE(f.key + ": " + *text);
             for (const char* tag : {"sub", "sup", "b"})
-                EXPECT_EQ(count(*text, std::string("<") + tag + ">"),
-                          count(*text, std::string("</") + tag + ">"));
+                EXPECT_EQ(markup_util::count(*text, std::string("<") + tag + ">"),
+                          markup_util::count(*text, std::string("</") + tag + ">"));
             EXPECT_EQ(text->find(" - "), std::string::npos) << "a hyphen where a dash or minus belongs";
         }
-}
-
-TEST(CatalogueRows, ohm) {
-    const fl::Formula& f = *fl::findFormula("ohm");
-    EXPECT_EQ(f.title, "Ohms lov");
-    EXPECT_EQ(f.group, "El-lære");
-    EXPECT_EQ(f.topic, "Jævnstrøm");
-    EXPECT_EQ(f.page, "3");
-    EXPECT_EQ(f.figure, "circ");
-    EXPECT_EQ(f.search, "spænding strøm modstand ohm");
-    EXPECT_EQ(lines(f.vars), (Lines{"U \"Spænding\" [V]", "I \"Strøm\" [A]", "R \"Modstand\" [Ω]"}));
-    EXPECT_EQ(lines(f.forms), (Lines{"U = I*R", "I = U/R", "R = U/I"}));
-    EXPECT_TRUE(f.note.empty());
-    EXPECT_TRUE(f.defaults.empty());
-    EXPECT_TRUE(f.definitions.empty());
-    EXPECT_TRUE(f.altForms.empty());
-}
-
-TEST(CatalogueRows, heronWorksOutTheHalfPerimeterFirst) {
-    const fl::Formula& f = *fl::findFormula("heron");
-    EXPECT_EQ(f.page, "29");
-    EXPECT_EQ(lines(f.forms), (Lines{"A = sqrt(s*(s-a)*(s-b)*(s-c))"}));
-    ASSERT_EQ(f.definitions.size(), 1u);
-    EXPECT_EQ(f.definitions[0].symbol, "s");
-    EXPECT_EQ(f.definitions[0].expr, "(a+b+c)/2");
-    EXPECT_EQ(f.definitions[0].label, "den halve omkreds");
-    for (const fl::Formula& other : fl::catalogue())
-        EXPECT_TRUE(other.key == "heron" || other.definitions.empty()) << other.key;
-}
-
-TEST(CatalogueRows, pRLCCarriesTheCapacitiveRoot) {
-    const fl::Formula& f = *fl::findFormula("pRLC");
-    EXPECT_EQ(f.page, "Parallel s. 8");
-    EXPECT_EQ(lines(f.forms), (Lines{"I = sqrt(I_R**2+(I_L-I_C)**2)", "I_R = sqrt(I**2-(I_L-I_C)**2)",
-                                     "I_L = I_C+sqrt(I**2-I_R**2)", "I_C = I_L-sqrt(I**2-I_R**2)"}));
-    EXPECT_EQ(lines(f.altForms), (Lines{"I_L = I_C-sqrt(I**2-I_R**2)", "I_C = I_L+sqrt(I**2-I_R**2)"}));
-    EXPECT_EQ(f.altLabel, "hvis kredsen i stedet er kapacitiv (I<sub>C</sub> > I<sub>L</sub>)");
-    EXPECT_EQ(f.altNote, "Den induktive løsning giver et negativt tal, så kredsen må være <b>kapacitiv</b> "
-                         "(I<sub>C</sub> > I<sub>L</sub>). Så vender fortegnet:");
-    for (const fl::Formula& other : fl::catalogue())
-        EXPECT_TRUE(other.key == "pRLC" || other.altForms.empty()) << other.key;
-}
-
-TEST(CatalogueRows, defaultsAreTheTextsOfTheirFields) {
-    struct Row {
-        const char* key;
-        const char* symbol;
-        const char* text;
-    };
-    const Row rows[] = {
-        {"wire", "rho", "0,0175"}, {"XL", "f", "50"},         {"XC", "f", "50"},
-        {"kompC", "f", "50"},      {"motNs", "f", "50"},      {"motFr", "f", "50"},
-        {"motI3", "U_N", "400"},   {"motI1", "U", "230"},     {"acVinkel", "f", "50"},
-        {"instRe", "U_L", "50"},   {"instRe", "I_dn", "30m"}, {"instIa", "k_a", "10"},
-        {"instZs", "U_0", "230"},
-    };
-    size_t total = 0;
-    for (const fl::Formula& f : fl::catalogue())
-        total += f.defaults.size();
-    EXPECT_EQ(total, std::size(rows));
-    for (const Row& r : rows) {
-        SCOPED_TRACE(std::string(r.key) + " " + r.symbol);
-        const fl::Formula& f = *fl::findFormula(r.key);
-        ASSERT_TRUE(f.defaults.count(r.symbol));
-        EXPECT_EQ(f.defaults.at(r.symbol), r.text);
-    }
-}
-
-TEST(CatalogueRows, aFewFieldsAcrossTheBook) {
-    struct Row {
-        const char* key;
-        const char* title;
-        const char* page;
-        const char* figure;
-        size_t vars;
-        size_t forms;
-    };
-    const Row rows[] = {
-        {"S", "Tilsyneladende effekt / transformerstørrelse (S = U·I)", "9, 13", "", 3, 3},
-        {"ZRLC", "Impedans R + L + C", "20", "ZRLC", 4, 2},
-        {"cells", "n battericeller i serie", "8", "batt", 5, 5},
-        {"polyA", "Regulær polygon – areal", "31", "poly", 3, 2},
-        {"tfFD1", "Fejl i trekant – en fase afbrudt: P_fejl = U_N²/R + U_N²/(R + R)", "YΔ-arket, fejl", "tfD",
-         3, 3},
-        {"kompC", "Kondensator til kompensering: C = Q_C / (2·π·f·U²)", "13 og 15 (Q = U²/X og X_C)", "", 4,
-         4},
-        {"instZs", "Største sløjfeimpedans (Z_s = U_0 / I_a)", "– standardformel", "", 3, 3},
-    };
-    for (const Row& r : rows) {
-        SCOPED_TRACE(r.key);
-        const fl::Formula& f = *fl::findFormula(r.key);
-        EXPECT_EQ(f.title, r.title);
-        EXPECT_EQ(f.page, r.page);
-        EXPECT_EQ(f.figure, r.figure);
-        EXPECT_EQ(f.vars.size(), r.vars);
-        EXPECT_EQ(f.forms.size(), r.forms);
-    }
 }
 
 // A family key is a route too; one that equalled a tile's route would hide
@@ -392,7 +181,6 @@ TEST(CatalogueAndLists, familyTilesComeFirstAndNeverShadowATile) {
     ASSERT_NE(ohm, nullptr);
     EXPECT_EQ(ohm->route, "ohm");
     EXPECT_EQ(ohm->name, "Ohms lov");
-    EXPECT_EQ(ohm->search, "spænding strøm modstand ohm");
     const fl::Tile* kreds = fl::findFamilyOrTile("kreds");
     ASSERT_NE(kreds, nullptr);
     EXPECT_EQ(kreds, fl::findTile("kreds"));

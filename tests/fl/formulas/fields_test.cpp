@@ -25,17 +25,9 @@ TEST(CheckFields, refusesInTheStudentsWords) {
         const char* refusal;
     };
     const Row rows[] = {
-        {"all filled",
+        {"missing and blank fields count as empty",
          "ohm",
-         {{"U", "230"}, {"I", "2"}, {"R", "47"}},
-         "Udfyld alle værdier undtagen den, du vil finde. Tomme felter nu: ."},
-        {"two empty",
-         "ohm",
-         {{"U", ""}, {"I", " "}, {"R", "47"}},
-         "Udfyld alle værdier undtagen den, du vil finde. Tomme felter nu: U, I."},
-        {"missing fields count as empty",
-         "ohm",
-         {{"R", "47"}},
+         {{"I", " "}, {"R", "47"}},
          "Udfyld alle værdier undtagen den, du vil finde. Tomme felter nu: U, I."},
         {"unreadable before empty",
          "ohm",
@@ -49,10 +41,6 @@ TEST(CheckFields, refusesInTheStudentsWords) {
          "ZRLC",
          {{"Z", "10"}, {"R", ""}, {"XL", ""}, {"XC", "5"}},
          "Udfyld alle værdier undtagen den, du vil finde. Tomme felter nu: R, X<sub>L</sub>."},
-        {"no form, with a note",
-         "ZRLC",
-         {{"Z", "10"}, {"R", "6"}, {"XL", ""}, {"XC", "5"}},
-         "X<sub>L</sub> kan ikke isoleres direkte i denne formel. Se noten ovenfor."},
     };
     for (const Row& r : rows) {
         SCOPED_TRACE(r.name);
@@ -71,7 +59,6 @@ TEST(CheckFields, readsTypedValuesAndFindsTheTarget) {
         std::map<std::string, double> values;
     };
     const Row rows[] = {
-        {"plain numbers", "ohm", {{"U", "230"}, {"I", ""}, {"R", "47"}}, "I", {{"U", 230}, {"R", 47}}},
         {"prefix and comma", "ohm", {{"U", "0,5k"}, {"I", "9m"}, {"R", ""}}, "R", {{"U", 500}, {"I", 0.009}}},
         {"expression",
          "ohm",
@@ -135,13 +122,11 @@ TEST(InterpretLine, showsTheValueAsReadOrAWarning) {
     };
     const Row rows[] = {
         {"empty", "", ""},
-        {"blanks", "   ", ""},
         {"prefix", "4,7k", "= 4700"},
         {"micro", "25e-6", "= 25·10⁻⁶"},
         {"expression", "230/2", "= 115"},
         {"negative", "-5", "= −5"},
         {"unreadable", "abc", "<span style=\"color:#c62828\">kan ikke læses</span>"},
-        {"division by zero", "1/0", "<span style=\"color:#c62828\">kan ikke læses</span>"},
     };
     for (const Row& r : rows) {
         SCOPED_TRACE(r.name);

@@ -10,6 +10,7 @@
 #include "tests/fl/expr/readable.h"
 #include "tests/fl/expr/settings_fixture.h"
 #include "tests/fl/formulas/sample_values.h"
+#include "tests/support/error_of.h"
 
 #include <gtest/gtest.h>
 
@@ -236,12 +237,10 @@ TEST_F(SolveTest, parallelCircuitHasTwoRoots) {
 
 TEST_F(SolveTest, noRealAnswerThrows) {
     // A total current below the resistive one leaves √ of a negative number.
-    try {
-        solve(family("pRLC"), {{"I", 5}, {"I_R", 6}, {"I_C", 2}}, "I_L");
-        FAIL() << "expected an exception";
-    } catch (const std::runtime_error& e) {
-        EXPECT_STREQ(e.what(), "intet reelt svar");
-    }
+    EXPECT_EQ(errorOf([] {
+                  solve(family("pRLC"), {{"I", 5}, {"I_R", 6}, {"I_C", 2}}, "I_L");
+              }),
+              "intet reelt svar");
 }
 
 // y = 2·x by its own form, and x by a rewritten form off by `factor`.
