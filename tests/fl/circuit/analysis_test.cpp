@@ -7,15 +7,15 @@
 namespace fl {
 namespace {
 
-using testing::makeGroup;
-using testing::makeLeaf;
+using testing::group;
+using testing::leaf;
 using testing::makeRoot;
 
 // root(A(R1 L1 C1) L2), with L2 having an own resistance.
 CNodePtr sample() {
-    CNodePtr coil = makeLeaf("L");
+    CNodePtr coil = leaf("L");
     coil->r = "12";
-    return makeRoot({makeGroup("P", {makeLeaf("R"), makeLeaf("L"), makeLeaf("C")}), coil});
+    return makeRoot({group("P", {leaf("R"), leaf("L"), leaf("C")}), coil});
 }
 
 TEST(Symbols, followTheTableForEveryKindOfNode) {
@@ -63,7 +63,7 @@ TEST(Symbols, followTheTableForEveryKindOfNode) {
 }
 
 TEST(Shape, classifiesTheWholeCircuit) {
-    auto branch = [](std::vector<CNodePtr> ch) { return makeGroup("S", std::move(ch)); };
+    auto branch = [](std::vector<CNodePtr> ch) { return group("S", std::move(ch)); };
     struct Row {
         const char* name;
         CNodePtr root;
@@ -71,19 +71,17 @@ TEST(Shape, classifiesTheWholeCircuit) {
         const char* shape;
     };
     const Row rows[] = {
-        {"anything in direct current", makeRoot({makeGroup("P", {makeLeaf("R"), makeLeaf("R")})}), false,
-         "dc"},
-        {"one resistor", makeRoot({makeLeaf("R")}), true, "series"},
-        {"a series of leaves", makeRoot({makeLeaf("R"), makeLeaf("L"), makeLeaf("C")}), true, "series"},
-        {"parallel of leaves", makeRoot({makeGroup("P", {makeLeaf("R"), makeLeaf("C")})}), true, "par"},
-        {"parallel of branches",
-         makeRoot({makeGroup("P", {branch({makeLeaf("R"), makeLeaf("L")}), makeLeaf("C")})}), true, "par"},
+        {"anything in direct current", makeRoot({group("P", {leaf("R"), leaf("R")})}), false, "dc"},
+        {"one resistor", makeRoot({leaf("R")}), true, "series"},
+        {"a series of leaves", makeRoot({leaf("R"), leaf("L"), leaf("C")}), true, "series"},
+        {"parallel of leaves", makeRoot({group("P", {leaf("R"), leaf("C")})}), true, "par"},
+        {"parallel of branches", makeRoot({group("P", {branch({leaf("R"), leaf("L")}), leaf("C")})}), true,
+         "par"},
         {"a third level in a branch",
-         makeRoot({makeGroup(
-             "P", {branch({makeLeaf("R"), makeGroup("P", {makeLeaf("L"), makeLeaf("C")})}), makeLeaf("C")})}),
-         true, "mixed"},
-        {"a parallel beside a series part",
-         makeRoot({makeLeaf("R"), makeGroup("P", {makeLeaf("L"), makeLeaf("C")})}), true, "mixed"},
+         makeRoot({group("P", {branch({leaf("R"), group("P", {leaf("L"), leaf("C")})}), leaf("C")})}), true,
+         "mixed"},
+        {"a parallel beside a series part", makeRoot({leaf("R"), group("P", {leaf("L"), leaf("C")})}), true,
+         "mixed"},
     };
     for (const Row& row : rows) {
         EXPECT_EQ(shape(row.root, row.ac), row.shape) << row.name;
@@ -94,23 +92,20 @@ TEST(Shape, classifiesTheWholeCircuit) {
 }
 
 TEST(Signature, equalExactlyForInterchangeableGroups) {
-    auto par = [](const char* a, const char* b) {
-        return makeGroup("P", {makeLeaf("R", a), makeLeaf("C", b)});
-    };
+    auto par = [](const char* a, const char* b) { return group("P", {leaf("R", a), leaf("C", b)}); };
     const std::string base = signature(*par("10", "1e-6"));
-    EXPECT_EQ(signature(*makeGroup("P", {makeLeaf("C", "1u"), makeLeaf("R", "10,0")})), base);
+    EXPECT_EQ(signature(*group("P", {leaf("C", "1u"), leaf("R", "10,0")})), base);
     EXPECT_NE(signature(*par("10", "2e-6")), base);
-    EXPECT_NE(signature(*makeGroup("S", {makeLeaf("R", "10"), makeLeaf("C", "1e-6")})), base);
+    EXPECT_NE(signature(*group("S", {leaf("R", "10"), leaf("C", "1e-6")})), base);
 
     // A link is equal to its target once the values are resolved.
-    CNodePtr root =
-        makeRoot({par("47", "1e-6"), makeGroup("P", {makeLeaf("R", "=R1"), makeLeaf("C", "1e-6")})});
+    CNodePtr root = makeRoot({par("47", "1e-6"), group("P", {leaf("R", "=R1"), leaf("C", "1e-6")})});
     EXPECT_NE(signature(*root->ch[0]), signature(*root->ch[1]));
     const Values resolved = {{"R1", 47.0}, {"R2", 47.0}};
     EXPECT_EQ(signature(*root->ch[0], &resolved), signature(*root->ch[1], &resolved));
 
     // A coil's own resistance is part of it.
-    CNodePtr lossy = makeLeaf("L", "0,1"), ideal = makeLeaf("L", "0,1");
+    CNodePtr lossy = leaf("L", "0,1"), ideal = leaf("L", "0,1");
     lossy->r = "5";
     EXPECT_NE(signature(*lossy), signature(*ideal));
 }
@@ -143,7 +138,7 @@ TEST(OwnResistance, tellsIdealUnknownKnownAndLinked) {
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(std::string(row.kind) + " '" + row.r + "'");
-        CNodePtr n = makeLeaf(row.kind);
+        CNodePtr n = leaf(row.kind);
         n->r = row.r;
         double out = 0;
         EXPECT_EQ(hasOwnResistance(*n, &out), row.want);

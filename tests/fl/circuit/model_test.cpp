@@ -9,6 +9,7 @@
 namespace fl {
 namespace {
 
+using testing::group;
 using testing::outline;
 
 std::string idOf(Circuit& c, const std::string& name) {
@@ -154,11 +155,6 @@ TEST(Naming, preOrderWithGroupLettersAndOwnCountersPerKind) {
 }
 
 TEST(Normalise, flattensSameKindAndReplacesOneChildGroupsBelowTheRoot) {
-    auto group = [](const std::string& k, std::vector<CNodePtr> ch) {
-        CNodePtr g = makeNode(k);
-        g->ch = std::move(ch);
-        return g;
-    };
     Circuit c = defaultCircuit();
     c.root->ch = {group("S", {group("P", {makeNode("R")}), makeNode("R")}),
                   group("P", {group("P", {makeNode("R"), makeNode("R")}), makeNode("L")})};

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "fl/circuit/analysis.h"
+#include "tests/fl/circuit/circuits.h"
 
 #include <cmath>
 #include <complex>
@@ -28,24 +29,9 @@ inline double logUniform(std::mt19937& rng, double lo, double hi) {
     return std::exp(d(rng));
 }
 
-inline CNodePtr makeGroup(const std::string& k, std::vector<CNodePtr> ch) {
-    auto g = std::make_shared<CNode>();
-    g->k = k;
-    g->group = true;
-    g->ch = std::move(ch);
-    return g;
-}
-
-inline CNodePtr makeLeaf(const std::string& k, const std::string& v = std::string()) {
-    auto n = std::make_shared<CNode>();
-    n->k = k;
-    n->v = v;
-    return n;
-}
-
 // A root "S" with the given children, ids set and names given.
 inline CNodePtr makeRoot(std::vector<CNodePtr> ch) {
-    CNodePtr root = makeGroup("S", std::move(ch));
+    CNodePtr root = group("S", std::move(ch));
     root->id = "root";
     int next = 1;
     walk(root, [&](const CNodePtr& n) {
@@ -62,12 +48,12 @@ inline RandomCircuit randomCircuit(std::mt19937& rng, int leaves, int levels, bo
     std::uniform_int_distribution<int> kind(0, 2);
     std::function<CNodePtr(const std::string&, int, int)> build = [&](const std::string& k, int n,
                                                                       int depth) -> CNodePtr {
-        if (n == 1) return makeLeaf(ac ? std::string(1, "RLC"[kind(rng)]) : std::string("R"));
+        if (n == 1) return leaf(ac ? std::string(1, "RLC"[kind(rng)]) : std::string("R"));
         if (depth >= levels) {
             std::vector<CNodePtr> ch;
             for (int i = 0; i < n; ++i)
                 ch.push_back(build(k, 1, depth));
-            return makeGroup(k, ch);
+            return group(k, ch);
         }
         std::uniform_int_distribution<int> parts(2, n);
         int count = parts(rng), left = n;
@@ -79,7 +65,7 @@ inline RandomCircuit randomCircuit(std::mt19937& rng, int leaves, int levels, bo
             left -= here;
             ch.push_back(build(k == "S" ? "P" : "S", here, depth + 1));
         }
-        return makeGroup(k, ch);
+        return group(k, ch);
     };
     CNodePtr top = build(coin(rng) ? "S" : "P", leaves, 1);
     CNodePtr root = makeRoot(top->group && top->k == "S" ? top->ch : std::vector<CNodePtr>{top});
