@@ -36,7 +36,6 @@ TEST(Symbols, followTheTableForEveryKindOfNode) {
         {"group voltage", voltageSymbol(*group), "U_A"},
         {"group resistance", resistanceSymbol(*group), "R_A"},
         {"group impedance", impedanceSymbol(*group), "Z_A"},
-        {"group power factor", nodeSymbol(*group, "cosphi"), "cosphi_A"},
         {"resistor resistance is its value", resistanceSymbol(*r1), "R1"},
         {"resistor impedance is its value", impedanceSymbol(*r1), "R1"},
         {"resistor current", currentSymbol(*r1), "I_R1"},

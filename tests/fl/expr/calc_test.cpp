@@ -35,12 +35,10 @@ TEST_F(CalcTest, evaluatesTypedExpressions) {
         {"rootOfDecimal", "√2.25", 1.5, false},
         {"rootWithBlank", "√ 4", 2, false},
         {"rootOfParenthesis", "√(9+16)", 5, false},
-        {"caret", "2^3", 8, false},
         {"caretRightAssociative", "2^3^2", 512, false},
         {"prefixThenSum", "5k+1", 5001, false},
         {"microGreek", "70μ", 70e-6, false},
         {"microU", "2u*1M", 2, false},
-        {"giga", "1G/1M", 1000, false},
         {"exponentNotPrefix", "1e-3", 0.001, false},
         {"decimalCommaEverywhere", "1,5+2,5", 4, false},
         {"multiplicationSigns", "3×4·2", 24, false},
@@ -72,7 +70,6 @@ TEST_F(CalcTest, failsWithTheDocumentedTexts) {
         const char* what;
     } rows[] = {
         {"letterAfterPrefix", "2min", "Ukendt navn: min"},
-        {"kilovolt", "5kV", "Ukendt navn: kV"},
         {"strayName", "2x", "Ukendt navn: x"},
         {"nameWithDigits", "x2", "Ukendt navn: x2"},
         {"exponentWithoutDigits", "1e", "Ukendt navn: e"},
