@@ -119,16 +119,6 @@ TEST(Page, scrollToWidgetClampsToTheRange) {
     EXPECT_EQ(bar->value(), 0);
 }
 
-TEST(Card, valuesMapEachKeyToItsText) {
-    app::Card card;
-    card.addField("U", "Spænding", "V", "230");
-    app::ValueField* r = card.addField("R_1", "Modstand", "Ω");
-    r->setText("4,7k");
-    const std::map<std::string, std::string> expected{{"R_1", "4,7k"}, {"U", "230"}};
-    EXPECT_EQ(card.values(), expected);
-    EXPECT_EQ(card.fields.size(), 2u);
-}
-
 TEST(ValueField, editClearsTheErrorFrameAndSignals) {
     app::ValueField field("I", "Strøm", "A");
     int changed = 0, entered = 0;
@@ -153,12 +143,7 @@ TEST(ValueField, interpretationLineHidesWhenEmpty) {
 }
 
 TEST(ValueField, symbolUsesTheDisplayFormOfTheSheets) {
-    const std::pair<const char*, const char*> rows[] = {
-        {"U_R", "U<sub>R</sub>"}, {"R12", "R<sub>12</sub>"}, {"I", "I"}, {"cosphi_2", "cos φ<sub>2</sub>"}};
-    for (auto [key, markup] : rows) {
-        SCOPED_TRACE(key);
-        EXPECT_EQ(app::ValueField(key, "", "").symbol->text().toStdString(), markup);
-    }
+    EXPECT_EQ(app::ValueField("cosphi_2", "", "").symbol->text().toStdString(), "cos φ<sub>2</sub>");
 }
 
 }  // namespace

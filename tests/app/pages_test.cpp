@@ -248,7 +248,7 @@ TEST_F(PagesTest, fieldsInterpretWhatIsTyped) {
         const char* typed;
         const char* line; // a part of the interpretation; "" for none
     };
-    const Row rows[] = {{"4,7k", "= 4700"}, {"230*√2", "= 325,27"}, {"abc", "kan ikke læses"}, {"", ""}};
+    const Row rows[] = {{"4,7k", "= 4700"}, {"abc", "kan ikke læses"}, {"", ""}};
     app::FormulaPage page(fl::findFormula("ohm"), nullptr);
     app::ValueField* f = page.field("R");
     for (const Row& r : rows) {
@@ -321,13 +321,10 @@ TEST_F(PagesTest, finderKeepsAPathForEachModeAndWalksBack) {
     EXPECT_EQ(finder->pathButtons().front()->text(), "Alle emner");
 }
 
-TEST_F(PagesTest, aClickOnATileOrAChipGoesThere) {
+TEST_F(PagesTest, aClickOnAChipGoesThere) {
     app::MainWindow& w = open();
     auto* home = current<app::HomePage>();
     ASSERT_NE(home, nullptr);
-    ASSERT_TRUE(clickLink(home->view(), "go:trafo"));
-    EXPECT_EQ(w.currentRoute(), "trafo");
-    w.navigate("hjem");
     ASSERT_TRUE(clickLink(home->view(), "go:calc"));
     EXPECT_EQ(w.currentRoute(), "calc");
     w.navigate("hjem");

@@ -29,8 +29,6 @@ TEST(SheetText, fitImagesNarrowsOnlyWideFigures) {
          R"(<img src="f:0" width="770" height="385">)"},
         {"height rounds to nearest", 170, R"(<img src="f:3" width="460" height="280">)",
          R"(<img src="f:3" width="170" height="103">)"},
-        {"narrow figure kept", 770, R"(<img src="f:1" width="460" height="280">)",
-         R"(<img src="f:1" width="460" height="280">)"},
         {"exactly the limit kept", 460, R"(<img src="f:1" width="460" height="280">)",
          R"(<img src="f:1" width="460" height="280">)"},
         {"expression images untouched", 10, R"(<img class="math" src="m:0">)",

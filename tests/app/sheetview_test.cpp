@@ -8,25 +8,23 @@
 #include "app/theme.h"
 #include "fl/expr/markup.h"
 #include "fl/formulas/home.h"
-#include "store/datastore.h"
+#include "tests/app/fresh_app.h"
 
 #include <gtest/gtest.h>
 
 #include <QApplication>
 #include <QMouseEvent>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <QTextBlock>
 #include <QTextDocument>
 
 namespace {
 
-class SheetViewTest : public ::testing::Test {
+class SheetViewTest : public FreshAppTest {
   protected:
     static void SetUpTestSuite() { app::installFontSubstitutions(); }
-    void SetUp() override { app::setThemeMode(app::ThemeLight); }
     void TearDown() override {
-        app::setThemeMode(app::ThemeLight);
+        FreshAppTest::TearDown();
         fl::resetFigures();
     }
 };
@@ -253,11 +251,6 @@ TEST_F(SheetViewTest, pdfBarShowsOnlyWithSomethingToPrint) {
 }
 
 TEST_F(SheetViewTest, stepModeFollowsTheOptionsAndTheWindow) {
-    QTemporaryDir dir;
-    ASSERT_TRUE(dir.isValid());
-    DataStore::instance().resetForTest();
-    DataStore::instance().setPath((dir.path() + "/data.json").toStdString());
-    app::options() = app::AppOptions{};
     app::options().trinvis = true;
     app::MainWindow window;
     app::ResultArea area;
@@ -266,8 +259,6 @@ TEST_F(SheetViewTest, stepModeFollowsTheOptionsAndTheWindow) {
     EXPECT_FALSE(area.view()->inStepMode());
     emit window.stepModeChanged(true);
     EXPECT_TRUE(area.view()->inStepMode());
-    app::options() = app::AppOptions{};
-    DataStore::instance().resetForTest();
 }
 
 } // namespace
