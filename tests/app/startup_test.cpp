@@ -7,10 +7,10 @@
 #include "app/theme.h"
 #include "fl/expr/numbers.h"
 #include "store/datastore.h"
+#include "tests/app/fresh_app.h"
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -50,35 +50,23 @@ std::string documentFrom(const std::string& origin, const char* app = "Keldvarn"
            R"(\"","fs_usage_starts":"4"},"saved":"2025-08-01T07:00:00.000Z","version":1})";
 }
 
-class StartupTest : public ::testing::Test {
+class StartupTest : public FreshAppTest {
   protected:
     void SetUp() override {
-        ASSERT_TRUE(root.isValid());
+        FreshAppTest::SetUp();
         oldXdg = qgetenv("XDG_DATA_HOME");
         oldHome = qgetenv("HOME");
-        oldName = QCoreApplication::applicationName();
-        qputenv("XDG_DATA_HOME", (root.path() + "/share").toUtf8());
-        qputenv("HOME", (root.path() + "/home").toUtf8());
-        QCoreApplication::setApplicationName("Ostrovalden Skole");
-        DataStore::instance().resetForTest();
-        oldOptions = app::options();
-        oldTheme = app::themeMode();
-        oldDisplay = fl::displaySettings();
-        oldScale = app::textScale();
+        qputenv("XDG_DATA_HOME", (dir.path() + "/share").toUtf8());
+        qputenv("HOME", (dir.path() + "/home").toUtf8());
     }
     void TearDown() override {
-        DataStore::instance().resetForTest();
         app::setCrashFilePath("");
-        app::options() = oldOptions;
-        fl::displaySettings() = oldDisplay;
-        app::setTextScale(oldScale);
-        app::setThemeMode(oldTheme);
-        QCoreApplication::setApplicationName(oldName);
         qputenv("XDG_DATA_HOME", oldXdg);
         qputenv("HOME", oldHome);
+        FreshAppTest::TearDown();
     }
 
-    QString share() const { return root.path() + "/share"; }
+    QString share() const { return dir.path() + "/share"; }
     QString dataDir() const { return share() + "/Ostrovalden Skole"; }
     QString dataFile() const { return dataDir() + "/data.json"; }
 
@@ -96,13 +84,7 @@ class StartupTest : public ::testing::Test {
         return doc.at("data");
     }
 
-    QTemporaryDir root;
     QByteArray oldXdg, oldHome;
-    QString oldName;
-    app::AppOptions oldOptions;
-    fl::DisplaySettings oldDisplay;
-    int oldTheme = 0;
-    double oldScale = 1.0;
 };
 
 TEST_F(StartupTest, firstStartMakesTheDirectoryAndCountsEveryStart) {
