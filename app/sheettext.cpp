@@ -214,10 +214,15 @@ QString wrapCards(const QString& html, const ThemeColors& c) {
     });
 }
 
-QString fitImages(const QString& html, int maxWidth) {
-    if (maxWidth < 1) return html;
+const QRegularExpression& figureImagePattern() {
     static const QRegularExpression img(
         QStringLiteral("<img src=\"(f:[0-9]+)\" width=\"([0-9]+)\" height=\"([0-9]+)\">"));
+    return img;
+}
+
+QString fitImages(const QString& html, int maxWidth) {
+    if (maxWidth < 1) return html;
+    const QRegularExpression& img = figureImagePattern();
     QString out;
     out.reserve(html.size());
     qsizetype last = 0;

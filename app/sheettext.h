@@ -7,6 +7,7 @@
 
 #include "app/theme.h"
 
+#include <QRegularExpression>
 #include <QSet>
 #include <QString>
 
@@ -23,6 +24,8 @@ int countSteps(const QString& html);
 
 // Each div.card becomes a framed one-cell table in `line` on `panel`.
 QString wrapCards(const QString& html, const ThemeColors& c);
+// A figure's image tag exactly as the markup writes it: name, width, height.
+const QRegularExpression& figureImagePattern();
 // Figures wider than `maxWidth` are narrowed, in proportion; never widened.
 QString fitImages(const QString& html, int maxWidth);
 // Keeps the first `keep` div.step blocks and cuts the rest out.

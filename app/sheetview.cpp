@@ -301,8 +301,7 @@ QVariant SheetView::drawImage(const QString& name, double dpr) const {
 }
 
 QMap<QString, QSize> figureSizes(const QString& html) {
-    static const QRegularExpression img(
-        QStringLiteral("<img src=\"(f:[0-9]+)\" width=\"([0-9]+)\" height=\"([0-9]+)\">"));
+    const QRegularExpression& img = figureImagePattern();
     QMap<QString, QSize> sizes;
     for (auto it = img.globalMatch(html); it.hasNext();) {
         const auto m = it.next();

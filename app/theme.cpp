@@ -4,6 +4,7 @@
 #include "app/theme.h"
 
 #include "app/stylesheets.h"
+#include "fl/expr/replace_each.h"
 
 #include <QApplication>
 #include <QFontDatabase>
@@ -122,17 +123,10 @@ QString fillTokens(const QString& text, const ThemeColors& c, const QString& btn
     const double scale = textScale();
     if (scale == 1.0) return out;
     static const QRegularExpression pt(QStringLiteral("(\\d+(?:\\.\\d+)?)pt\\b"));
-    QString scaled;
-    scaled.reserve(out.size() + 64);
-    qsizetype last = 0;
-    for (auto it = pt.globalMatch(out); it.hasNext();) {
-        const auto m = it.next();
-        scaled += QStringView(out).mid(last, m.capturedStart() - last);
-        scaled += QString::number(m.captured(1).toDouble() * scale, 'f', 1) + QLatin1String("pt");
-        last = m.capturedEnd();
-    }
-    scaled += QStringView(out).mid(last);
-    return scaled;
+    fl::replaceEach(out, pt, [scale](const QRegularExpressionMatch& m, QString& to) {
+        to += QString::number(m.captured(1).toDouble() * scale, 'f', 1) + QLatin1String("pt");
+    });
+    return out;
 }
 
 QString appStyleSheet() {

@@ -5,6 +5,7 @@
 #include "fl/expr/markup.h"
 #include "fl/expr/node.h"
 #include "fl/expr/numbers.h"
+#include "fl/expr/replace_each.h"
 
 #include <QRegularExpression>
 #include <QString>
@@ -80,21 +81,6 @@ QLatin1String latin1(const std::string& s) {
 
 int exponentOf(QStringView prefix) {
     return prefixExponent(utf8(prefix));
-}
-
-// QString::replace with a callback: `write(match, out)` appends the replacement of each match.
-template <class Write> void replaceEach(QString& s, const QRegularExpression& re, Write write) {
-    QString out;
-    out.reserve(s.size() + 8);
-    qsizetype last = 0;
-    for (auto it = re.globalMatch(s); it.hasNext();) {
-        const QRegularExpressionMatch m = it.next();
-        out += QStringView(s).mid(last, m.capturedStart() - last);
-        write(m, out);
-        last = m.capturedEnd();
-    }
-    out += QStringView(s).mid(last);
-    s = std::move(out);
 }
 
 } // namespace
