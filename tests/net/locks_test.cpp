@@ -1,0 +1,71 @@
+// What the teacher's off set closes: routes, formula families and the finer
+// keys of the practice and glossary lists, and the change between two sets.
+#include "net/locks.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Row {
+    const char* name;
+    net::OffSet off;
+    const char* asked;
+    const char* reason; // "" = open
+};
+
+TEST(Locks, routesAndFamilies) {
+    const Row rows[] = {
+        {"nothing off", {}, "komp", ""},
+        {"compensation closes its tool", {"ac_komp"}, "komp", "ac_komp"},
+        {"compensation closes its families", {"ac_komp"}, "kompQ", "ac_komp"},
+        {"compensation leaves Ohm open", {"ac_komp"}, "ohm", ""},
+        {"calculators close every family first", {"ac_komp", "udregnere"}, "kompQ", "udregnere"},
+        {"calculators close the finder", {"udregnere"}, "finder", "udregnere"},
+        {"three-phase closes its families by prefix", {"ac_trefase"}, "tfUY", "ac_trefase"},
+        {"first row in table order wins", {"jaevn", "kreds"}, "kreds", "kreds"},
+        {"a topic's second route", {"vaerktoj"}, "ikmin", "vaerktoj"},
+        {"an id in no row closes nothing", {"nosuch"}, "komp", ""},
+        {"a topic id is not a route by itself", {"ac_komp"}, "ac_komp", ""},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(net::offReason(row.asked, row.off), row.reason);
+        EXPECT_EQ(net::isOpen(row.asked, row.off), std::string(row.reason).empty());
+    }
+}
+
+TEST(Locks, keys) {
+    const Row rows[] = {
+        {"exercise group", {"ac_komp"}, "sub:El-lære|Kompensering", "ac_komp"},
+        {"text problem", {"ac_komp"}, "tekst:komp", "ac_komp"},
+        {"glossary entry", {"ac_komp"}, "gle:Overkompensering", "ac_komp"},
+        {"prefix key closes all below it", {"veksel"}, "circ:ac|Serie RL", "veksel"},
+        {"prefix key needs the whole prefix", {"veksel"}, "circ:ac", ""},
+        {"prefix key leaves the other current", {"veksel"}, "circ:dc|Serie", ""},
+        {"exact key does not match by prefix", {"ac_komp"}, "tekst:kompx", ""},
+        {"glossary section by prefix", {"ac_trefase"}, "gl:Trefaset|Stjerne", "ac_trefase"},
+        {"an id in no row closes nothing", {"nosuch"}, "tekst:komp", ""},
+        {"nothing off", {}, "sub:El-lære|Kompensering", ""},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(net::offReasonKey(row.asked, row.off), row.reason);
+        EXPECT_EQ(net::isOpenKey(row.asked, row.off), std::string(row.reason).empty());
+    }
+}
+
+TEST(Locks, changeBetweenTwoSetsInTableOrder) {
+    const net::OffChange change = net::diffOff({"ac_komp", "nosuch"}, {"ac_trafo", "ovelser", "nosuch"});
+    EXPECT_EQ(change.opened, (std::vector<std::string>{"Kompensering"}));
+    EXPECT_EQ(change.closed, (std::vector<std::string>{"Øvelser", "Transformer"}));
+    EXPECT_TRUE(net::diffOff({"ac_komp"}, {"ac_komp"}).opened.empty());
+}
+
+TEST(Locks, labels) {
+    EXPECT_EQ(net::profileLabel("jaevnstrom"), "Kun jævnstrøm");
+    EXPECT_EQ(net::profileLabel("Proeve"), "");
+    EXPECT_EQ(net::topicName("ac_komp"), "Kompensering");
+    EXPECT_EQ(net::topicName("nosuch"), "");
+}
+
+} // namespace
