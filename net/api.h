@@ -1,0 +1,74 @@
+// The class service's API: its paths, the store keys that the client side
+// owns, and one call that turns a POST into a JSON object or a Danish text.
+//
+//   path            request                                   reply
+//   /check          key, version                              message, messageId, classMsg, classMsgId,
+//                                                             classStats (bool), tasksUpdated (number),
+//                                                             off (array of topic ids), profile
+//   /version        {}                                        version, url
+//   /classstats     the practice summary with topics (object: topic → {right, total}), uid, version, key
+//   /tasks          key                                       tasks (array of task objects), updated
+//   /tasks/answer   key, uid, name, id, status, answer        error (optional)
+//   /telemetry      kind and its fields                       –
+//   /bug            key and the report's fields               error (optional)
+//
+// A non-empty "error" member in any reply is a Danish sentence to show.
+#pragma once
+
+#include "net/http.h"
+#include "store/json.h"
+
+#include <string>
+
+namespace net {
+
+// What every request reports and what the update check compares with.
+inline constexpr char kVersion[] = "1.0.30";
+
+namespace path {
+inline constexpr char Check[] = "/check";
+inline constexpr char Version[] = "/version";
+inline constexpr char ClassStats[] = "/classstats";
+inline constexpr char Tasks[] = "/tasks";
+inline constexpr char TaskAnswer[] = "/tasks/answer";
+inline constexpr char Telemetry[] = "/telemetry";
+inline constexpr char Bug[] = "/bug";
+} // namespace path
+
+// Store keys of the class service.
+namespace key {
+inline constexpr char ClassKey[] = "class_key";           // string: the class code the teacher handed out
+inline constexpr char ClassProfile[] = "class_profile";   // {"off": [ids], "profile": name}: the last check-in's
+inline constexpr char ClassUid[] = "class_uid";           // string: this copy's anonymous id in the class
+inline constexpr char ClassStats[] = "class_stats";       // bool: the teacher wants the class statistics
+inline constexpr char ClassStatsLast[] = "class_stats_last"; // number: seconds since the epoch of the last upload
+inline constexpr char ClassTasks[] = "class_tasks";       // object: the last "/tasks" reply
+inline constexpr char TasksUpdated[] = "tasks_updated";   // number: "tasksUpdated" of the check-in it belongs to
+inline constexpr char TasksSeen[] = "tasks_seen";         // object: one member per task id the student has seen
+inline constexpr char TaskAnswers[] = "task_answers";     // object: task id → {status, answer, at}
+inline constexpr char StudentName[] = "student_name";     // string
+} // namespace key
+
+inline constexpr char kUnexpectedReply[] = "Uventet svar fra serveren.";
+
+struct Reply {
+    // 1: a JSON object without "error". −1: the service answered with a
+    // non-empty "error" (a refused class code, a bad request). 0: no usable
+    // answer (no network, a server error, or a reply that is not an object).
+    int outcome = 0;
+    Json body;        // the reply's object, for 1 and −1
+    std::string text; // the service's "error", the network's message, or kUnexpectedReply
+};
+
+// POSTs `request` compactly and reads the reply.
+Reply call(const Poster& poster, const std::string& path, const Json& request);
+
+// The class code typed by the student; "" when none is kept.
+std::string classKey();
+
+// 24 characters of "0123456789abcdef", seeded from the time, kept as
+// "class_uid" once made.
+std::string makeUid();
+std::string ensureClassUid();
+
+} // namespace net

@@ -1,0 +1,31 @@
+// The one way the program talks to the class service: a blocking HTTPS POST
+// of a JSON text, answered by a body or a Danish message. The server's
+// certificate is always verified; a test may name the CA that signed its own
+// server in OSTROVALDEN_CA_FILE, but nothing turns verification off.
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace net {
+
+// The service's base address, ending in "/api": OSTROVALDEN_SERVICE_URL from
+// the environment when it is set and not empty, otherwise the build's.
+std::string serviceUrl();
+
+// POSTs `body` to the base address's path + `path`. Any status below 500 is
+// an answer: true, with the body in `responseOut` (a 4xx is told apart only
+// by the JSON in it). A status of 500 and above, no connection, a time-out,
+// an untrusted certificate: false, with a Danish sentence in `errorOut`.
+// Blocks for at most the sum of its time-outs (36 s). Keeps no state.
+bool post(const std::string& path, const std::string& body, std::string& responseOut, std::string& errorOut);
+// The same against an explicit base address.
+bool postTo(const std::string& base, const std::string& path, const std::string& body, std::string& responseOut,
+            std::string& errorOut);
+
+// What the job and the pages call instead of `post`, so that a test can
+// count or refuse calls.
+using Poster = std::function<bool(const std::string& path, const std::string& body, std::string& responseOut,
+                                  std::string& errorOut)>;
+
+} // namespace net

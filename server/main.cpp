@@ -1,0 +1,125 @@
+// The class server: the API for the students' program and the teacher's web
+// page, over HTTPS, on one SQLite file. Options only; everything else is in
+// the library beside this file.
+#include "server/auth.h"
+#include "server/storage.h"
+#include "server/web.h"
+
+#include <httplib.h>
+
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <iostream>
+#include <map>
+#include <thread>
+
+namespace {
+
+const char* const kUsage =
+    "Brug: ostrovalden-server --cert FIL --key FIL [tilvalg]\n"
+    "  --cert FIL            serverens certifikat (PEM), med mellemcertifikaterne efter det\n"
+    "  --key FIL             certifikatets private nøgle (PEM)\n"
+    "  --db FIL              databasen (SQLite; oprettes første gang), standard: ostrovalden.db\n"
+    "  --host ADRESSE        lyt på denne adresse, standard: 0.0.0.0 (alle)\n"
+    "  --port NR             standard: 8443; 0 vælger en ledig port\n"
+    "  --threads N           samtidige forbindelser, standard: 32\n"
+    "  --signup-code KODE    nye lærerkonti kræver denne kode\n"
+    "  --latest-version V    nyeste programversion, som \"/version\" melder, standard: 1.0.30\n"
+    "  --download-url URL    hvor den nye version hentes\n"
+    "  --message TEKST       en besked til alle elever på serveren\n";
+
+} // namespace
+
+int main(int argc, char** argv) {
+    std::map<std::string, std::string> opt = {
+        {"--db", "ostrovalden.db"}, {"--host", "0.0.0.0"}, {"--port", "8443"}, {"--threads", "32"}};
+    const std::map<std::string, bool> known = {
+        {"--cert", true}, {"--key", true}, {"--db", true}, {"--host", true}, {"--port", true}, {"--threads", true},
+        {"--signup-code", true}, {"--latest-version", true}, {"--download-url", true}, {"--message", true}};
+    for (int i = 1; i < argc; ++i) {
+        const std::string name = argv[i];
+        if (name == "--help" || name == "-h") {
+            std::cout << kUsage;
+            return 0;
+        }
+        if (!known.count(name) || i + 1 >= argc) {
+            std::cerr << "Ukendt eller ufuldstændigt tilvalg: " << name << "\n" << kUsage;
+            return 2;
+        }
+        opt[name] = argv[++i];
+    }
+    if (opt["--cert"].empty() || opt["--key"].empty()) {
+        std::cerr << kUsage;
+        return 2;
+    }
+    int port = 0, threads = 0;
+    try {
+        port = std::stoi(opt["--port"]);
+        threads = std::stoi(opt["--threads"]);
+    } catch (const std::exception&) {
+        std::cerr << "--port og --threads skal være tal.\n";
+        return 2;
+    }
+    if (!server::initCrypto()) {
+        std::cerr << "libsodium kunne ikke starte.\n";
+        return 1;
+    }
+
+    // Signals are taken by one thread of our own, so that a stop request
+    // reaches the server between requests, never inside one.
+    sigset_t stopSignals;
+    sigemptyset(&stopSignals);
+    sigaddset(&stopSignals, SIGINT);
+    sigaddset(&stopSignals, SIGTERM);
+    pthread_sigmask(SIG_BLOCK, &stopSignals, nullptr);
+    std::signal(SIGPIPE, SIG_IGN);
+
+    std::unique_ptr<server::Storage> storage;
+    try {
+        storage = server::openSqlite(opt["--db"]);
+    } catch (const std::exception& e) {
+        std::cerr << e.what() << "\n";
+        return 1;
+    }
+
+    httplib::SSLServer http(opt["--cert"].c_str(), opt["--key"].c_str());
+    if (!http.is_valid()) {
+        std::cerr << "Certifikatet eller nøglen kunne ikke læses: " << opt["--cert"] << ", " << opt["--key"] << "\n";
+        return 1;
+    }
+    http.new_task_queue = [threads] { return new httplib::ThreadPool(static_cast<size_t>(std::max(threads, 2))); };
+    http.set_payload_max_length(256 * 1024);
+    http.set_keep_alive_timeout(2);
+    http.set_read_timeout(10);
+    http.set_write_timeout(10);
+
+    server::WebSettings settings;
+    settings.signupCode = opt["--signup-code"];
+    if (!opt["--latest-version"].empty()) settings.api.latestVersion = opt["--latest-version"];
+    settings.api.downloadUrl = opt["--download-url"];
+    settings.api.message = opt["--message"];
+    const std::shared_ptr<void> site = server::mount(http, *storage, settings);
+
+    if (port == 0) {
+        port = http.bind_to_any_port(opt["--host"]);
+        if (port <= 0) port = -1;
+    } else if (!http.bind_to_port(opt["--host"], port)) {
+        port = -1;
+    }
+    if (port < 0) {
+        std::cerr << "Kan ikke lytte på " << opt["--host"] << ":" << opt["--port"] << ".\n";
+        return 1;
+    }
+    std::cout << "Ostrovalden Skoles klasseserver lytter på https://" << opt["--host"] << ":" << port << "/"
+              << std::endl;
+
+    std::thread stopper([&] {
+        int sig = 0;
+        sigwait(&stopSignals, &sig);
+        http.stop();
+    });
+    stopper.detach();
+    const bool ok = http.listen_after_bind();
+    return ok ? 0 : 1;
+}
