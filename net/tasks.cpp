@@ -24,7 +24,8 @@ std::vector<std::string> fetchNewTasks(double updated, const Poster& poster) {
     if (code.empty()) return {};
 
     std::set<std::string> old;
-    for (const Json& task : storeGet(key::ClassTasks).at("tasks").asArray()) old.insert(task.at("id").asString());
+    const Json before = storeGet(key::ClassTasks);
+    for (const Json& task : before.at("tasks").asArray()) old.insert(task.at("id").asString());
 
     const Reply reply = call(poster, path::Tasks, keyRequest(code));
     if (reply.outcome != 1) return {};

@@ -1,0 +1,370 @@
+// The client side of the class service against the real server code on
+// 127.0.0.1 over TLS, trusted through a test CA made for the run: what post
+// answers and refuses, the job's sequence, tasks and hand-ins.
+#include "net/api.h"
+#include "net/http.h"
+#include "net/job.h"
+#include "net/tasks.h"
+#include "store/datastore.h"
+#include "tests/server/test_server.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/socket.h>
+#include <netinet/in.h>
+#include <unistd.h>
+
+#include <set>
+
+namespace {
+
+using testsupport::TestCerts;
+using testsupport::TestServer;
+
+const char* const kCode = "KLAS2345";
+
+class ClientTest : public ::testing::Test {
+  protected:
+    static void SetUpTestSuite() { certs = new TestCerts; }
+    static void TearDownTestSuite() {
+        delete certs;
+        certs = nullptr;
+    }
+
+    void SetUp() override {
+        DataStore::instance().resetForTest();
+        start({});
+        setenv("OSTROVALDEN_CA_FILE", certs->path("ca.pem").c_str(), 1);
+    }
+    void TearDown() override {
+        DataStore::instance().resetForTest();
+        unsetenv("OSTROVALDEN_CA_FILE");
+        unsetenv("OSTROVALDEN_SERVICE_URL");
+    }
+
+    void start(const server::WebSettings& settings) {
+        srv.reset();
+        srv = std::make_unique<TestServer>(*certs, settings);
+        setenv("OSTROVALDEN_SERVICE_URL", srv->base().c_str(), 1);
+        const int64_t teacher = srv->db->addTeacher({0, "l@skole.dk", "Lærer", "x"});
+        server::ClassInfo c;
+        c.teacherId = teacher;
+        c.name = "1A";
+        c.code = kCode;
+        c.message = "Husk lommeregneren i morgen.";
+        c.messageId = "m1";
+        c.profile = "egen";
+        c.off = {"ac_komp"};
+        classId = srv->db->addClass(c);
+    }
+
+    void addTask(const std::string& id, const std::string& title, double at) {
+        server::Task t;
+        t.id = id;
+        t.classId = classId;
+        t.title = title;
+        t.text = "Find I.";
+        t.mode = "both";
+        t.circuit = R"({"mode":"dc","src":{"U":"12"},"root":{"k":"S","ch":[{"k":"R","v":"100"}]}})";
+        t.created = at;
+        srv->db->addTask(t, at);
+    }
+
+    // The real post, with every path asked for written down.
+    net::Poster counting(std::vector<std::string>& calls, const std::string& failing = "") {
+        return [&calls, failing](const std::string& path, const std::string& body, std::string& out, std::string& err) {
+            calls.push_back(path);
+            if (path == failing) {
+                err = "Ingen forbindelse til serveren.";
+                return false;
+            }
+            return net::post(path, body, out, err);
+        };
+    }
+
+    net::JobInput job(std::vector<std::string>& calls, double now = 1.8e9) {
+        net::JobInput in;
+        in.poster = counting(calls);
+        in.now = [now] { return now; };
+        return in;
+    }
+
+    static TestCerts* certs;
+    std::unique_ptr<TestServer> srv;
+    int64_t classId = 0;
+};
+
+TestCerts* ClientTest::certs = nullptr;
+
+// A port on loopback that nothing listens on.
+int closedPort() {
+    const int fd = socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in addr{};
+    addr.sin_family = AF_INET;
+    addr.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    bind(fd, reinterpret_cast<sockaddr*>(&addr), sizeof addr);
+    socklen_t len = sizeof addr;
+    getsockname(fd, reinterpret_cast<sockaddr*>(&addr), &len);
+    close(fd);
+    return ntohs(addr.sin_port);
+}
+
+TEST_F(ClientTest, anyStatusBelow500IsAnAnswer) {
+    struct Row {
+        const char* name;
+        const char* path;
+        const char* body;
+        const char* member;
+        const char* value;
+    } rows[] = {
+        {"version", "/version", "{}", "version", "1.0.30"},
+        {"404 with JSON", "/nosuch", "{}", "error", "Ukendt adresse."},
+        {"malformed JSON", "/check", "{\"key\":", "error", "Forespørgslen kunne ikke læses: den er ikke et JSON-objekt."},
+        {"unknown class code", "/tasks", "{\"key\":\"NOPE\"}", "error",
+         "Klassekoden findes ikke. Tjek koden, som din lærer har givet dig, under Opgaver fra læreren."},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        std::string out, err;
+        ASSERT_TRUE(net::post(row.path, row.body, out, err)) << err;
+        EXPECT_EQ(err, "");
+        Json reply;
+        ASSERT_TRUE(Json::tryParse(out, reply)) << out;
+        EXPECT_EQ(reply.at(row.member).asString(), row.value);
+    }
+}
+
+TEST_F(ClientTest, serverErrorsAndFailuresAreDanishSentences) {
+    // A server that answers every path with the status it names.
+    httplib::SSLServer fake(certs->path("cert.pem").c_str(), certs->path("key.pem").c_str());
+    fake.Post(R"(/api/status/(\d+))", [](const httplib::Request& req, httplib::Response& res) {
+        res.status = std::stoi(req.matches[1]);
+        res.set_content("{\"error\":\"x\"}", "application/json");
+    });
+    const int fakePort = fake.bind_to_any_port("127.0.0.1");
+    std::thread loop([&] { fake.listen_after_bind(); });
+    while (!fake.is_running()) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    const std::string fakeBase = "https://127.0.0.1:" + std::to_string(fakePort) + "/api/";
+
+    struct Row {
+        const char* name;
+        std::string base;
+        const char* path;
+        bool ok;
+        const char* error;
+    } rows[] = {
+        {"503", fakeBase, "/status/503", false, "Serveren svarede med en fejl (503)."},
+        {"500", fakeBase, "/status/500", false, "Serveren svarede med en fejl (500)."},
+        {"499 is an answer", fakeBase, "/status/499", true, ""},
+        {"no one listening", "https://127.0.0.1:" + std::to_string(closedPort()) + "/api", "/check", false,
+         "Ingen forbindelse til serveren."},
+        {"plain http", "http://127.0.0.1:" + std::to_string(srv->port) + "/api", "/check", false,
+         "Ugyldig serveradresse."},
+        {"not an address", "skole", "/check", false, "Ugyldig serveradresse."},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        std::string out = "stale", err;
+        EXPECT_EQ(net::postTo(row.base, row.path, "{}", out, err), row.ok);
+        EXPECT_EQ(err, row.error);
+        if (!row.ok) {
+            EXPECT_EQ(out, "");
+        }
+    }
+    fake.stop();
+    loop.join();
+}
+
+TEST_F(ClientTest, untrustedCertificateIsRefusedAloud) {
+    const std::string untrusted =
+        "Serverens certifikat kunne ikke godkendes, så der blev ikke sendt noget. Forbindelsen er måske ikke "
+        "sikker – bed din lærer eller skolens IT-ansvarlige om at tjekke serverens certifikat.";
+    TestServer other(*certs, {}, "other-cert", "other-key");
+    std::string out, err;
+    EXPECT_FALSE(net::postTo(other.base(), "/version", "{}", out, err));
+    EXPECT_EQ(err, untrusted);
+
+    unsetenv("OSTROVALDEN_CA_FILE"); // the system's CAs don't know the test CA either
+    EXPECT_FALSE(net::post("/version", "{}", out, err));
+    EXPECT_EQ(err, untrusted);
+}
+
+TEST_F(ClientTest, checkInBringsProfileMessageAndNewTasks) {
+    addTask("t1", "Opgave 1", 1000);
+    storeSet(net::key::ClassKey, Json("klas-2345")); // typed loosely
+    std::vector<std::string> calls;
+    const net::ServiceResult r = net::serviceJob(job(calls));
+
+    EXPECT_EQ(r.outcome, 1);
+    EXPECT_EQ(r.classMsg, "Husk lommeregneren i morgen.");
+    EXPECT_EQ(r.classMsgId, "m1");
+    EXPECT_EQ(r.off, (net::OffSet{"ac_komp"}));
+    EXPECT_EQ(r.profile, "egen");
+    EXPECT_EQ(r.newTasks, (std::vector<std::string>{"Opgave 1"}));
+    EXPECT_EQ(r.newVersion, "");
+    EXPECT_EQ(calls, (std::vector<std::string>{"/check", "/tasks", "/version"}));
+
+    const Json tasks = storeGet(net::key::ClassTasks).at("tasks");
+    ASSERT_EQ(tasks.asArray().size(), 1u);
+    EXPECT_EQ(tasks.arr[0].at("circuit").at("mode").asString(), "dc");
+    EXPECT_GT(storeGet(net::key::TasksUpdated).asNumber(0), 0);
+    EXPECT_EQ(net::lastProfile().off, (net::OffSet{"ac_komp"}));
+}
+
+TEST_F(ClientTest, unchangedListIsNotFetchedAndSeenTasksAreNotNew) {
+    addTask("t1", "Opgave 1", 1000);
+    storeSet(net::key::ClassKey, Json(kCode));
+    std::vector<std::string> calls;
+    net::serviceJob(job(calls));
+
+    calls.clear();
+    net::ServiceResult again = net::serviceJob(job(calls));
+    EXPECT_EQ(calls, (std::vector<std::string>{"/check", "/version"}));
+    EXPECT_TRUE(again.newTasks.empty());
+
+    // A second task arrives; one the student has already seen elsewhere is not new.
+    Json seen = Json::object();
+    seen["t3"] = Json(true);
+    storeSet(net::key::TasksSeen, seen);
+    addTask("t2", "Opgave 2", 2000);
+    addTask("t3", "Opgave 3", 3000);
+    calls.clear();
+    again = net::serviceJob(job(calls));
+    EXPECT_EQ(calls, (std::vector<std::string>{"/check", "/tasks", "/version"}));
+    EXPECT_EQ(again.newTasks, (std::vector<std::string>{"Opgave 2"}));
+}
+
+TEST_F(ClientTest, failedTaskFetchIsRetriedAtTheNextStart) {
+    addTask("t1", "Opgave 1", 1000);
+    storeSet(net::key::ClassKey, Json(kCode));
+    std::vector<std::string> calls;
+    net::JobInput in = job(calls);
+    in.poster = counting(calls, "/tasks");
+    EXPECT_TRUE(net::serviceJob(in).newTasks.empty());
+    EXPECT_EQ(storeGet(net::key::TasksUpdated).asNumber(0), 0);
+    EXPECT_TRUE(storeGet(net::key::ClassTasks).isNull());
+
+    EXPECT_EQ(net::serviceJob(job(calls)).newTasks, (std::vector<std::string>{"Opgave 1"}));
+}
+
+TEST_F(ClientTest, refusedOrMissingCodeAndNoNetwork) {
+    std::vector<std::string> calls;
+
+    storeSet(net::key::ClassKey, Json("FORKERT1"));
+    net::ServiceResult r = net::serviceJob(job(calls));
+    EXPECT_EQ(r.outcome, -1);
+    EXPECT_EQ(r.text, "Klassekoden findes ikke. Tjek koden, som din lærer har givet dig, under Opgaver fra læreren.");
+    EXPECT_EQ(calls, (std::vector<std::string>{"/check"}));
+
+    calls.clear();
+    storeSet(net::key::ClassKey, Json(""));
+    r = net::serviceJob(job(calls));
+    EXPECT_TRUE(r.noLogin);
+    EXPECT_EQ(r.outcome, 0);
+    EXPECT_EQ(calls, (std::vector<std::string>{"/version"}));
+
+    // No network: nothing changes, and the last known profile stays in force.
+    storeSet(net::key::ClassKey, Json(kCode));
+    net::serviceJob(job(calls));
+    setenv("OSTROVALDEN_SERVICE_URL", ("https://127.0.0.1:" + std::to_string(closedPort()) + "/api").c_str(), 1);
+    r = net::serviceJob(job(calls));
+    EXPECT_EQ(r.outcome, 0);
+    EXPECT_EQ(r.text, "Ingen forbindelse til serveren.");
+    EXPECT_EQ(r.off, (net::OffSet{"ac_komp"}));
+    EXPECT_EQ(r.newVersion, "");
+}
+
+TEST_F(ClientTest, statisticsAtMostOnceIn20HoursAndNeverWithForce) {
+    storeSet(net::key::ClassKey, Json(kCode));
+    const std::string summary = R"({"topics":{"Ohms lov":{"right":3,"total":5}},"answered":5})";
+    int reports = 0;
+    const auto run = [&](double now, bool force) {
+        std::vector<std::string> calls;
+        net::JobInput in = job(calls, now);
+        in.force = force;
+        in.classSummary = [&] { return summary; };
+        in.sendReports = [&](const std::string&, const net::Poster&) { ++reports; };
+        net::serviceJob(in);
+        return calls;
+    };
+    const double t0 = 1.8e9;
+    EXPECT_EQ(run(t0, true), (std::vector<std::string>{"/check", "/version"}));
+    EXPECT_EQ(reports, 0);
+    EXPECT_EQ(run(t0, false), (std::vector<std::string>{"/check", "/classstats", "/version"}));
+    EXPECT_EQ(reports, 1);
+    EXPECT_EQ(run(t0 + 19 * 3600, false), (std::vector<std::string>{"/check", "/version"}));
+    EXPECT_EQ(run(t0 + 21 * 3600, false), (std::vector<std::string>{"/check", "/classstats", "/version"}));
+
+    const std::vector<server::StatsUpload> stored = srv->db->statsOf(classId);
+    ASSERT_EQ(stored.size(), 1u);
+    EXPECT_EQ(stored[0].uid, storeGetString(net::key::ClassUid));
+    EXPECT_EQ(stored[0].uid.size(), 24u);
+    Json upload;
+    ASSERT_TRUE(Json::tryParse(stored[0].summary, upload));
+    EXPECT_EQ(upload.at("version").asString(), "1.0.30");
+    EXPECT_FALSE(upload.has("key"));
+
+    // The teacher says no: remembered, and nothing more goes out.
+    server::ClassInfo c = *srv->db->classById(classId);
+    c.stats = false;
+    srv->db->updateClass(c);
+    EXPECT_EQ(run(t0 + 50 * 3600, false), (std::vector<std::string>{"/check", "/version"}));
+    EXPECT_FALSE(storeGet(net::key::ClassStats).asBool(true));
+}
+
+TEST_F(ClientTest, newVersionOnlyWhenTheServiceKnowsAnother) {
+    server::WebSettings settings;
+    settings.api.latestVersion = "1.0.31";
+    settings.api.downloadUrl = "https://skole.example/hent";
+    start(settings);
+    std::vector<std::string> calls;
+    net::ServiceResult r = net::serviceJob(job(calls));
+    EXPECT_EQ(r.newVersion, "1.0.31");
+    EXPECT_EQ(r.versionUrl, "https://skole.example/hent");
+
+    settings.api.latestVersion = "1.0.30";
+    start(settings);
+    EXPECT_EQ(net::serviceJob(job(calls)).newVersion, "");
+}
+
+TEST_F(ClientTest, handInsReachTheTeacherAndOnlyTheirOwnClass) {
+    addTask("t1", "Opgave 1", 1000);
+    std::vector<std::string> calls;
+    const net::Poster poster = counting(calls);
+    std::string error;
+
+    EXPECT_FALSE(net::sendAnswer(poster, "t1", "done", "0,12 A", "Ida", "1.12.2026 10:00", error));
+    EXPECT_EQ(error, net::kNoClassCode);
+    storeSet(net::key::ClassKey, Json(kCode));
+    EXPECT_FALSE(net::sendAnswer(poster, "t1", "done", "0,12 A", "", "1.12.2026 10:00", error));
+    EXPECT_EQ(error, "Skriv dit navn øverst først.");
+    EXPECT_TRUE(calls.empty());
+
+    ASSERT_TRUE(net::sendAnswer(poster, "t1", "done", "0,12 A", "Ida", "1.12.2026 10:00", error)) << error;
+    ASSERT_TRUE(net::sendAnswer(poster, "t1", "question", "Hvorfor?", "Ida", "1.12.2026 10:05", error)) << error;
+    const Json record = storeGet(net::key::TaskAnswers).at("t1");
+    EXPECT_EQ(record.at("status").asString(), "question");
+    EXPECT_EQ(record.at("answer").asString(), "Hvorfor?");
+    EXPECT_EQ(record.at("at").asString(), "1.12.2026 10:05");
+    const std::vector<server::Answer> answers = srv->db->answersOf(classId, "t1");
+    ASSERT_EQ(answers.size(), 2u);
+    EXPECT_EQ(answers[1].answer, "0,12 A");
+    EXPECT_EQ(answers[1].uid, storeGetString(net::key::ClassUid));
+
+    EXPECT_FALSE(net::sendAnswer(poster, "gone", "done", "x", "Ida", "1.12.2026 10:06", error));
+    EXPECT_EQ(error, "Opgaven findes ikke længere. Tryk »Hent opgaver igen«.");
+
+    // Another class's code reaches neither the task nor its list.
+    server::ClassInfo other;
+    other.teacherId = srv->db->addTeacher({0, "b@skole.dk", "B", "x"});
+    other.name = "2B";
+    other.code = "ANDEN234";
+    srv->db->addClass(other);
+    storeSet(net::key::ClassKey, Json("ANDEN234"));
+    EXPECT_FALSE(net::sendAnswer(poster, "t1", "done", "snyd", "Mallory", "1.12.2026 10:07", error));
+    EXPECT_EQ(srv->db->answersOf(classId, "t1").size(), 2u);
+    ASSERT_TRUE(net::refetchTasks(poster, error)) << error;
+    EXPECT_TRUE(storeGet(net::key::ClassTasks).at("tasks").asArray().empty());
+}
+
+} // namespace
