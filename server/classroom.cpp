@@ -79,8 +79,8 @@ std::vector<TopicStat> classTopics(const std::vector<StatsUpload>& uploads) {
         Json summary;
         if (!Json::tryParse(u.summary, summary)) continue;
         for (const auto& [name, stat] : summary.at("topics").asObject()) {
-            const double right = stat.at("right").asNumber(0);
-            const double total = stat.at("total").asNumber(0);
+            const double right = stat.at("right").asNumber(-1);
+            const double total = stat.at("total").asNumber(-1);
             // A record that can't be true is left out rather than skewing the class.
             if (!(total > 0 && right >= 0 && right <= total && total < 1e7)) continue;
             TopicStat& s = sums[name];

@@ -1,0 +1,128 @@
+// The API as a function over a real SQLite file: refusals in Danish, and a
+// class code that reaches only its own class.
+#include "server/api.h"
+#include "server/storage.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace {
+
+server::ClassInfo makeClass(int64_t teacher, const std::string& name, const std::string& code) {
+    server::ClassInfo c;
+    c.teacherId = teacher;
+    c.name = name;
+    c.code = code;
+    return c;
+}
+
+class ApiTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        std::string tmpl = (std::filesystem::temp_directory_path() / "ostro_api_XXXXXX").string();
+        ASSERT_TRUE(mkdtemp(tmpl.data()));
+        dir = tmpl;
+        db = server::openSqlite((dir / "k.db").string());
+        const int64_t teacher = db->addTeacher({0, "a@skole.dk", "A", "x"});
+        a = db->addClass(makeClass(teacher, "1A", "AAAA2222"));
+        b = db->addClass(makeClass(db->addTeacher({0, "b@skole.dk", "B", "x"}), "2B", "BBBB3333"));
+        server::Task t;
+        t.id = "ta";
+        t.classId = a;
+        t.title = "Kun for 1A";
+        t.mode = "view";
+        db->addTask(t, 1000);
+    }
+    void TearDown() override {
+        db.reset();
+        std::filesystem::remove_all(dir);
+    }
+    server::ApiReply call(const std::string& path, const std::string& body) {
+        return server::handleApi(*db, settings, path, body, 2000);
+    }
+
+    std::filesystem::path dir;
+    std::unique_ptr<server::Storage> db;
+    server::ApiSettings settings;
+    int64_t a = 0, b = 0;
+};
+
+TEST_F(ApiTest, refusals) {
+    const std::string good = R"("key":"AAAA2222","uid":"u1","name":"Ida","id":"ta","status":"done")";
+    struct Row {
+        const char* name;
+        const char* path;
+        std::string body;
+        int status;
+        const char* error;
+    } rows[] = {
+        {"not JSON", "/check", "{\"key\":", 400, "Forespørgslen kunne ikke læses: den er ikke et JSON-objekt."},
+        {"not an object", "/check", "[1]", 400, "Forespørgslen kunne ikke læses: den er ikke et JSON-objekt."},
+        {"unknown path", "/admin", "{}", 404, "Ukendt adresse."},
+        {"no key", "/check", "{}", 400, "Forespørgslen mangler \"key\"."},
+        {"key of wrong kind", "/tasks", "{\"key\":7}", 400, "Forespørgslen mangler \"key\"."},
+        {"unknown code", "/tasks", "{\"key\":\"ZZZZ9999\"}", 403,
+         "Klassekoden findes ikke. Tjek koden, som din lærer har givet dig, under Opgaver fra læreren."},
+        {"no answer member", "/tasks/answer", "{" + good + "}", 400, "Forespørgslen mangler \"answer\"."},
+        {"odd status", "/tasks/answer",
+         R"({"key":"AAAA2222","uid":"u1","name":"Ida","id":"ta","status":"late","answer":"x"})", 400,
+         "\"status\" skal være \"done\" eller \"question\"."},
+        {"answer too long", "/tasks/answer", "{" + good + ",\"answer\":\"" + std::string(4001, 'x') + "\"}", 400,
+         "Svaret er for langt – skriv det kortere."},
+        {"another class's task", "/tasks/answer",
+         R"({"key":"BBBB3333","uid":"u1","name":"M","id":"ta","status":"done","answer":"x"})", 404,
+         "Opgaven findes ikke længere. Tryk »Hent opgaver igen«."},
+        {"statistics without topics", "/classstats", R"({"key":"AAAA2222","uid":"u1"})", 400,
+         "Forespørgslen mangler \"topics\"."},
+        {"telemetry of no kind", "/telemetry", "{}", 400, "Forespørgslen mangler \"kind\"."},
+        {"bug with a wrong code", "/bug", R"({"key":"ZZZZ9999","text":"x"})", 403,
+         "Klassekoden findes ikke. Tjek koden, som din lærer har givet dig, under Opgaver fra læreren."},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const server::ApiReply r = call(row.path, row.body);
+        EXPECT_EQ(r.status, row.status);
+        EXPECT_EQ(r.body.at("error").asString(), row.error);
+    }
+    EXPECT_TRUE(db->answersOf(a, "ta").empty());
+}
+
+TEST_F(ApiTest, aCodeReachesOnlyItsOwnClass) {
+    EXPECT_EQ(call("/tasks", R"({"key":"aaaa-2222"})").body.at("tasks").asArray().size(), 1u);
+    EXPECT_TRUE(call("/tasks", R"({"key":"BBBB3333"})").body.at("tasks").asArray().empty());
+    EXPECT_EQ(call("/check", R"({"key":"BBBB3333"})").body.at("tasksUpdated").asNumber(-1), 0);
+
+    EXPECT_EQ(call("/classstats", R"({"key":"BBBB3333","uid":"u9","topics":{"Ohm":{"right":1,"total":2}}})").status,
+              200);
+    EXPECT_TRUE(db->statsOf(a).empty());
+    EXPECT_EQ(db->statsOf(b).size(), 1u);
+
+    EXPECT_EQ(call("/tasks/answer", R"({"key":"AAAA2222","uid":"u1","name":"Ida","id":"ta","status":"done","answer":""})")
+                  .status,
+              200);
+    EXPECT_EQ(db->answersOf(a, "ta").size(), 1u);
+}
+
+TEST_F(ApiTest, checkInCarriesTheClassState) {
+    server::ClassInfo c = *db->classById(a);
+    c.message = "Prøve på fredag";
+    c.messageId = "m7";
+    c.off = {"ac_komp", "kreds"};
+    c.profile = "egen";
+    db->updateClass(c);
+    const Json r = call("/check", R"({"key":"AAAA2222","version":"1.0.30"})").body;
+    EXPECT_EQ(r.at("classMsg").asString(), "Prøve på fredag");
+    EXPECT_EQ(r.at("classMsgId").asString(), "m7");
+    EXPECT_EQ(Json::dump(r.at("off")), R"(["ac_komp","kreds"])");
+    EXPECT_EQ(r.at("profile").asString(), "egen");
+    EXPECT_TRUE(r.at("classStats").asBool(false));
+    EXPECT_GE(r.at("tasksUpdated").asNumber(0), 1000 * 1000.0);
+
+    // Every change of the list moves the stamp forward, even within a millisecond.
+    const double before = r.at("tasksUpdated").num;
+    db->deleteTask(a, "ta", 1000);
+    EXPECT_GT(db->classById(a)->tasksUpdated, before);
+}
+
+} // namespace
