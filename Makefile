@@ -1,5 +1,6 @@
 # The two commands of the README, and the benchmarks.
 #   make run    build and start the program
+#   make serve  build and start the class server (self-signed certificate)
 #   make test   build and run every test, under the Danish locale
 #   make bench  build and run the benchmarks (Release)
 
@@ -8,7 +9,7 @@ BENCHBUILD ?= build-bench
 JOBS       ?= $(shell nproc)
 CMAKEFLAGS ?=
 
-.PHONY: all setup build run test bench fuzz clean
+.PHONY: all setup build run serve test bench fuzz clean
 
 all: build
 
@@ -23,6 +24,11 @@ build: setup $(BUILD)/CMakeCache.txt
 
 run: build
 	$(BUILD)/app/ostrovalden
+
+# The class server on https://localhost:8443/ with a certificate of its own.
+serve: setup $(BUILD)/CMakeCache.txt
+	cmake --build $(BUILD) -j$(JOBS) --target ostrovalden-server
+	scripts/serve.sh $(BUILD)/server/ostrovalden-server
 
 test: build
 	cd $(BUILD) && LC_ALL=da_DK.UTF-8 QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j$(JOBS)
