@@ -183,7 +183,6 @@ bool postTo(const std::string& base, const std::string& path, const std::string&
     curl_easy_setopt(c, CURLOPT_SSL_VERIFYPEER, 1L);
     curl_easy_setopt(c, CURLOPT_SSL_VERIFYHOST, 2L);
     if (const char* ca = std::getenv("OSTROVALDEN_CA_FILE"); ca && *ca) curl_easy_setopt(c, CURLOPT_CAINFO, ca);
-    if (std::getenv("OSTRO_CURL_VERBOSE")) curl_easy_setopt(c, CURLOPT_VERBOSE, 1L);
     curl_easy_setopt(c, CURLOPT_WRITEFUNCTION, collect);
     curl_easy_setopt(c, CURLOPT_WRITEDATA, &responseOut);
 
