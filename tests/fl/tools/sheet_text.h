@@ -68,7 +68,7 @@ inline SheetParts sheetParts(const std::string& html, const std::vector<NodePtr>
         std::string title = html.substr(titleAt, titleEnd - titleAt);
         std::string page;
         if (const size_t ref = title.rfind(" <span class=\"crumb\">("); ref != std::string::npos) {
-            page = sheetText(title.substr(ref), maths);
+            page = sheetText(title.substr(ref + 1), maths);
             title.erase(ref);
         }
         const size_t bodyEnd = next == std::string::npos ? html.find("<h3", titleEnd) : next;

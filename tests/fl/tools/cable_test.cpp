@@ -1,0 +1,382 @@
+// The cable tools against numbers worked out here from the textbook
+// formulas, written out in each test, never through the tools' helpers;
+// the tables' edges; and the refusals in their exact words.
+#include "fl/tools/cable.h"
+
+#include "fl/expr/numbers.h"
+#include "fl/tools/tables.h"
+#include "tests/fl/expr/settings_fixture.h"
+#include "tests/fl/tools/sheet_text.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace fl {
+namespace {
+
+const double kRoot3 = std::sqrt(3.0);
+const double kSections[] = {1.5, 2.5, 4, 6, 10, 16, 25, 35, 50, 70, 95, 120, 150, 185, 240, 300};
+
+struct ToolRun {
+    ToolOut out;
+    SheetParts sheet;
+};
+
+template <typename F> ToolRun run(F&& tool) {
+    resetFigures();
+    ToolRun r;
+    r.out = tool();
+    const RenderResult pass = takeRender({});
+    r.sheet = sheetParts(r.out.html, pass.maths);
+    return r;
+}
+
+double recent(const ToolOut& out, const std::string& symbol) {
+    for (const RecentValue& v : out.recent)
+        if (v.symbol == symbol) return v.value;
+    return NAN;
+}
+
+// Equal to 1e-9, and shown as the house formats it.
+void expectShown(const ToolRun& r, const std::string& symbol, double expected, const std::string& where) {
+    EXPECT_NEAR(recent(r.out, symbol), expected, 1e-9 * std::fabs(expected)) << symbol;
+    EXPECT_TRUE(contains(where, fmtNumber(expected))) << symbol << " " << fmtNumber(expected) << " in " << where;
+}
+
+int ticks(const std::string& text) {
+    int n = 0;
+    for (size_t at = text.find("✓"); at != std::string::npos; at = text.find("✓", at + 1))
+        ++n;
+    return n;
+}
+
+using CableTest = SettingsTest;
+
+TEST_F(CableTest, tablesGiveTheirValuesAndNaNOffTheTable) {
+    struct Row {
+        const char* name;
+        double value;
+        double expected; // NaN: not in the table
+    };
+    const Row rows[] = {
+        {"Cu smallest", cableResistance(false, 1.5), 12.1},
+        {"Cu largest", cableResistance(false, 240), 0.0787},
+        {"Cu 300 doesn't exist", cableResistance(false, 300), NAN},
+        {"Al 10 doesn't exist", cableResistance(true, 10), NAN},
+        {"Al smallest", cableResistance(true, 16), 1.91},
+        {"Al largest", cableResistance(true, 300), 0.103},
+        {"a size within 1e-9", cableResistance(false, 2.5 + 1e-10), 7.41},
+        {"a size off the list", cableResistance(false, 2.4), NAN},
+        {"pvik3 first", cableReactance("pvik3", 1.5), 0.108},
+        {"pvik5 ends at 35", cableReactance("pvik5", 35), 0.094},
+        {"pvik5 past its end", cableReactance("pvik5", 50), NAN},
+        {"noikal5 only 16 and 25", cableReactance("noikal5", 25), 0.098},
+        {"nosp4 at 16 doesn't exist", cableReactance("nosp4", 16), NAN},
+        {"nosp4 from 50", cableReactance("nosp4", 50), 0.08},
+        {"noak4 at 240", cableReactance("noak4", 240), 0.096},
+        {"unknown type", cableReactance("pvik9", 10), NAN},
+    };
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.name);
+        if (std::isnan(r.expected))
+            EXPECT_TRUE(std::isnan(r.value));
+        else
+            EXPECT_EQ(r.value, r.expected);
+    }
+    EXPECT_EQ(cableTypes().size(), 10u);
+    for (const CableType& t : cableTypes())
+        EXPECT_EQ(t.x.size(), crossSections().size()) << t.key;
+}
+
+TEST_F(CableTest, cableSizeMatchesTheTextbook) {
+    struct Row {
+        const char* name;
+        bool three;
+        double rho;
+        FormMap form;
+        double q;
+    };
+    const Row rows[] = {
+        {"classroom case", false, kRhoCopper, {{"U", "230"}, {"I", "10"}, {"Lk", "50"}, {"dUpmax", "3"}}, 4},
+        {"power, three-phase, aluminium",
+         true,
+         kRhoAluminium,
+         {{"U", "400"}, {"P", "11k"}, {"cosphi", "0,85"}, {"Lk", "80"}, {"dUpmax", "4"}},
+         6},
+        {"power without cos φ", false, kRhoCopper, {{"U", "230"}, {"P", "2300"}, {"Lk", "20"}, {"dUpmax", "2"}},
+         2.5},
+        {"exactly a standard size", false, kRhoCopper,
+         {{"U", "100"}, {"I", "5"}, {"Lk", "50"}, {"dUpmax", "3,5"}}, 2.5},
+        {"heavy three-phase", true, kRhoCopper, {{"U", "400"}, {"I", "250"}, {"Lk", "150"}, {"dUpmax", "3"}}, 95},
+        {"near the top", true, kRhoAluminium, {{"U", "400"}, {"I", "300"}, {"Lk", "150"}, {"dUpmax", "3"}}, 240},
+        {"zero length", false, kRhoCopper, {{"U", "230"}, {"I", "10"}, {"Lk", "0"}, {"dUpmax", "3"}}, 1.5},
+    };
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.name);
+        const double u = readValue(r.form.at("U")), lk = readValue(r.form.at("Lk")),
+                     p = readValue(r.form.at("dUpmax"));
+        const double cosphi = r.form.count("cosphi") ? readValue(r.form.at("cosphi")) : 1;
+        double i = r.form.count("I") ? readValue(r.form.at("I")) : readValue(r.form.at("P")) / (u * cosphi);
+        if (!r.form.count("I") && r.three) i /= kRoot3;
+        // ΔU_max = U·p/100; R_L,max = ΔU_max/I (1-phase, l = 2·Lk) or ΔU_max/(√3·I) (3-phase, l = Lk)
+        const double dUmax = u * p / 100;
+        const double l = r.three ? lk : 2 * lk;
+        const double rlmax = r.three ? dUmax / (kRoot3 * i) : dUmax / i;
+        const double qmin = r.rho * l / rlmax;
+        double q = 0;
+        size_t at = 0;
+        while (kSections[at] < qmin - 1e-9)
+            ++at;
+        q = kSections[at];
+        const double du = (r.three ? kRoot3 : 1) * i * r.rho * l / q;
+        const double dup = du * 100 / u;
+        EXPECT_EQ(q, r.q);
+
+        const ToolRun got = run([&] { return dimensionCable(r.form, r.three, r.rho); });
+        ASSERT_TRUE(got.out.ok) << got.out.err;
+        expectShown(got, "q", q, got.sheet.facit);
+        EXPECT_TRUE(contains(got.sheet.facit, "spændingsfald " + fmtNumber(dup) + " %"));
+        const auto* minimum = got.sheet.block("Mindste tværsnit");
+        ASSERT_TRUE(minimum);
+        EXPECT_TRUE(contains(minimum->body, fmtNumber(qmin) + " mm²")) << minimum->body;
+        EXPECT_EQ(minimum->page, "(formelsamlingen s. 6)");
+        EXPECT_EQ(got.sheet.check, "✓ " + fmtNumber(dup) + " % er under grænsen på " + fmtNumber(p) + " %");
+        // Seven rows around the chosen size, two of them below it where there are.
+        const size_t first = at >= 2 ? at - 2 : 0;
+        EXPECT_EQ(ticks(got.sheet.results) + static_cast<int>(at - first), static_cast<int>(std::min<size_t>(7, 16 - first)));
+        EXPECT_EQ(got.sheet.title, "Kabel: " + fmtNumber(q) + " mm² " +
+                                       (r.rho == kRhoCopper ? "kobber" : "aluminium"));
+    }
+}
+
+TEST_F(CableTest, voltageDropMatchesTheTextbookForEveryCableType) {
+    int cases = 0;
+    for (const CableType& type : cableTypes())
+        for (size_t k = 0; k < crossSections().size(); ++k)
+            for (bool aluminium : {false, true})
+                for (bool three : {false, true}) {
+                    const double q = crossSections()[k];
+                    const double rl = cableResistance(aluminium, q), xl = type.x[k];
+                    if (std::isnan(rl) || std::isnan(xl)) continue;
+                    SCOPED_TRACE(type.key + " " + std::to_string(q) + (aluminium ? " Al" : " Cu") +
+                                 (three ? " 3-faset" : " 1-faset"));
+                    const double u = three ? 400 : 230, ib = 6 + static_cast<double>(k) * 9,
+                                 len = 15 + static_cast<double>(k % 5) * 20, cosphi = 0.8, sf = 0.9;
+                    const FormMap form{{three ? "U_N" : "U_F", fmtPlain(u, 10)},
+                                       {"I_B", fmtPlain(ib, 10)},
+                                       {"sf", "0,9"},
+                                       {"cosphi", "0,8"},
+                                       {"l", fmtPlain(len, 10)},
+                                       {"R_l", fmtPlain(rl, 10)},
+                                       {"X_l", fmtPlain(xl, 10)}};
+                    // ΔU = k · I·sf · L · (R·cos φ + X·sin φ), k = 2 (1-phase) or √3 (3-phase)
+                    const double sinphi = std::sqrt(1 - cosphi * cosphi);
+                    const double du = (three ? kRoot3 : 2) * ib * sf * len / 1000 * (rl * cosphi + xl * sinphi);
+                    const double dup = du * 100 / u;
+                    const ToolRun got = run([&] { return voltageDrop(form, three); });
+                    ASSERT_TRUE(got.out.ok) << got.out.err;
+                    expectShown(got, "dUp", dup, got.sheet.facit);
+                    expectShown(got, three ? "dU_n" : "dU_ft", du, got.sheet.facit);
+                    int within = 0;
+                    for (double limit : {3.0, 5.0, 6.0, 8.0})
+                        within += dup <= limit + 1e-9;
+                    EXPECT_EQ(ticks(got.sheet.results), within + 1); // and the ✓ of the explanation
+                    ++cases;
+                }
+    EXPECT_GT(cases, 300);
+}
+
+TEST_F(CableTest, voltageDropClassroomCaseAndItsEdges) {
+    const FormMap base{{"U_F", "230"}, {"I_B", "10"}, {"l", "30"}, {"cosphi", "1"}, {"R_l", "12,1"}, {"X_l", "0,108"}};
+    ToolRun got = run([&] { return voltageDrop(base, false); });
+    ASSERT_TRUE(got.out.ok);
+    EXPECT_EQ(got.sheet.title, "Spændingsfald 3,1565 %: 7,26 V");
+    EXPECT_TRUE(contains(got.sheet.block("Spændingsfaldet i fasen")->body, "=3,63 V"));
+    EXPECT_TRUE(contains(got.sheet.block("sin φ ud fra cos φ")->body, "=0"));
+    EXPECT_TRUE(contains(got.sheet.results, "3 % ✗5 % ✓"));
+    EXPECT_TRUE(contains(got.sheet.results, "6 % ✓8 % ✓"));
+
+    // A factor of 0 counts as 1; its row says what was typed, the working uses 1.
+    FormMap zero = base;
+    zero["sf"] = "0";
+    got = run([&] { return voltageDrop(zero, false); });
+    EXPECT_EQ(got.sheet.given[2], "sf = 0 – samtidighedsfaktor");
+    EXPECT_TRUE(contains(got.sheet.block("Dimensioneringsstrømmen")->body, "10 · 1 · 1")) << got.sheet.blocks[0].body;
+    EXPECT_NEAR(recent(got.out, "dUp"), 7.26 * 100 / 230, 1e-12);
+
+    // A drop of exactly 3 % passes the 3 % limit.
+    got = run([&] {
+        return voltageDrop({{"U_F", "200"}, {"I_B", "10"}, {"l", "100"}, {"R_l", "3"}, {"X_l", "0"}}, false);
+    });
+    EXPECT_TRUE(contains(got.sheet.results, "3 % ✓5 % ✓"));
+}
+
+TEST_F(CableTest, shortCircuitMaxMatchesTheTextbook) {
+    struct Row {
+        const char* name;
+        double u, ik, cosphi, len, rl, xl;
+    };
+    const Row rows[] = {
+        {"classroom case, 10 mm² Cu pvik3", 400, 16000, 0.3, 10, 1.83, 0.091},
+        {"cos φ of 1", 400, 16000, 1, 10, 1.83, 0.091},
+        {"aluminium noikal4 50 mm²", 400, 10000, 0.4, 35, 0.641, 0.081},
+        {"long thin pvik5", 400, 6000, 0.5, 100, 12.1, 0.128},
+        {"board at the cabinet", 400, 25000, 0.2, 0, 0.388, 0.073},
+    };
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.name);
+        // Z = U/(√3·Ik); R = Z·cos φ, X = Z·sin φ; Ik,max = U/(√3·√((R+R_kab)² + (X+X_kab)²))
+        const double z = r.u / (kRoot3 * r.ik);
+        const double rs = z * r.cosphi + r.len / 1000 * r.rl;
+        const double xs = z * std::sqrt(1 - r.cosphi * r.cosphi) + r.len / 1000 * r.xl;
+        const double ik = r.u / (kRoot3 * std::sqrt(rs * rs + xs * xs));
+        const FormMap form{{"U_N", fmtPlain(r.u, 10)}, {"Ik_fr", fmtPlain(r.ik, 10)},
+                           {"cosphi_k", fmtPlain(r.cosphi, 10)}, {"l", fmtPlain(r.len, 10)},
+                           {"R_l", fmtPlain(r.rl, 10)}, {"X_l", fmtPlain(r.xl, 10)}};
+        const ToolRun got = run([&] { return shortCircuitMax(form); });
+        ASSERT_TRUE(got.out.ok) << got.out.err;
+        expectShown(got, "Ik_max", ik, got.sheet.facit);
+        EXPECT_TRUE(contains(got.sheet.facit, fmtNumber(ik / 1000) + " kA"));
+        EXPECT_TRUE(contains(got.sheet.check, "✓"));
+    }
+    const ToolRun got = run([] {
+        return shortCircuitMax({{"U_N", "400"}, {"Ik_fr", "16k"}, {"cosphi_k", "1"}, {"l", "10"}, {"R_l", "1,83"},
+                                {"X_l", "0,091"}});
+    });
+    EXPECT_EQ(got.sheet.given[1], "I_k,FR = 16 kA – Ik max ved kabelskabet (3-faset, oplyst i FR)");
+    EXPECT_TRUE(contains(got.sheet.block("Nettets impedans")->body, "=14,434 mΩ"));
+    EXPECT_TRUE(contains(got.sheet.block("sin φ ud fra cos φ")->body, "[√(1 − 1²)]")) << got.sheet.blocks[1].body;
+}
+
+TEST_F(CableTest, shortCircuitMinMatchesTheTextbookAndChecksTheBreaker) {
+    struct Row {
+        const char* name;
+        double u, ifr, kfr, kv, ls, rs, lg, rg;
+        const char* breaker; // I_Ngrp, empty for no check
+        double ka;
+        int verdict; // 1 trips, 0 doesn't, −1 no check
+    };
+    const Row rows[] = {
+        {"classroom case, C 10 A", 230, 35, 5, 1.5, 20, 1.83, 30, 12.1, "10", 10, 0},
+        {"same with B", 230, 35, 5, 1.5, 20, 1.83, 30, 12.1, "10", 5, 1},
+        {"D 16 A", 230, 63, 5, 1.5, 15, 0.727, 40, 4.61, "16", 20, 0},
+        {"no breaker given", 230, 35, 5, 1.5, 20, 1.83, 30, 12.1, "", 10, -1},
+        {"exactly the trip current", 230, 20, 5, 1.5, 0, 1.83, 0, 12.1, "10", 10, 1},
+    };
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.name);
+        // R_net = U/(k·I_N); R = l/1000 · R_l · 2 · k_v for each cable; Ik = U/ΣR
+        const double rnet = r.u / (r.kfr * r.ifr);
+        const double rtavle = rnet + r.ls / 1000 * r.rs * 2 * r.kv;
+        const double igt = r.u / rtavle;
+        const double ibg = r.u / (rtavle + r.lg / 1000 * r.rg * 2 * r.kv);
+        const FormMap form{{"U_F", fmtPlain(r.u, 10)},    {"I_Nks", fmtPlain(r.ifr, 10)},
+                           {"k_fr", fmtPlain(r.kfr, 10)}, {"k_v", fmtPlain(r.kv, 10)},
+                           {"l_stik", fmtPlain(r.ls, 10)}, {"R_lstik", fmtPlain(r.rs, 10)},
+                           {"l_grp", fmtPlain(r.lg, 10)},  {"R_lgrp", fmtPlain(r.rg, 10)},
+                           {"I_Ngrp", r.breaker},          {"k_a", fmtPlain(r.ka, 10)}};
+        const ToolRun got = run([&] { return shortCircuitMin(form); });
+        ASSERT_TRUE(got.out.ok) << got.out.err;
+        expectShown(got, "Ik_bg", ibg, got.sheet.facit);
+        expectShown(got, "Ik_gt", igt, got.sheet.facit);
+        if (r.verdict < 0) {
+            EXPECT_TRUE(got.sheet.check.empty());
+            EXPECT_EQ(got.sheet.given.size(), 8u);
+            continue;
+        }
+        const double ia = r.ka * readValue(r.breaker);
+        EXPECT_TRUE(contains(got.sheet.check, "=" + fmtNumber(ia) + " A"));
+        EXPECT_EQ(contains(got.sheet.check, "– afbryderen slår fra"), r.verdict == 1) << got.sheet.check;
+        EXPECT_EQ(contains(got.sheet.check, "slår ikke sikkert fra"), r.verdict == 0);
+    }
+}
+
+TEST_F(CableTest, badInputGetsItsMessageAndItsFieldsMarked) {
+    struct Row {
+        const char* name;
+        ToolOut (*tool)(const FormMap&);
+        FormMap form;
+        const char* message;
+        std::vector<std::string> marked;
+    };
+    auto cable1 = [](const FormMap& f) { return dimensionCable(f, false, kRhoCopper); };
+    auto cable3al = [](const FormMap& f) { return dimensionCable(f, true, kRhoAluminium); };
+    auto drop1 = [](const FormMap& f) { return voltageDrop(f, false); };
+    const FormMap drop{{"U_F", "230"}, {"I_B", "10"}, {"l", "30"}, {"R_l", "12,1"}, {"X_l", "0,108"}};
+    auto with = [](FormMap f, const std::string& k, const std::string& v) {
+        f[k] = v;
+        return f;
+    };
+    const FormMap ikmax{{"U_N", "400"}, {"Ik_fr", "16k"}, {"cosphi_k", "0,3"},
+                        {"l", "10"},    {"R_l", "1,83"},  {"X_l", "0,091"}};
+    const Row rows[] = {
+        {"cable: nothing but the limit", cable1, {{"U", ""}, {"I", ""}, {"P", ""}, {"Lk", ""}, {"dUpmax", "4"}},
+         "Udfyld spændingen, kabellængden, det største spændingsfald og enten I eller P.", {"U", "I", "P", "Lk"}},
+        {"cable: letters", cable1, {{"U", "230"}, {"I", "ti"}, {"Lk", "50"}, {"dUpmax", "3"}},
+         "Jeg kan ikke læse I", {"I"}},
+        {"cable: negative length", cable1, {{"U", "230"}, {"I", "10"}, {"Lk", "-5"}, {"dUpmax", "3"}},
+         "Negative værdier giver ingen mening her – ret L_kabel.", {"Lk"}},
+        {"cable: no standard size is enough", cable3al,
+         {{"U", "400"}, {"I", "300"}, {"Lk", "200"}, {"dUpmax", "2"}},
+         "Der skal bruges mindst 372,82 mm² – det er større end standardkablerne her (300 mm²). Overvej parallelle "
+         "kabler eller en kortere/højere spænding.",
+         {"dUpmax"}},
+        {"cable: no current", cable1, {{"U", "230"}, {"I", "0"}, {"Lk", "50"}, {"dUpmax", "3"}},
+         "Noget passer ikke – tjek værdierne. intet reelt svar", {}},
+        {"cable: cos φ above 1", cable1, {{"U", "230"}, {"P", "2k"}, {"cosphi", "1,2"}, {"Lk", "5"}, {"dUpmax", "3"}},
+         "cos φ skal ligge mellem 0 og 1.", {"cosphi"}},
+        {"drop: table values missing (a size the conductor isn't made in)", drop1, with(with(drop, "R_l", ""), "X_l", ""),
+         "Udfyld R_l, X_l.", {"R_l", "X_l"}},
+        {"drop: cos φ 1,01", drop1, with(drop, "cosphi", "1,01"), "cos φ skal ligge mellem 0 og 1.", {"cosphi"}},
+        {"drop: cos φ 0", drop1, with(drop, "cosphi", "0"), "cos φ skal ligge mellem 0 og 1.", {"cosphi"}},
+        {"drop: negative length", drop1, with(drop, "l", "-30"), "Negative værdier giver ingen mening her – ret l.",
+         {"l"}},
+        {"drop: letters beat empty fields", drop1, with(with(drop, "X_l", ""), "I_B", "x"),
+         "Jeg kan ikke læse I_B", {"I_B"}},
+        {"Ik max: missing length", shortCircuitMax, with(ikmax, "l", ""), "Udfyld l.", {"l"}},
+        {"Ik max: cos φ 0", shortCircuitMax, with(ikmax, "cosphi_k", "0"), "cos φ skal ligge mellem 0 og 1.",
+         {"cosphi_k"}},
+        {"Ik max: no current at the cabinet", shortCircuitMax, with(ikmax, "Ik_fr", "0"),
+         "Noget passer ikke – tjek værdierne. intet reelt svar", {}},
+        {"Ik min: empty form", shortCircuitMin, {{"U_F", "230"}, {"k_fr", "5"}, {"k_v", "1,5"}},
+         "Udfyld I_N,kabelskab, l_stik, R_l,stik, l_grp, R_l,grp.", {"I_Nks", "l_stik", "R_lstik", "l_grp", "R_lgrp"}},
+    };
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.name);
+        const ToolRun got = run([&] { return r.tool(r.form); });
+        EXPECT_FALSE(got.out.ok);
+        EXPECT_TRUE(got.out.html.empty());
+        EXPECT_TRUE(contains(got.out.err, "class=\"msg bad\""));
+        EXPECT_EQ(sheetText(got.out.err, {}), r.message);
+        EXPECT_EQ(got.out.badKeys, r.marked);
+    }
+}
+
+TEST_F(CableTest, everySheetHasGivensStepsWithReferencesAndAnAnswer) {
+    const ToolRun sheets[] = {
+        run([] { return dimensionCable({{"U", "400"}, {"P", "11k"}, {"Lk", "80"}, {"dUpmax", "4"}}, true, kRhoCopper); }),
+        run([] { return voltageDrop({{"U_N", "400"}, {"I_B", "16"}, {"l", "40"}, {"R_l", "4,61"}, {"X_l", "0,117"}}, true); }),
+        run([] {
+            return shortCircuitMax({{"U_N", "400"}, {"Ik_fr", "16k"}, {"cosphi_k", "0,3"}, {"l", "10"}, {"R_l", "1,83"},
+                                    {"X_l", "0,091"}});
+        }),
+    };
+    const char* refs[][2] = {{"Strømmen ud fra effekten", "(YΔ-arket)"},
+                             {"sin φ ud fra cos φ", "(formelsamlingen s. 12)"},
+                             {"sin φ ud fra cos φ", "(formelsamlingen s. 12)"}};
+    for (size_t i = 0; i < std::size(sheets); ++i) {
+        SCOPED_TRACE(i);
+        const ToolRun& s = sheets[i];
+        EXPECT_GE(s.sheet.given.size(), 4u);
+        EXPECT_GE(s.sheet.blocks.size(), 4u);
+        EXPECT_FALSE(s.sheet.facit.empty());
+        const auto* b = s.sheet.block(refs[i][0]);
+        ASSERT_TRUE(b);
+        EXPECT_EQ(b->page, refs[i][1]);
+        EXPECT_EQ(s.out.html.rfind("<div class=\"result\"><div class=\"card sheet\" id=\"", 0), 0u);
+    }
+}
+
+} // namespace
+} // namespace fl
