@@ -19,7 +19,7 @@ body { margin:0; background:var(--bg); color:var(--text); font:16px/1.5 system-u
 a { color:var(--accent); }
 .bar { display:flex; align-items:center; justify-content:space-between; gap:12px; padding:10px 16px;
   background:var(--card); border-bottom:1px solid var(--line); }
-.brand { font-weight:700; text-decoration:none; color:var(--text); }
+.brand { font-weight:700; text-decoration:none; color:var(--text); white-space:nowrap; }
 .brand span { font-weight:500; color:var(--muted); margin-left:4px; }
 .who { display:flex; align-items:center; gap:10px; color:var(--muted); font-size:14px; }
 main { max-width:880px; margin:0 auto; padding:16px; }
@@ -78,6 +78,7 @@ tr.q .badge { background:var(--chip); color:var(--accent); }
   main { padding:10px; }
   h1 { font-size:22px; }
   .code.big { font-size:28px; }
+  .who span { display:none; }
   .topics { grid-template-columns:1fr; }
   table thead { display:none; }
   table tr { display:block; border-bottom:1px solid var(--line); padding:6px 0; }

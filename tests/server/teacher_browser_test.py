@@ -1,0 +1,201 @@
+#!/usr/bin/python3
+"""The teacher's side in a real browser: headless Chromium, driven by Selenium,
+against the class server binary on 127.0.0.1 over TLS with a test CA. A
+teacher signs up, creates a class, posts a task with a circuit, switches
+"ac_komp" off and writes a message; a student's copy (plain HTTPS here)
+checks in, sees all of it and hands in; the teacher's page lists the answer,
+with the student's text escaped, and the class statistics weakest first.
+
+Usage: teacher_browser_test.py path/to/ostrovalden-server [screenshot-dir]
+"""
+import json
+import os
+import re
+import shutil
+import ssl
+import subprocess
+import sys
+import tempfile
+import urllib.request
+
+from selenium import webdriver
+from selenium.webdriver.chrome.service import Service
+from selenium.webdriver.common.by import By
+
+CIRCUIT = ('{"mode":"dc","src":{"U":"12"},"root":{"k":"S","ch":[{"k":"R","v":"100"},'
+           '{"k":"P","ch":[{"k":"R","v":"220"},{"k":"R","v":"330"}]}]}}')
+
+
+def run(cmd, cwd):
+    subprocess.run(cmd, cwd=cwd, shell=True, check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+
+
+def make_certs(d):
+    ec = "-newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes"
+    run(f"openssl req -x509 {ec} -keyout ca-key.pem -out ca.pem -days 2 -subj '/CN=Ostrovalden test CA'", d)
+    run(f"openssl req {ec} -keyout key.pem -out cert.csr -subj '/CN=localhost'", d)
+    with open(os.path.join(d, "cert.ext"), "w") as f:
+        f.write("subjectAltName=DNS:localhost,IP:127.0.0.1\nbasicConstraints=CA:FALSE\n")
+    run("openssl x509 -req -in cert.csr -CA ca.pem -CAkey ca-key.pem -CAcreateserial -out cert.pem -days 2 "
+        "-extfile cert.ext", d)
+
+
+class Student:
+    """The program's side, as the requests it sends."""
+
+    def __init__(self, base, ca):
+        self.base = base
+        self.ctx = ssl.create_default_context(cafile=ca)
+
+    def post(self, path, body):
+        req = urllib.request.Request(self.base + "/api" + path, data=json.dumps(body).encode(),
+                                     headers={"Content-Type": "application/json", "User-Agent": "Ostrovalden/1.0"})
+        try:
+            with urllib.request.urlopen(req, context=self.ctx, timeout=10) as r:
+                return r.status, json.loads(r.read())
+        except urllib.error.HTTPError as e:
+            return e.code, json.loads(e.read())
+
+
+checks = {"passed": 0, "failed": 0}
+
+
+def check(ok, what):
+    checks["passed" if ok else "failed"] += 1
+    print(("ok    " if ok else "FAIL  ") + what, flush=True)
+
+
+def main():
+    server_bin = os.path.abspath(sys.argv[1])
+    shots = sys.argv[2] if len(sys.argv) > 2 else ""
+    tmp = tempfile.mkdtemp(prefix="ostro_browser_")
+    server = None
+    driver = None
+    try:
+        make_certs(tmp)
+        server = subprocess.Popen([server_bin, "--cert", "cert.pem", "--key", "key.pem", "--db", "k.db",
+                                   "--host", "127.0.0.1", "--port", "0"], cwd=tmp, stdout=subprocess.PIPE, text=True)
+        port = re.search(r":(\d+)/", server.stdout.readline()).group(1)
+        base = f"https://127.0.0.1:{port}"
+
+        opts = webdriver.ChromeOptions()
+        opts.binary_location = "/usr/bin/chromium"
+        for flag in ["--headless", "--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run",
+                     "--disable-background-networking", "--disable-component-update", "--disable-sync",
+                     "--disable-dev-shm-usage", f"--user-data-dir={tmp}/profile", "--window-size=1100,900",
+                     "--lang=da"]:
+            opts.add_argument(flag)
+        # The test CA lives only in this run; Chromium is told to take the
+        # server's certificate, the student's side below verifies it properly.
+        opts.accept_insecure_certs = True
+        driver = webdriver.Chrome(service=Service("/usr/bin/chromedriver"), options=opts)
+        driver.implicitly_wait(5)
+
+        def shot(name):
+            if shots:
+                os.makedirs(shots, exist_ok=True)
+                driver.save_screenshot(os.path.join(shots, name + ".png"))
+
+        def field(name):
+            return driver.find_element(By.NAME, name)
+
+        # Sign up and create a class.
+        driver.get(base + "/")
+        check(driver.current_url.endswith("/login"), "the site starts at the sign-in")
+        shot("01-login")
+        driver.find_element(By.LINK_TEXT, "Opret en lærerkonto").click()
+        field("name").send_keys("Karen Lærer")
+        field("email").send_keys("karen@skole.dk")
+        field("password").send_keys("hemmelig-kode-1")
+        field("password2").send_keys("hemmelig-kode-1")
+        driver.find_element(By.CSS_SELECTOR, "button.primary").click()
+        check(driver.current_url.endswith("/klasser"), "a new teacher lands on her classes")
+        field("name").send_keys("1. hovedforløb B")
+        driver.find_element(By.CSS_SELECTOR, "button.primary").click()
+        code = driver.find_element(By.ID, "code").text.replace("-", "")
+        check(len(code) == 8, f"the class has a code ({code})")
+        class_url = driver.current_url
+
+        # A task with a circuit.
+        driver.find_element(By.CSS_SELECTOR, "#opgaver summary").click()
+        field("title").send_keys("Blandet forbindelse")
+        field("text").send_keys("Find strømmen i R1.\nVis dine mellemregninger.")
+        driver.execute_script("arguments[0].value = '2026-12-04'", field("due"))
+        field("circuit").send_keys(CIRCUIT)
+        driver.find_element(By.CSS_SELECTOR, "#opgaver button.primary").click()
+        check("Blandet forbindelse" in driver.find_element(By.CSS_SELECTOR, "ul.tasks").text,
+              "the task is listed")
+        check("Jævnstrøm · 3 komponenter" in driver.page_source, "the circuit was read")
+
+        # Switch compensation off; the script moves the profile to "Egen".
+        box = driver.find_element(By.CSS_SELECTOR, "input[name=off][value=ac_komp]")
+        driver.execute_script("arguments[0].scrollIntoView()", box)
+        box.click()
+        check(driver.find_element(By.CSS_SELECTOR, "input[name=profile][value=egen]").is_selected(),
+              "ticking a topic chooses the own profile")
+        driver.find_element(By.CSS_SELECTOR, "#profil button.primary").click()
+        check(driver.find_element(By.CSS_SELECTOR, "input[name=off][value=ac_komp]").is_selected(),
+              "compensation stays off after saving")
+
+        # A message to the class.
+        field("message").send_keys("Husk lommeregneren til prøven på fredag.")
+        driver.find_element(By.CSS_SELECTOR, "#besked button.primary").click()
+        shot("02-class")
+
+        # The student's copy checks in, fetches and hands in.
+        student = Student(base, os.path.join(tmp, "ca.pem"))
+        status, check_in = student.post("/check", {"key": code.lower(), "version": "1.0.30"})
+        check(status == 200 and check_in["off"] == ["ac_komp"] and check_in["profile"] == "egen",
+              "the check-in carries the profile")
+        check(check_in["classMsg"] == "Husk lommeregneren til prøven på fredag.", "and the message")
+        status, tasks = student.post("/tasks", {"key": code})
+        task = tasks["tasks"][0]
+        check(task["circuit"]["mode"] == "dc" and task["due"] == "4.12.2026" and task["mode"] == "both",
+              "the task comes with its circuit and due date")
+        check(task["text"] == "Find strømmen i R1.\nVis dine mellemregninger.", "and its text as typed")
+        status, _ = student.post("/tasks/answer", {"key": code, "uid": "a" * 24, "name": "<script>alert(1)</script>Ida",
+                                                  "id": task["id"], "status": "done", "answer": "I = 0,06 A"})
+        check(status == 200, "the hand-in is accepted")
+        student.post("/tasks/answer", {"key": code, "uid": "b" * 24, "name": "Bo", "id": task["id"],
+                                       "status": "question", "answer": "Skal R2 og R3 regnes parallelt?"})
+        student.post("/classstats", {"key": code, "uid": "a" * 24, "version": "1.0.30",
+                                     "topics": {"Ohms lov": {"right": 9, "total": 10},
+                                                "Kompensering": {"right": 1, "total": 6}}})
+
+        # The teacher reads the answers.
+        driver.get(class_url)
+        driver.find_element(By.LINK_TEXT, "Blandet forbindelse").click()
+        rows = driver.find_elements(By.CSS_SELECTOR, "table.answers tbody tr")
+        names = [r.find_element(By.CSS_SELECTOR, "td").text for r in rows]
+        check("<script>alert(1)</script>Ida" in names, "the student's name is shown as text, not run")
+        check("&lt;script&gt;" in driver.page_source, "and escaped in the page")
+        check(any("Spørgsmål" in r.text and "parallelt" in r.text for r in rows), "the question is listed")
+        shot("03-answers")
+
+        driver.get(class_url + "/statistik")
+        first = driver.find_element(By.CSS_SELECTOR, "table.stats tbody tr td").text
+        check(first == "Kompensering", "the class statistics start with the weakest topic")
+
+        # On a phone.
+        driver.set_window_size(390, 844)
+        driver.get(class_url)
+        width = driver.execute_script("return document.documentElement.scrollWidth")
+        check(width <= 390, f"the class page fits a phone ({width} px)")
+        shot("04-phone")
+
+        driver.find_element(By.CSS_SELECTOR, "header button.link").click()
+        driver.get(class_url)
+        check(driver.current_url.endswith("/login"), "after signing out the class page asks for a sign-in")
+    finally:
+        if driver:
+            driver.quit()
+        if server:
+            server.terminate()
+            server.wait(timeout=10)
+        shutil.rmtree(tmp, ignore_errors=True)
+    print(f"{checks['passed']} passed, {checks['failed']} failed")
+    return 1 if checks["failed"] else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
