@@ -40,15 +40,19 @@ bench: setup $(BENCHBUILD)/CMakeCache.txt
 	cmake --build $(BENCHBUILD) -j$(JOBS) --target benchmarks
 	LC_ALL=da_DK.UTF-8 QT_QPA_PLATFORM=offscreen bench/run.sh $(BENCHBUILD)
 
-# The JSON parser under libFuzzer for FUZZTIME seconds (needs clang).
+# Each fuzz target under libFuzzer for FUZZTIME seconds (needs clang);
+# FUZZ=calc runs one of them.
 FUZZBUILD ?= build-fuzz
 FUZZTIME  ?= 60
+FUZZ      ?= json calc
 fuzz:
 	@command -v clang++ >/dev/null || { echo "fuzz: clang++ is needed (apt-get install clang)"; exit 1; }
 	CXX=clang++ cmake -S fuzz -B $(FUZZBUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo
 	cmake --build $(FUZZBUILD) -j$(JOBS)
-	mkdir -p $(FUZZBUILD)/corpus
-	$(FUZZBUILD)/fuzz_json $(FUZZBUILD)/corpus fuzz/seeds -max_total_time=$(FUZZTIME)
+	@for t in $(FUZZ); do \
+		mkdir -p $(FUZZBUILD)/corpus/$$t && \
+		$(FUZZBUILD)/fuzz_$$t $(FUZZBUILD)/corpus/$$t fuzz/seeds/$$t -max_total_time=$(FUZZTIME) || exit 1; \
+	done
 
 clean:
 	rm -rf $(BUILD) $(BENCHBUILD) $(FUZZBUILD)

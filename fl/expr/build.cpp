@@ -173,7 +173,8 @@ NodePtr mapChildren(const NodePtr& node, const std::function<NodePtr(const NodeP
         return makeProdRaw(std::move(factors));
     }
     case Pow: {
-        // Exponent first: the calculator's literal pass depends on this visiting order.
+        // Exponent first; a pass that needs reading order (the calculator's
+        // literals) walks the tree itself.
         NodePtr exponent = fn(node->exponent);
         NodePtr base = fn(node->base);
         return makePow(std::move(base), std::move(exponent));

@@ -2,6 +2,7 @@
 // pocket calculator ("√3·400", "2,5k", "sin⁻¹(0,5)", "2π") rewritten into the
 // strict language of parser.cpp, evaluated (calc) or shown with its numbers
 // as typed (prettyCalc). Text is UTF-8 at the edges and QString inside.
+#include "fl/expr/chars.h"
 #include "fl/expr/markup.h"
 #include "fl/expr/node.h"
 #include "fl/expr/numbers.h"
@@ -11,7 +12,6 @@
 #include <QString>
 
 #include <algorithm>
-#include <functional>
 #include <stdexcept>
 
 namespace fl {
@@ -123,17 +123,80 @@ double calc(const std::string& text, const std::map<std::string, double>* vars) 
     return eval(parse(utf8(s)), vars ? *vars : none);
 }
 
+namespace {
+
+// A number as the student typed it, and the value the parser will read from
+// its machine text; the value pairs each literal with its node.
+struct Literal {
+    std::string shown;
+    double value = 0;
+    bool checkable = false; // false when the machine text is no single number token
+    bool asValue = false;   // the node is shown by its value: the typed form isn't what is computed
+};
+
+// Gives each number node its literal in reading order: a power's base before
+// its exponent, terms and factors left to right, as the tokens stood.
+NodePtr giveLiterals(const NodePtr& n, const std::vector<Literal>& literals, size_t& next) {
+    if (!n) return n;
+    switch (n->kind) {
+    case Num: {
+        if (next >= literals.size()) return n;
+        const Literal& lit = literals[next++];
+        if (lit.asValue) return n;
+        // A literal that lands on another number would show the student a
+        // calculation that isn't the one performed.
+        if (lit.checkable && lit.value != n->value)
+            throw std::logic_error("prettyCalc: literal out of step");
+        auto copy = std::make_shared<Node>(*n);
+        copy->literal = lit.shown;
+        copy->hasLiteral = true;
+        return copy;
+    }
+    case Sum: {
+        std::vector<SumTerm> terms;
+        terms.reserve(n->terms.size());
+        for (const auto& t : n->terms)
+            terms.push_back({t.sign, giveLiterals(t.node, literals, next)});
+        return makeSumRaw(std::move(terms));
+    }
+    case Prod: {
+        std::vector<ProdFactor> factors;
+        factors.reserve(n->factors.size());
+        for (const auto& f : n->factors)
+            factors.push_back({f.op, giveLiterals(f.node, literals, next)});
+        return makeProdRaw(std::move(factors));
+    }
+    case Pow: {
+        NodePtr base = giveLiterals(n->base, literals, next);
+        NodePtr exponent = giveLiterals(n->exponent, literals, next);
+        return makePow(std::move(base), std::move(exponent));
+    }
+    case Func:
+        return makeFunc(n->name, giveLiterals(n->arg, literals, next));
+    default:
+        return n;
+    }
+}
+
+} // namespace
+
 std::string prettyCalc(const std::string& text) {
-    static const QRegularExpression sqrtNumber(QStringLiteral("√\\s*(\\d+(?:[.,]\\d+)?)"));
-    static const QRegularExpression literal(
-        QStringLiteral("(\\d*[.,]?\\d+(?:[eE][-+]?\\d+)?)(?:(p|n|u|µ|m|k|M|G)(?![A-Za-z_(]))?"));
+    // The character classes follow calc's after its comma rewrite, so that
+    // both read the same numbers out of the same text.
+    static const QRegularExpression sqrtNumber(QStringLiteral("√\\s*([\\d.,]+)"));
+    // A number as the tokeniser reads one ("5", "2,5", "5,", ",5", "1e-3"), not inside a name
+    // ("R12"), behind a prefix ("2µ5") or behind another number's digits; a prefix only
+    // right after a digit, as in calc.
+    static const QRegularExpression literal(QStringLiteral(
+        "(?<![A-Za-z_µ\\d.,])((?:\\d+(?:[.,]\\d*)?|[.,]\\d+)(?:[eE][-+]?\\d+)?)"
+        "(?:(?<=\\d)(p|n|u|µ|m|k|M|G)(?![A-Za-z_(]))?"));
 
     QString s = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
     normaliseSymbols(s, sqrtNumber);
 
     // Each number is shown as typed ("5,5k", "1·10⁻³") and read as machine text.
     const bool comma = displaySettings().decimalComma;
-    std::vector<std::string> literals;
+    std::vector<Literal> literals;
     replaceEach(s, literal, [&](const QRegularExpressionMatch& m, QString& out) {
         std::string num = ascii(m.capturedView(1));
         std::replace(num.begin(), num.end(), ',', '.');
@@ -142,41 +205,40 @@ std::string prettyCalc(const std::string& text) {
         const std::string exponent = e == std::string::npos ? std::string() : num.substr(e + 1);
         const QStringView prefix = m.capturedView(2);
 
-        std::string shown = mantissa;
-        if (comma) std::replace(shown.begin(), shown.end(), '.', ',');
+        Literal lit;
+        lit.shown = mantissa.back() == '.' ? mantissa.substr(0, mantissa.size() - 1) : mantissa;
+        if (comma) std::replace(lit.shown.begin(), lit.shown.end(), '.', ',');
         if (!exponent.empty()) {
-            shown += "·10<sup>";
+            lit.shown += "·10<sup>";
             for (char c : exponent) {
                 if (c == '-')
-                    shown += "−";
+                    lit.shown += "−";
                 else if (c != '+')
-                    shown += c;
+                    lit.shown += c;
             }
-            shown += "</sup>";
+            lit.shown += "</sup>";
         }
-        shown += prefix == u"u" ? std::string("µ") : utf8(prefix);
-        literals.push_back(std::move(shown));
+        lit.shown += prefix == u"u" ? std::string("µ") : utf8(prefix);
 
-        out += latin1(mantissa);
-        if (!exponent.empty()) out += QLatin1Char('e') + latin1(exponent);
-        if (!prefix.isEmpty()) out += QLatin1Char('e') + QString::number(exponentOf(prefix));
+        std::string machine = mantissa;
+        if (!exponent.empty()) machine += "e" + exponent;
+        if (!prefix.isEmpty()) machine += "e" + std::to_string(exponentOf(prefix));
+        // "1e3k" becomes "1e3e3", two tokens that the parser refuses anyway.
+        lit.checkable = exponent.empty() || prefix.isEmpty();
+        // A digit right after the prefix joins its exponent, as in calc ("1m2" is 1e-32):
+        // showing "1m" would hide what is computed.
+        const qsizetype after = m.capturedEnd(0);
+        lit.asValue = !prefix.isEmpty() && after < s.size() && s.at(after) >= u'0' && s.at(after) <= u'9';
+        if (lit.checkable) lit.value = chars::toDouble(machine).value_or(0.0);
+        literals.push_back(std::move(lit));
+        out += latin1(machine);
     });
+    // A comma outside a number is a point to calc ("sin(30,)" reads 30.).
+    s.replace(QLatin1Char(','), QLatin1Char('.'));
     addImplicitProducts(s);
 
-    // Literals go to the numbers in the order mapChildren visits them, which
-    // puts an exponent before its base; the preview may show 2^3 as 3^2.
     size_t next = 0;
-    std::function<NodePtr(const NodePtr&)> give = [&](const NodePtr& n) -> NodePtr {
-        if (n && n->kind == Num) {
-            if (next >= literals.size()) return n;
-            auto copy = std::make_shared<Node>(*n);
-            copy->literal = literals[next++];
-            copy->hasLiteral = true;
-            return copy;
-        }
-        return mapChildren(n, give);
-    };
-    return renderMath(give(parse(utf8(s))));
+    return renderMath(giveLiterals(parse(utf8(s)), literals, next));
 }
 
 } // namespace fl

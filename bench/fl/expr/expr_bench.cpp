@@ -7,6 +7,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <map>
 #include <vector>
 
 namespace {
@@ -34,6 +35,19 @@ void prettyCalcLine(benchmark::State& state) {
     fl::resetFigures();
 }
 BENCHMARK(prettyCalcLine);
+
+// What the calculator does on a keystroke: evaluate the line with "ans" and
+// write its preview with the value.
+void calculatorKeystroke(benchmark::State& state) {
+    const std::map<std::string, double> vars{{"ans", 12.5}};
+    for (auto _ : state) {
+        fl::resetFigures();
+        const double v = fl::calc("√3·400·12,5/(2^3+ans)", &vars);
+        benchmark::DoNotOptimize(fl::prettyCalc("√3·400·12,5/(2^3+ans)") + fl::fmtNumber(v));
+    }
+    fl::resetFigures();
+}
+BENCHMARK(calculatorKeystroke);
 
 void fmtNumberMixed(benchmark::State& state) {
     const std::vector<double> values{1234.5678, 0.5,     0.123456, 230.456, 1234567.891, 12345678, 999999.9999,
