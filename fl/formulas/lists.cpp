@@ -272,7 +272,9 @@ const std::vector<Topic>& topics() {
          "Stjerne og trekant, trefaset effekt og fejl – udregnerne, Trefaset (stjerne / trekant), "
          "Spændingsfald 3-faset, Ik max, øvelserne, tekstopgaven og ordlisten",
          {"trefase", "sf3", "ikmax"},
-         {"sub:Trefaset|", "tekst:varme3", "gl:Trefaset|"}},
+         // The glossary keeps the three-phase groups in its section "Vekselstrøm".
+         {"sub:Trefaset|", "tekst:varme3", "gl:Vekselstrøm|Systemet", "gl:Vekselstrøm|Stjerne og trekant",
+          "gl:Vekselstrøm|Effekt og fejl"}},
     };
     return list;
 }

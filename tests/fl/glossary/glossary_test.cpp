@@ -1,0 +1,178 @@
+// The glossary: its table against the lists that point into it, the folded
+// search, the teacher's keys and the page markup.
+#include "fl/glossary/glossary.h"
+
+#include "fl/expr/markup.h"
+#include "fl/formulas/lists.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace fl {
+namespace {
+
+size_t count(const std::string& text, const std::string& part) {
+    size_t n = 0;
+    for (size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
+        ++n;
+    return n;
+}
+
+std::vector<std::string> termsOf(const std::vector<size_t>& hits) {
+    std::vector<std::string> out;
+    for (size_t i : hits)
+        out.push_back(glossary()[i].term);
+    return out;
+}
+
+const KeyOpen allOpen = [](const std::string&) { return true; };
+
+TEST(GlossaryTable, sectionsComeInOrderAndEveryEntryIsWhole) {
+    const auto& sections = glossarySections();
+    std::set<std::string> folded;
+    size_t section = 0;
+    for (const GlossaryEntry& e : glossary()) {
+        SCOPED_TRACE(e.term);
+        while (section < sections.size() && sections[section] != e.section)
+            ++section;
+        ASSERT_LT(section, sections.size()) << "sections out of order or unknown: " << e.section;
+        EXPECT_TRUE(folded.insert(foldDanish(e.term)).second) << "two entries answer the same gls: key";
+        EXPECT_GT(e.text.size(), 120u) << "an explanation of a few sentences";
+        EXPECT_EQ(e.text.back(), '.');
+        for (const std::string& route : e.links)
+            EXPECT_NE(findFamilyOrTile(route), nullptr) << "a chip to nowhere: " << route;
+    }
+    EXPECT_EQ(glossary().size(), 150u);
+    EXPECT_EQ(openGlossarySections(allOpen), sections);
+}
+
+TEST(GlossaryTable, theTellingRowStandsAsWritten) {
+    const GlossaryEntry* e = findGlossaryEntry("Spænding");
+    ASSERT_NE(e, nullptr);
+    EXPECT_EQ(e->symbol, "U");
+    EXPECT_EQ(e->unit, "V");
+    EXPECT_EQ(e->formula, "U = I · R");
+    EXPECT_EQ(e->group, "Størrelser og enheder");
+    EXPECT_EQ(e->links, (std::vector<std::string>{"ohm", "kreds"}));
+    EXPECT_EQ(e->text.rfind("Spændingen er den \"trykforskel\"", 0), 0u);
+    EXPECT_NE(e->text.find("Symbolet er U, og enheden er volt (V)."), std::string::npos);
+}
+
+// A teacher's key that names no group or term would switch nothing off.
+TEST(GlossaryTable, everyTeacherKeyClosesSomething) {
+    for (const Topic& topic : topics()) {
+        for (const std::string& key : topic.keys) {
+            SCOPED_TRACE(topic.id + " " + key);
+            if (key.rfind("gle:", 0) == 0) {
+                EXPECT_NE(findGlossaryEntry(key.substr(4)), nullptr);
+            } else if (key.rfind("gl:", 0) == 0) {
+                bool hit = false;
+                for (const GlossaryEntry& e : glossary()) {
+                    const std::string own = "gl:" + e.section + "|" + e.group;
+                    hit = hit || (key.back() == '|' ? own.rfind(key, 0) == 0 : own == key);
+                }
+                EXPECT_TRUE(hit);
+            }
+        }
+    }
+}
+
+TEST(GlossaryFold, danishLettersMeetTheirSpellings) {
+    const struct {
+        const char* in;
+        const char* out;
+    } rows[] = {
+        {"Spændingsfald", "spaendingsfald"}, {"ØRESUND Å", "oeresund aa"}, {"Måling", "maaling"},
+        {"Ohm's LOV", "ohm's lov"},          {"φ Ω µ", "φ Ω µ"},           {"", ""},
+        {"\xc3", "\xc3"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(foldDanish(row.in), row.out) << row.in;
+}
+
+TEST(GlossarySearch, findsWithAndWithoutDanishLetters) {
+    const struct {
+        const char* name;
+        const char* query;
+        const char* term;
+    } rows[] = {
+        {"asciiSpelling", "spaendingsfald", "Spændingsfald"},
+        {"danishSpelling", "Spændingsfald", "Spændingsfald"},
+        {"upperCase", "SPÆNDINGSFALD", "Spændingsfald"},
+        {"onlyInTheExplanation", "vandtrykket", "Spænding"},
+        {"inTheFormula", "U_L / IΔn", "Overgangsmodstand til jord"},
+        {"symbolBehindATag", "f0", "Resonans"},
+        {"blanksAroundIgnored", "  kirchhoff ", "Kirchhoffs 2. lov"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const auto terms = termsOf(searchGlossary(row.query, allOpen));
+        EXPECT_NE(std::find(terms.begin(), terms.end(), row.term), terms.end()) << row.query;
+    }
+    EXPECT_EQ(searchGlossary("xyzzy", allOpen).size(), 0u);
+    EXPECT_EQ(searchGlossary(" ", allOpen).size(), glossary().size());
+}
+
+TEST(GlossarySearch, theTeachersKeysHideEntriesAndGroups) {
+    const KeyOpen closed = [](const std::string& key) {
+        return key != "gle:Kompensering" && key != "gl:Vekselstrøm|Transformer";
+    };
+    const auto terms = termsOf(searchGlossary("", closed));
+    EXPECT_EQ(std::count(terms.begin(), terms.end(), "Kompensering"), 0);
+    EXPECT_EQ(std::count(terms.begin(), terms.end(), "Omsætningsforhold"), 0);
+    EXPECT_EQ(std::count(terms.begin(), terms.end(), "Overkompensering"), 1);
+    EXPECT_EQ(terms.size(), glossary().size() - 6);
+
+    const KeyOpen mathsOff = [](const std::string& key) { return key.rfind("gl:Matematik|", 0) != 0; };
+    const auto open = openGlossarySections(mathsOff);
+    EXPECT_EQ(std::count(open.begin(), open.end(), "Matematik"), 0);
+    EXPECT_EQ(glossaryHtml("", "Matematik", mathsOff), "");
+}
+
+TEST(GlossaryMarkup, aSectionShowsItsGroupsAndCards) {
+    const std::string html = glossaryHtml("", "Jævnstrøm", allOpen);
+    EXPECT_EQ(count(html, "<h3 class=\"sh\">"), 3u);
+    EXPECT_EQ(count(html, "<div class=\"card\">"), 16u);
+    EXPECT_EQ(html.rfind("<h3 class=\"sh\">Forbindelser</h3><div class=\"card\"><p><b style=\"font-size:12pt\">"
+                         "Serieforbindelse</b> <span class=\"glsymb\">R<sub>total</sub></span> <span "
+                         "class=\"crumb\">[Ω]</span></p><p class=\"glf\">",
+                         0),
+              0u);
+    EXPECT_NE(html.find("<a class=\"chip\" href=\"go:par2\">→ To modstande i parallel</a> &nbsp; "),
+              std::string::npos);
+}
+
+TEST(GlossaryMarkup, anEntryWithoutSymbolOrFormulaHasNoEmptySpans) {
+    const std::string html = glossaryEntryHtml("Kredsløb", allOpen);
+    EXPECT_EQ(html.find("glsymb"), std::string::npos);
+    EXPECT_EQ(html.find("class=\"crumb\">["), std::string::npos);
+    EXPECT_EQ(html.find("class=\"glf\""), std::string::npos);
+}
+
+TEST(GlossaryMarkup, searchCountsItsHitsAndEscapesTheQuery) {
+    const std::string html = glossaryHtml("spaendingsfald", "Grundbegreber", allOpen);
+    const size_t hits = searchGlossary("spaendingsfald", allOpen).size();
+    EXPECT_EQ(html.rfind("<p class=\"hint0\">" + std::to_string(hits) +
+                             " ord i alle emner matcher \"spaendingsfald\".</p>",
+                         0),
+              0u);
+    EXPECT_EQ(count(html, "<div class=\"card\">"), hits);
+    EXPECT_NE(html.find("<p class=\"hint0\" style=\"margin-top:10px\"><b>Ledninger</b></p>"), std::string::npos);
+    EXPECT_EQ(glossaryHtml("<b>x", "", allOpen), "<p class=\"hint\">Ingen resultater.</p>");
+}
+
+TEST(GlossaryMarkup, aLinkToAMissingOrClosedTermSaysSo) {
+    const std::string missing = glossaryEntryHtml("Fluxkompensator", allOpen);
+    EXPECT_NE(missing.find("Ordet \"Fluxkompensator\" findes ikke i ordlisten."), std::string::npos);
+    const std::string near = glossaryEntryHtml("Kirchhoff", allOpen);
+    EXPECT_NE(near.find("href=\"gls:Kirchhoffs 1. lov\""), std::string::npos) << "what the search finds is offered";
+    const KeyOpen closed = [](const std::string& key) { return key != "gle:Slip"; };
+    EXPECT_NE(glossaryEntryHtml("slip", closed).find("Din lærer har slået ordet \"Slip\" fra lige nu."),
+              std::string::npos);
+    EXPECT_NE(glossaryEntryHtml("spaendingsfald", allOpen).find("<b style=\"font-size:12pt\">Spændingsfald</b>"),
+              std::string::npos);
+}
+
+} // namespace
+} // namespace fl

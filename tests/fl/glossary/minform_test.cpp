@@ -1,0 +1,58 @@
+// The own formula sheet: what a pinned family shows, the student's note as
+// plain text, and the search that offers families to pin.
+#include "fl/glossary/minform.h"
+
+#include "tests/fl/expr/settings_fixture.h"
+
+#include <gtest/gtest.h>
+
+namespace fl {
+namespace {
+
+using Minform = SettingsTest;
+
+size_t count(const std::string& text, const std::string& part) {
+    size_t n = 0;
+    for (size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
+        ++n;
+    return n;
+}
+
+TEST_F(Minform, showsPinnedFamiliesInOrderWithTheStudentsNotes) {
+    const std::string html =
+        minformHtml({{"powerU", ""}, {"gone", "x"}, {"ohm", "Husk: <b> er ikke fed\nNy linje"}}, {});
+    EXPECT_EQ(count(html, "<div class=\"card\">"), 2u) << "a key no longer in the catalogue is left out";
+    EXPECT_LT(html.find("Effekt ud fra spænding og modstand"), html.find("Ohms lov"));
+    EXPECT_NE(html.find("<div class=\"note\"><p>Husk: &lt;b&gt; er ikke fed<br>Ny linje</p></div>"),
+              std::string::npos);
+    EXPECT_EQ(count(html, "class=\"note\""), 1u) << "no empty note box";
+    EXPECT_EQ(count(html, "class=\"mfforms\""), 2u);
+    EXPECT_NE(html.find("Spænding [V]"), std::string::npos) << "the legend";
+}
+
+TEST_F(Minform, optionsLeaveOutTheFormsAndTheLegend) {
+    const std::string html = minformHtml({{"ohm", ""}}, {false, false});
+    EXPECT_EQ(html.find("mfforms"), std::string::npos);
+    EXPECT_EQ(html.find("[V]"), std::string::npos);
+    EXPECT_NE(html.find("class=\"eq\""), std::string::npos);
+    EXPECT_NE(minformHtml({}, {}).find("Din formelsamling er tom."), std::string::npos);
+}
+
+TEST(MinformCandidates, everyWordMustMatchAndPinnedOnesAreLeftOut) {
+    auto keys = [](const std::vector<const Formula*>& list) {
+        std::vector<std::string> out;
+        for (const Formula* f : list)
+            out.push_back(f->key);
+        return out;
+    };
+    const auto ohm = keys(minformCandidates("ohms lov", {}, 20));
+    EXPECT_EQ(std::count(ohm.begin(), ohm.end(), "ohm"), 1);
+    EXPECT_EQ(keys(minformCandidates("ohms lov", {{"ohm", ""}}, 20)).size(), ohm.size() - 1);
+    const auto fald = keys(minformCandidates("spaendingsfald procent", {}, 20));
+    EXPECT_EQ(std::count(fald.begin(), fald.end(), "vd3"), 1);
+    EXPECT_EQ(minformCandidates("", {}, 5).size(), 5u);
+    EXPECT_TRUE(minformCandidates("qqq", {}, 5).empty());
+}
+
+} // namespace
+} // namespace fl
