@@ -43,7 +43,7 @@ TEST(Locks, keys) {
         {"prefix key needs the whole prefix", {"veksel"}, "circ:ac", ""},
         {"prefix key leaves the other current", {"veksel"}, "circ:dc|Serie", ""},
         {"exact key does not match by prefix", {"ac_komp"}, "tekst:kompx", ""},
-        {"glossary section by prefix", {"ac_trefase"}, "gl:Trefaset|Stjerne", "ac_trefase"},
+        {"glossary group", {"ac_trefase"}, "gl:Vekselstrøm|Stjerne og trekant", "ac_trefase"},
         {"an id in no row closes nothing", {"nosuch"}, "tekst:komp", ""},
         {"nothing off", {}, "sub:El-lære|Kompensering", ""},
     };
