@@ -8,6 +8,7 @@
 #include "app/settingspanel.h"
 #include "app/theme.h"
 #include "app/widgets.h"
+#include "fl/expr/markup.h"
 #include "fl/expr/numbers.h"
 #include "fl/formulas/lists.h"
 #include "store/datastore.h"
@@ -28,7 +29,6 @@
 #include <QMessageBox>
 #include <QPropertyAnimation>
 #include <QPushButton>
-#include <QRegularExpression>
 #include <QScreen>
 #include <QScrollBar>
 #include <QShortcut>
@@ -37,8 +37,8 @@
 #include <QTimer>
 #include <QTreeWidget>
 #include <QUrl>
-#include <QWindow>
 #include <QVBoxLayout>
+#include <QWindow>
 
 #include <algorithm>
 #include <cmath>
@@ -48,16 +48,11 @@ namespace app {
 
 namespace {
 
-QString stripTags(const QString& html) {
-    static const QRegularExpression tags(QStringLiteral("<[^>]+>"));
-    return QString(html).remove(tags);
-}
-
 // The page's title: the tile's or the family's name; none for the home page.
 QString pageTitle(const QString& route) {
     if (route == QLatin1String("hjem")) return {};
     const fl::Tile* tile = fl::findFamilyOrTile(route.toStdString());
-    return tile ? stripTags(QString::fromStdString(tile->name)) : QString();
+    return tile ? QString::fromStdString(fl::stripTags(tile->name)) : QString();
 }
 
 }  // namespace

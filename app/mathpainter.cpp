@@ -9,6 +9,8 @@
 #include "app/theme.h"
 #include "fl/expr/markup.h"
 #include "fl/expr/numbers.h"
+#include "fl/expr/render.h"
+#include "fl/expr/symbols.h"
 
 #include <QFontMetrics>
 #include <QFontMetricsF>
@@ -290,20 +292,13 @@ Box Layout::op(const QString& s, double size, double space) const {
     return b;
 }
 
-bool isNegNum(const NodePtr& n) {
-    return n && n->kind == fl::Num && n->value < 0;
-}
-bool isLoose(const NodePtr& n) {
-    return n && (n->kind == fl::Sum || isNegNum(n));
-}
-
 Box Layout::factors(const std::vector<NodePtr>& list, double size) const {
     Box out;
     if (list.empty()) return text(QStringLiteral("1"), size);
     for (size_t i = 0; i < list.size(); ++i) {
         if (i > 0) out.append(op(QString(kDot), size, 0.16));
         Box f = node(list[i], size);
-        if (list.size() >= 2 && isLoose(list[i])) f = fenced(f, size, '(', ')');
+        if (list.size() >= 2 && fl::isLoose(list[i])) f = fenced(f, size, '(', ')');
         out.append(f);
     }
     return out;
@@ -322,7 +317,7 @@ Box Layout::sum(const fl::Node& n, double size) const {
             out.append(op(t.sign < 0 ? QString(kMinus) : QStringLiteral("+"), size, 0.22));
         }
         Box b = node(t.node, size);
-        if (isLoose(t.node)) b = fenced(b, size, '(', ')');
+        if (fl::isLoose(t.node)) b = fenced(b, size, '(', ')');
         out.append(b);
     }
     return out;
@@ -340,7 +335,7 @@ Box Layout::power(const fl::Node& n, double size) const {
     const NodePtr& b = n.base;
     const double ss = scriptSize(size);
     const Box exp = node(n.exponent, ss);
-    if (b && b->kind == fl::Var) {
+    if (b && b->kind == fl::NodeKind::Var) {
         const Symbol sym = symbol(fl::symbolDisplay(b->name), size);
         if (sym.hasSub && sym.rest.prims.empty()) return scripts(sym.nucleus, &sym.sub, &exp, size);
         Box whole = sym.nucleus;
@@ -351,9 +346,7 @@ Box Layout::power(const fl::Node& n, double size) const {
         return scripts(whole, nullptr, &exp, size);
     }
     Box base = node(b, size);
-    const bool bare = b && (b->kind == fl::Pi || (b->kind == fl::Num && b->value >= 0 && !b->degree &&
-                                                  fl::fmtNumber(b->value).find("·10") == std::string::npos));
-    if (!bare) base = fenced(base, size, '(', ')');
+    if (!fl::isBareBase(b)) base = fenced(base, size, '(', ')');
     return scripts(base, nullptr, &exp, size);
 }
 
@@ -361,10 +354,7 @@ Box Layout::func(const fl::Node& n, double size) const {
     if (n.name == "sqrt") return root(node(n.arg, size), size);
     Box arg = node(n.arg, size);
     if (n.name == "abs") return fenced(arg, size, '|', '|');
-    // sin(30) reads sin(30°): angles are degrees throughout.
-    if ((n.name == "sin" || n.name == "cos" || n.name == "tan") && n.arg && n.arg->kind == fl::Num &&
-        !n.arg->degree)
-        arg.append(text(QString(QChar(0x00B0)), size));
+    if (fl::wantsDegreeMark(n)) arg.append(text(QString(QChar(0x00B0)), size));
     Box out = rich(fl::functionLabel(n.name), size, false);
     out.space(0.06 * em(size));
     out.append(fenced(arg, size, '(', ')'));
@@ -374,24 +364,24 @@ Box Layout::func(const fl::Node& n, double size) const {
 Box Layout::node(const NodePtr& n, double size) const {
     if (!n) return text(QStringLiteral("?"), size);
     switch (n->kind) {
-    case fl::Num:
+    case fl::NodeKind::Num:
         return number(*n, size);
-    case fl::Pi:
+    case fl::NodeKind::Pi:
         return text(QString(QChar(0x03C0)), size);
-    case fl::Var: {
+    case fl::NodeKind::Var: {
         const Symbol sym = symbol(fl::symbolDisplay(n->name), size);
         if (!sym.hasSub) return sym.nucleus;
         Box b = scripts(sym.nucleus, &sym.sub, nullptr, size);
         b.append(sym.rest);
         return b;
     }
-    case fl::Sum:
+    case fl::NodeKind::Sum:
         return sum(*n, size);
-    case fl::Prod:
+    case fl::NodeKind::Prod:
         return product(*n, size);
-    case fl::Pow:
+    case fl::NodeKind::Pow:
         return power(*n, size);
-    case fl::Func:
+    case fl::NodeKind::Func:
         return func(*n, size);
     default:
         return text(QStringLiteral("?"), size);

@@ -1,7 +1,7 @@
 #include "app/valuefield.h"
 
 #include "app/widgets.h"
-#include "fl/expr/node.h"
+#include "fl/expr/symbols.h"
 
 #include <QGridLayout>
 #include <QLabel>

@@ -4,8 +4,8 @@
 
 #include "fl/circuit/analysis.h"
 #include "fl/circuit/sheet.h"
-#include "fl/expr/node.h"
 #include "fl/expr/numbers.h"
+#include "fl/expr/symbols.h"
 
 #include <cmath>
 #include <map>

@@ -4,8 +4,8 @@
 // the solve before anything is calculated.
 #include "fl/circuit/setup.h"
 
-#include "fl/expr/node.h"
 #include "fl/expr/numbers.h"
+#include "fl/expr/symbols.h"
 
 #include <charconv>
 #include <cmath>

@@ -5,8 +5,8 @@
 #include "fl/circuit/sheet.h"
 
 #include "fl/circuit/setup.h"
-#include "fl/expr/node.h"
 #include "fl/expr/numbers.h"
+#include "fl/expr/symbols.h"
 
 #include <algorithm>
 #include <cmath>

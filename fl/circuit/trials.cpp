@@ -2,8 +2,8 @@
 // or, for equal groups in series, the reasoning that makes one group enough.
 #include "fl/circuit/setup.h"
 
-#include "fl/expr/node.h"
 #include "fl/expr/numbers.h"
+#include "fl/expr/symbols.h"
 
 namespace fl {
 

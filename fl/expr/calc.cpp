@@ -2,10 +2,12 @@
 // pocket calculator ("√3·400", "2,5k", "sin⁻¹(0,5)", "2π") rewritten into the
 // strict language of parser.cpp, evaluated (calc) or shown with its numbers
 // as typed (prettyCalc). Text is UTF-8 at the edges and QString inside.
-#include "fl/expr/chars.h"
-#include "fl/expr/markup.h"
-#include "fl/expr/node.h"
 #include "fl/expr/numbers.h"
+
+#include "fl/expr/chars.h"
+#include "fl/expr/eval.h"
+#include "fl/expr/parser.h"
+#include "fl/expr/render.h"
 #include "fl/expr/replace_each.h"
 
 #include <QRegularExpression>
@@ -139,7 +141,7 @@ struct Literal {
 NodePtr giveLiterals(const NodePtr& n, const std::vector<Literal>& literals, size_t& next) {
     if (!n) return n;
     switch (n->kind) {
-    case Num: {
+    case NodeKind::Num: {
         if (next >= literals.size()) return n;
         const Literal& lit = literals[next++];
         if (lit.asValue) return n;
@@ -152,26 +154,26 @@ NodePtr giveLiterals(const NodePtr& n, const std::vector<Literal>& literals, siz
         copy->hasLiteral = true;
         return copy;
     }
-    case Sum: {
+    case NodeKind::Sum: {
         std::vector<SumTerm> terms;
         terms.reserve(n->terms.size());
         for (const auto& t : n->terms)
             terms.push_back({t.sign, giveLiterals(t.node, literals, next)});
         return makeSumRaw(std::move(terms));
     }
-    case Prod: {
+    case NodeKind::Prod: {
         std::vector<ProdFactor> factors;
         factors.reserve(n->factors.size());
         for (const auto& f : n->factors)
             factors.push_back({f.op, giveLiterals(f.node, literals, next)});
         return makeProdRaw(std::move(factors));
     }
-    case Pow: {
+    case NodeKind::Pow: {
         NodePtr base = giveLiterals(n->base, literals, next);
         NodePtr exponent = giveLiterals(n->exponent, literals, next);
         return makePow(std::move(base), std::move(exponent));
     }
-    case Func:
+    case NodeKind::Func:
         return makeFunc(n->name, giveLiterals(n->arg, literals, next));
     default:
         return n;

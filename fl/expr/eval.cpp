@@ -1,7 +1,7 @@
 // Numeric evaluation of a tree. Angles are degrees throughout the language;
 // arithmetic never throws, NaN and infinities travel as values for the
 // callers to test.
-#include "fl/expr/node.h"
+#include "fl/expr/eval.h"
 
 #include <cmath>
 
@@ -29,22 +29,22 @@ double applyFunc(const std::string& name, double x) {
 double eval(const NodePtr& node, const std::map<std::string, double>& vars) {
     if (!node) throw std::runtime_error("ukendt node");
     switch (node->kind) {
-    case Num:
+    case NodeKind::Num:
         return node->value;
-    case Pi:
+    case NodeKind::Pi:
         return kPi;
-    case Var: {
+    case NodeKind::Var: {
         auto it = vars.find(node->name);
         if (it == vars.end()) throw std::runtime_error("mangler " + node->name);
         return it->second;
     }
-    case Sum: {
+    case NodeKind::Sum: {
         double s = 0.0;
         for (const auto& t : node->terms)
             s += t.sign * eval(t.node, vars);
         return s;
     }
-    case Prod: {
+    case NodeKind::Prod: {
         double p = 1.0;
         for (const auto& f : node->factors) {
             if (f.op == '*')
@@ -54,9 +54,9 @@ double eval(const NodePtr& node, const std::map<std::string, double>& vars) {
         }
         return p;
     }
-    case Pow:
+    case NodeKind::Pow:
         return std::pow(eval(node->base, vars), eval(node->exponent, vars));
-    case Func:
+    case NodeKind::Func:
         return applyFunc(node->name, eval(node->arg, vars));
     default:
         throw std::runtime_error("ukendt node");

@@ -3,6 +3,9 @@
 // `other`, and says what it did in the words a student hears in class.
 #include "fl/expr/isolate.h"
 
+#include "fl/expr/render.h"
+#include "fl/expr/symbols.h"
+
 namespace fl {
 
 namespace {
@@ -120,7 +123,7 @@ bool prodRule(NodePtr& cur, NodePtr& other, const std::string& target, std::stri
 bool powRule(NodePtr& cur, NodePtr& other, const std::string& target, std::string& note) {
     // b² = other  ⇒  b = √other; the negative root is not taken here.
     const NodePtr& e = cur->exponent;
-    if (!holds(cur->base, target) || !e || e->kind != Num || e->value != 2.0) return false;
+    if (!holds(cur->base, target) || !e || e->kind != NodeKind::Num || e->value != 2.0) return false;
     note = "Tag kvadratroden på begge sider";
     other = makeFunc("sqrt", other);
     cur = cur->base;
@@ -145,13 +148,13 @@ bool funcRule(NodePtr& cur, NodePtr& other, std::string& note) {
 
 bool applyRule(NodePtr& cur, NodePtr& other, const std::string& target, std::string& note) {
     switch (cur->kind) {
-    case Sum:
+    case NodeKind::Sum:
         return sumRule(cur, other, target, note);
-    case Prod:
+    case NodeKind::Prod:
         return prodRule(cur, other, target, note);
-    case Pow:
+    case NodeKind::Pow:
         return powRule(cur, other, target, note);
-    case Func:
+    case NodeKind::Func:
         return funcRule(cur, other, note);
     default:
         return false;
@@ -168,7 +171,7 @@ bool isolate(const NodePtr& expr, const std::string& name, const std::string& ta
     // name = expr is turned round first, so the target's side is always on the left.
     out.steps.push_back({renderMath(cur), renderMath(other), "Byt om på siderne", false});
     for (int pass = 1; pass <= kMaxPasses; ++pass) {
-        if (cur->kind == Var && cur->name == target) {
+        if (cur->kind == NodeKind::Var && cur->name == target) {
             out.result = other;
             return true;
         }

@@ -1,14 +1,13 @@
-// The formula language: an immutable expression tree, its parser, evaluator,
-// canonicalising constructors and HTML rendering. Number display goes through
-// fl/expr/numbers.h; the expression images of renderMath through markup.h.
+// The expression tree of the formula language: an immutable node shared by
+// pointer, its constructors and the structural walks over it (node.cpp).
+// Reading text into a tree is parser.h, numbers eval.h, HTML render.h; the
+// names of functions and the display forms of symbols are symbols.h.
 #pragma once
 
 #include <cstdint>
 #include <functional>
-#include <map>
 #include <memory>
 #include <set>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -17,7 +16,17 @@ namespace fl {
 struct Node;
 using NodePtr = std::shared_ptr<const Node>;
 
-enum NodeKind : int32_t { Num = 0, Pi = 1, Var = 2, Sum = 3, Prod = 4, Pow = 5, Func = 6 };
+// Which fields of a Node carry meaning, by kind; the others stay at their
+// defaults:
+//   Num   `value`; `degree` when the program wrote an angle; `literal` with
+//         `hasLiteral` when the number is shown as typed
+//   Pi    nothing
+//   Var   `name`
+//   Sum   `terms`, each with its sign
+//   Prod  `factors`, each multiplied or divided
+//   Pow   `base` and `exponent`, both set
+//   Func  `name` (one of isFunctionName) and `arg`
+enum class NodeKind : int32_t { Num = 0, Pi = 1, Var = 2, Sum = 3, Prod = 4, Pow = 5, Func = 6 };
 
 struct SumTerm {
     int32_t sign = 1;  // +1 or -1
@@ -30,7 +39,7 @@ struct ProdFactor {
 };
 
 struct Node {
-    int32_t kind = Num;
+    NodeKind kind = NodeKind::Num;
     double value = 0.0;
     bool degree = false;     // an angle written by the program: rendered with "°"
     bool hasLiteral = false; // render `literal` instead of formatting `value`
@@ -42,27 +51,7 @@ struct Node {
     NodePtr arg;
 };
 
-struct Parser {
-    std::vector<std::string> tokens;
-    size_t pos = 0;
-    std::string src;
-    int depth = 0;  // nesting of the recursive descent, bounded so deep text can't exhaust the stack
-};
-
-// Parses the strict language. Throws std::runtime_error: "parse: " + text for a
-// character outside it, "rest i " + text for leftover tokens, "uventet slut",
-// "uventet " + token, "forventede " + token + " i " + text.
-NodePtr parse(const std::string& text);
-// Throws "mangler " + name for a variable without a value; arithmetic never throws.
-double eval(const NodePtr& node, const std::map<std::string, double>& vars);
-// Angles in degrees. Throws "ukendt funktion " + name.
-double applyFunc(const std::string& name, double x);
-int countVar(const NodePtr& node, const std::string& name);
-void collectVars(const NodePtr& node, std::set<std::string>& out);
-std::vector<NodePtr> children(const NodePtr& node);
-// Maps each child in order, but a power's exponent before its base; a leaf comes back as it is.
-NodePtr mapChildren(const NodePtr& node, const std::function<NodePtr(const NodePtr&)>& fn);
-
+// Plain constructors: the tree exactly as given, as the parser reads it.
 NodePtr makeNum(double v);
 NodePtr makePi();
 NodePtr makeVar(const std::string& name);
@@ -76,23 +65,10 @@ NodePtr makeProdRaw(std::vector<ProdFactor> factors);
 NodePtr makeSum(std::vector<SumTerm> terms);
 NodePtr makeProduct(std::vector<ProdFactor> factors);
 
-// Constant tables.
-bool isFunctionName(const std::string& name);
-std::string inverseFunction(const std::string& name);  // empty when none
-std::string functionLabel(const std::string& name);
-std::string symbolDisplay(const std::string& varName);  // the display form used by render
-// The symbols whose display form is given by hand rather than by the naming rules.
-const std::map<std::string, std::string>& symbolTable();
-
-// HTML of the tree; `tall` draws fractions and roots in two dimensions.
-std::string render(const NodePtr& node, bool tall);
-// An expression image ("m:N" through addMath) when needsTall, else render(node, false).
-std::string renderMath(const NodePtr& node);
-// A fraction or a square root anywhere in the tree.
-bool needsTall(const NodePtr& node);
-std::string renderParen(const NodePtr& node, bool wrapIfLoose, bool tall);
-std::string renderOperand(const NodePtr& node);
-// The label callback for tool computations that want no extra label per value.
-std::function<std::string(const std::string&)> noK();
+int countVar(const NodePtr& node, const std::string& name);
+void collectVars(const NodePtr& node, std::set<std::string>& out);
+std::vector<NodePtr> children(const NodePtr& node);
+// Maps each child in order, but a power's exponent before its base; a leaf comes back as it is.
+NodePtr mapChildren(const NodePtr& node, const std::function<NodePtr(const NodePtr&)>& fn);
 
 }  // namespace fl

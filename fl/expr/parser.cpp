@@ -1,8 +1,10 @@
 // The strict formula language: tokeniser and recursive-descent parser. What a
 // student types is normalised first (calc.cpp); the catalogue's forms are
 // written in this language directly.
+#include "fl/expr/parser.h"
+
 #include "fl/expr/chars.h"
-#include "fl/expr/node.h"
+#include "fl/expr/symbols.h"
 
 #include <stdexcept>
 
@@ -28,6 +30,13 @@ bool isAlpha(char c) {
 bool isNameChar(char c) {
     return isAlpha(c) || isDigit(c) || c == '_';
 }
+
+struct Parser {
+    std::vector<std::string> tokens;
+    size_t pos = 0;
+    std::string src;
+    int depth = 0; // nesting of the recursive descent, bounded by kMaxDepth
+};
 
 [[noreturn]] void fail(const std::string& what) {
     throw std::runtime_error(what);

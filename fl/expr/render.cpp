@@ -1,22 +1,17 @@
 // HTML of a tree, in the result markup's vocabulary (span.v, span.fn, span.fr,
 // span.sq). Numbers are shown through fmtNumber; a step that needs a drawn
 // fraction or root gets an expression image through addMath.
+#include "fl/expr/render.h"
+
 #include "fl/expr/markup.h"
-#include "fl/expr/node.h"
 #include "fl/expr/numbers.h"
+#include "fl/expr/symbols.h"
 
 namespace fl {
 
 namespace {
 
 const char* const kMinus = "−"; // U+2212, never a hyphen on screen
-
-bool isNegNum(const NodePtr& n) {
-    return n && n->kind == Num && n->value < 0;
-}
-bool isLoose(const NodePtr& n) {
-    return n && (n->kind == Sum || isNegNum(n));
-}
 
 std::string renderNum(const Node& n) {
     if (n.hasLiteral) return n.literal;
@@ -61,7 +56,8 @@ std::string renderProd(const Node& n, bool tall) {
     // lone product the parser kept from "a/(b*c)", which would read a/b·c.
     auto side = [](const std::vector<NodePtr>& list) {
         std::string s = joinFactors(list, false);
-        const bool lone = list.size() == 1 && list[0] && (list[0]->kind == Sum || list[0]->kind == Prod);
+        const bool lone = list.size() == 1 && list[0] &&
+                          (list[0]->kind == NodeKind::Sum || list[0]->kind == NodeKind::Prod);
         if (list.size() >= 2 || lone) return "(" + s + ")";
         return s;
     };
@@ -69,12 +65,8 @@ std::string renderProd(const Node& n, bool tall) {
 }
 
 std::string renderPow(const Node& n, bool tall) {
-    const NodePtr& b = n.base;
-    std::string base = render(b, tall);
-    const bool bare =
-        b && (b->kind == Var || b->kind == Pi ||
-              (b->kind == Num && b->value >= 0 && !b->degree && base.find("·10") == std::string::npos));
-    if (!bare) base = "(" + base + ")";
+    std::string base = render(n.base, tall);
+    if (!isBareBase(n.base)) base = "(" + base + ")";
     return base + "<sup>" + render(n.exponent, tall) + "</sup>";
 }
 
@@ -84,31 +76,46 @@ std::string renderFunc(const Node& n, bool tall) {
         return "√(" + render(n.arg, false) + ")";
     }
     std::string arg = render(n.arg, tall);
-    // sin(30) reads sin(30°): angles are degrees throughout.
-    if ((n.name == "sin" || n.name == "cos" || n.name == "tan") && n.arg && n.arg->kind == Num &&
-        !n.arg->degree)
-        arg += "°";
+    if (wantsDegreeMark(n)) arg += "°";
     return "<span class=\"fn\">" + functionLabel(n.name) + "</span>(" + arg + ")";
 }
 
 } // namespace
 
+bool isLoose(const NodePtr& n) {
+    return n && (n->kind == NodeKind::Sum || (n->kind == NodeKind::Num && n->value < 0));
+}
+
+bool isBareBase(const NodePtr& b) {
+    if (!b) return false;
+    if (b->kind == NodeKind::Var || b->kind == NodeKind::Pi) return true;
+    // 4,7·10⁻³ would read as a power of ten alone.
+    return b->kind == NodeKind::Num && b->value >= 0 && !b->degree &&
+           renderNum(*b).find("·10") == std::string::npos;
+}
+
+// sin(30) reads sin(30°): angles are degrees throughout.
+bool wantsDegreeMark(const Node& f) {
+    return (f.name == "sin" || f.name == "cos" || f.name == "tan") && f.arg && f.arg->kind == NodeKind::Num &&
+           !f.arg->degree;
+}
+
 std::string render(const NodePtr& node, bool tall) {
     if (!node) return "?";
     switch (node->kind) {
-    case Num:
+    case NodeKind::Num:
         return renderNum(*node);
-    case Pi:
+    case NodeKind::Pi:
         return "π";
-    case Var:
+    case NodeKind::Var:
         return "<span class=\"v\">" + symbolDisplay(node->name) + "</span>";
-    case Sum:
+    case NodeKind::Sum:
         return renderSum(*node, tall);
-    case Prod:
+    case NodeKind::Prod:
         return renderProd(*node, tall);
-    case Pow:
+    case NodeKind::Pow:
         return renderPow(*node, tall);
-    case Func:
+    case NodeKind::Func:
         return renderFunc(*node, tall);
     default:
         return "?";
@@ -117,8 +124,8 @@ std::string render(const NodePtr& node, bool tall) {
 
 bool needsTall(const NodePtr& node) {
     if (!node) return false;
-    if (node->kind == Func && node->name == "sqrt") return true;
-    if (node->kind == Prod)
+    if (node->kind == NodeKind::Func && node->name == "sqrt") return true;
+    if (node->kind == NodeKind::Prod)
         for (const auto& f : node->factors)
             if (f.op == '/') return true;
     for (const auto& c : children(node))
@@ -140,12 +147,8 @@ std::string renderParen(const NodePtr& node, bool wrapIfLoose, bool tall) {
 
 std::string renderOperand(const NodePtr& node) {
     std::string s = renderMath(node);
-    if (node && node->kind == Sum) return "(" + s + ")";
+    if (node && node->kind == NodeKind::Sum) return "(" + s + ")";
     return s;
-}
-
-std::function<std::string(const std::string&)> noK() {
-    return [](const std::string&) { return std::string(); };
 }
 
 } // namespace fl

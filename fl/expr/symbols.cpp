@@ -1,7 +1,9 @@
 // The constant tables of the language: function names, inverses and labels,
 // and the hand-made display forms of the catalogue's symbols, which render
 // consults before its naming rules.
-#include "fl/expr/node.h"
+#include "fl/expr/symbols.h"
+
+#include <set>
 
 namespace fl {
 

@@ -44,25 +44,6 @@ const TopicList kTopicLists[] = {
 const char* const kMotorPrefix = "mot";
 const char* const kMotorTopic = "Motorer";
 
-Formula toRecord(rows::FamilyRow&& r) {
-    Formula f;
-    f.key = std::move(r.key);
-    f.group = std::move(r.group);
-    f.title = std::move(r.title);
-    f.page = std::move(r.page);
-    f.search = std::move(r.search);
-    f.figure = std::move(r.figure);
-    f.note = std::move(r.note);
-    f.vars = std::move(r.vars);
-    f.forms = std::move(r.forms);
-    f.defaults = std::move(r.defaults);
-    f.definitions = std::move(r.definitions);
-    f.altForms = std::move(r.altForms);
-    f.altLabel = std::move(r.altLabel);
-    f.altNote = std::move(r.altNote);
-    return f;
-}
-
 Formula* find(std::vector<Formula>& list, const std::string& key) {
     for (Formula& f : list)
         if (f.key == key) return &f;
@@ -75,8 +56,8 @@ std::vector<Formula> rows::buildCatalogue() {
     std::vector<Formula> out;
     out.reserve(118);
     for (auto part : {rows::dcRows, rows::acRows, rows::mathRows, rows::threePhaseRows, rows::tradeRows})
-        for (rows::FamilyRow& r : part())
-            out.push_back(toRecord(std::move(r)));
+        for (Formula& f : part())
+            out.push_back(std::move(f));
 
     for (const TopicList& list : kTopicLists) {
         std::istringstream keys(list.keys);

@@ -2,7 +2,7 @@
 // order of the class's formula book, and found by key.
 #pragma once
 
-#include "fl/expr/formula.h"
+#include "fl/formulas/formula.h"
 
 #include <string>
 #include <vector>

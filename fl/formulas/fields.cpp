@@ -1,7 +1,7 @@
 #include "fl/formulas/fields.h"
 
-#include "fl/expr/node.h"
 #include "fl/expr/numbers.h"
+#include "fl/expr/symbols.h"
 
 #include <cmath>
 

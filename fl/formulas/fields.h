@@ -4,7 +4,7 @@
 // field as the student types.
 #pragma once
 
-#include "fl/expr/formula.h"
+#include "fl/formulas/formula.h"
 
 #include <map>
 #include <string>

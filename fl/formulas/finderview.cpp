@@ -1,7 +1,9 @@
 #include "fl/formulas/finderview.h"
 
 #include "fl/expr/markup.h"
-#include "fl/expr/node.h"
+#include "fl/expr/parser.h"
+#include "fl/expr/render.h"
+#include "fl/expr/symbols.h"
 #include "fl/formulas/catalogue.h"
 #include "fl/formulas/help.h"
 #include "fl/formulas/solve.h"

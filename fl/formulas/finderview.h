@@ -5,7 +5,7 @@
 // because formulas with fractions and roots come out as images.
 #pragma once
 
-#include "fl/expr/formula.h"
+#include "fl/formulas/formula.h"
 #include "fl/formulas/home.h"
 #include "fl/formulas/lists.h"
 

@@ -3,7 +3,7 @@
 
 namespace fl::rows {
 
-std::vector<FamilyRow> threePhaseRows() {
+std::vector<Formula> threePhaseRows() {
     return {
         {.key = "tfS",
          .title = "Tilsyneladende effekt (S = U_N·I_N·√3)",

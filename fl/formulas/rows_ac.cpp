@@ -4,7 +4,7 @@
 
 namespace fl::rows {
 
-std::vector<FamilyRow> acRows() {
+std::vector<Formula> acRows() {
     return {
         {.key = "eff",
          .title = "Effektværdi og maksimalværdi (AC)",

@@ -4,7 +4,7 @@
 
 namespace fl::rows {
 
-std::vector<FamilyRow> dcRows() {
+std::vector<Formula> dcRows() {
     return {
         {.key = "ohm",
          .title = "Ohms lov",

@@ -3,7 +3,7 @@
 
 namespace fl::rows {
 
-std::vector<FamilyRow> mathRows() {
+std::vector<Formula> mathRows() {
     return {
         {.key = "pyth",
          .title = "Pythagoras",

@@ -4,7 +4,7 @@
 
 namespace fl::rows {
 
-std::vector<FamilyRow> tradeRows() {
+std::vector<Formula> tradeRows() {
     return {
         {.key = "kompQ",
          .title = "Kompensering: Q_C = P·(tan φ₁ − tan φ₂)",

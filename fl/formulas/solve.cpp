@@ -4,8 +4,12 @@
 // figure comes from whoever passes a FigureSource.
 #include "fl/formulas/solve.h"
 
+#include "fl/expr/eval.h"
 #include "fl/expr/markup.h"
 #include "fl/expr/numbers.h"
+#include "fl/expr/parser.h"
+#include "fl/expr/render.h"
+#include "fl/expr/symbols.h"
 #include "fl/formulas/catalogue.h"
 
 #include <charconv>
@@ -86,11 +90,13 @@ std::string numberText(double v) {
 }
 
 bool isAtom(const NodePtr& n) {
-    return n->kind == Var || n->kind == Pi || (n->kind == Num && n->value >= 0 && std::isfinite(n->value));
+    return n->kind == NodeKind::Var || n->kind == NodeKind::Pi ||
+           (n->kind == NodeKind::Num && n->value >= 0 && std::isfinite(n->value));
 }
 
 std::string operandText(const NodePtr& n, bool wrapProducts) {
-    const bool wrap = n->kind == Sum || (wrapProducts && (n->kind == Prod || n->kind == Pow));
+    const bool wrap =
+        n->kind == NodeKind::Sum || (wrapProducts && (n->kind == NodeKind::Prod || n->kind == NodeKind::Pow));
     return wrap ? parenthesised(formulaText(n)) : formulaText(n);
 }
 
@@ -217,13 +223,13 @@ void checkBlock(const Solve& s, const NodePtr& primary, std::vector<StepBlock>& 
 std::string formulaText(const NodePtr& node) {
     if (!node) return "0";
     switch (node->kind) {
-    case Num:
+    case NodeKind::Num:
         return numberText(node->value);
-    case Pi:
+    case NodeKind::Pi:
         return "PI";
-    case Var:
+    case NodeKind::Var:
         return node->name;
-    case Sum: {
+    case NodeKind::Sum: {
         std::string out;
         for (size_t i = 0; i < node->terms.size(); ++i) {
             const SumTerm& t = node->terms[i];
@@ -235,7 +241,7 @@ std::string formulaText(const NodePtr& node) {
         }
         return out;
     }
-    case Prod: {
+    case NodeKind::Prod: {
         std::string out;
         for (size_t i = 0; i < node->factors.size(); ++i) {
             const ProdFactor& f = node->factors[i];
@@ -246,14 +252,14 @@ std::string formulaText(const NodePtr& node) {
         }
         return out;
     }
-    case Pow: {
+    case NodeKind::Pow: {
         const std::string base =
             isAtom(node->base) ? formulaText(node->base) : parenthesised(formulaText(node->base));
         const std::string exp =
             isAtom(node->exponent) ? formulaText(node->exponent) : parenthesised(formulaText(node->exponent));
         return base + "**" + exp;
     }
-    case Func:
+    case NodeKind::Func:
         return node->name + "(" + formulaText(node->arg) + ")";
     default:
         return "0";
@@ -263,11 +269,11 @@ std::string formulaText(const NodePtr& node) {
 NodePtr substitute(const NodePtr& node, const std::map<std::string, double>& values,
                    const std::set<std::string>* degreeSet) {
     if (!node) return node;
-    if (node->kind == Var) {
+    if (node->kind == NodeKind::Var) {
         auto it = values.find(node->name);
         if (it == values.end()) return node;
         auto n = std::make_shared<Node>();
-        n->kind = Num;
+        n->kind = NodeKind::Num;
         n->value = it->second;
         n->degree = degreeSet && degreeSet->count(node->name) > 0;
         return n;
@@ -276,16 +282,18 @@ NodePtr substitute(const NodePtr& node, const std::map<std::string, double>& val
 }
 
 NodePtr foldOnce(const NodePtr& node) {
-    if (!node || node->kind == Num || node->kind == Pi || node->kind == Var) return node;
+    if (!node || node->kind == NodeKind::Num || node->kind == NodeKind::Pi || node->kind == NodeKind::Var)
+        return node;
     bool innermost = true;
     for (const NodePtr& c : children(node))
-        innermost = innermost && c && (c->kind == Num || c->kind == Pi);
+        innermost = innermost && c && (c->kind == NodeKind::Num || c->kind == NodeKind::Pi);
     if (!innermost) return mapChildren(node, foldOnce);
     auto n = std::make_shared<Node>();
-    n->kind = Num;
+    n->kind = NodeKind::Num;
     n->value = eval(node, {});
     // An inverse trigonometric function yields an angle.
-    n->degree = node->kind == Func && (node->name == "asin" || node->name == "acos" || node->name == "atan");
+    n->degree = node->kind == NodeKind::Func &&
+                (node->name == "asin" || node->name == "acos" || node->name == "atan");
     return n;
 }
 
@@ -298,7 +306,7 @@ double workOut(std::vector<WorkRow>& rows, const std::string& name, const NodePt
     rows.push_back({symbol(name), renderMath(expr), {}, false});
     NodePtr cur = substitute(expr, values, &degreeSet);
     std::string last = render(expr, true);
-    for (int round = 0; round < kMaxRounds && cur->kind != Num; ++round) {
+    for (int round = 0; round < kMaxRounds && cur->kind != NodeKind::Num; ++round) {
         // A round that changes nothing a student can see gets no row.
         std::string shown = render(cur, true);
         if (shown != last) {

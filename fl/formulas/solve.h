@@ -5,9 +5,9 @@
 // to the caller's rendering pass.
 #pragma once
 
-#include "fl/expr/formula.h"
 #include "fl/expr/isolate.h"
 #include "fl/expr/node.h"
+#include "fl/formulas/formula.h"
 
 #include <functional>
 #include <map>

@@ -7,6 +7,7 @@
 #include "app/sheetview.h"
 #include "app/theme.h"
 #include "fl/expr/markup.h"
+#include "fl/expr/parser.h"
 #include "fl/formulas/catalogue.h"
 
 #include <gtest/gtest.h>

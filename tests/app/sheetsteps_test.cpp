@@ -7,6 +7,7 @@
 #include "app/sheettext.h"
 #include "app/theme.h"
 #include "fl/expr/markup.h"
+#include "fl/expr/render.h"
 #include "tests/app/worked_sheets.h"
 
 #include <gtest/gtest.h>

@@ -7,6 +7,8 @@
 #include "app/sheettext.h"
 #include "app/theme.h"
 #include "fl/expr/markup.h"
+#include "fl/expr/parser.h"
+#include "fl/expr/render.h"
 #include "fl/formulas/home.h"
 #include "tests/app/fresh_app.h"
 

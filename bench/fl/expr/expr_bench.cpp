@@ -1,9 +1,11 @@
 // What the pages do on every keystroke and every result: read a field,
 // evaluate and preview a calculator line, format numbers, parse and evaluate
 // a catalogue form.
+#include "fl/expr/eval.h"
 #include "fl/expr/markup.h"
-#include "fl/expr/node.h"
 #include "fl/expr/numbers.h"
+#include "fl/expr/parser.h"
+#include "fl/expr/render.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,6 +1,6 @@
 #include "fl/circuit/sheet.h"
 
-#include "fl/expr/node.h"
+#include "fl/expr/symbols.h"
 #include "tests/fl/circuit/circuits.h"
 
 #include <gtest/gtest.h>

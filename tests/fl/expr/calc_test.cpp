@@ -2,8 +2,8 @@
 // accept, the messages for what they don't, the live preview with numbers as
 // typed, and that no input whatever can crash them.
 #include "fl/expr/markup.h"
-#include "fl/expr/node.h"
 #include "fl/expr/numbers.h"
+#include "fl/expr/render.h"
 #include "tests/fl/expr/calc_agrees.h"
 #include "tests/fl/expr/settings_fixture.h"
 #include "tests/support/error_of.h"

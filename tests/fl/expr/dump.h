@@ -13,30 +13,30 @@ namespace fl {
 inline std::string dump(const NodePtr& n) {
     if (!n) return "null";
     switch (n->kind) {
-    case Num:
+    case NodeKind::Num:
         return fmtShortest(n->value);
-    case Pi:
+    case NodeKind::Pi:
         return "π";
-    case Var:
+    case NodeKind::Var:
         return n->name;
-    case Sum: {
+    case NodeKind::Sum: {
         std::string s = "(sum";
         for (const auto& t : n->terms)
             s += (t.sign < 0 ? " -" : " +") + dump(t.node);
         return s + ")";
     }
-    case Prod: {
+    case NodeKind::Prod: {
         std::string s = "(prod";
         for (const auto& f : n->factors)
             s += std::string(" ") + f.op + dump(f.node);
         return s + ")";
     }
-    case Pow:
+    case NodeKind::Pow:
         return "(pow " + dump(n->base) + " " + dump(n->exponent) + ")";
-    case Func:
+    case NodeKind::Func:
         return "(" + n->name + " " + dump(n->arg) + ")";
     default:
-        return "(kind " + std::to_string(n->kind) + ")";
+        return "(kind " + std::to_string(static_cast<int>(n->kind)) + ")";
     }
 }
 

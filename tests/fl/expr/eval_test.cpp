@@ -1,6 +1,7 @@
 // Evaluation: precedence as the grammar gives it, degrees in the trigonometric
 // functions, and arithmetic failures travelling as values.
-#include "fl/expr/node.h"
+#include "fl/expr/eval.h"
+#include "fl/expr/parser.h"
 #include "tests/support/error_of.h"
 
 #include <gtest/gtest.h>
@@ -68,7 +69,7 @@ TEST(Eval, namesTheMissingVariable) {
 TEST(Eval, rejectsUnknownFunctionsAndNodes) {
     EXPECT_EQ(errorOf([] { eval(makeFunc("exp", makeNum(1)), {}); }), "ukendt funktion exp");
     auto odd = std::make_shared<Node>();
-    odd->kind = 42;
+    odd->kind = static_cast<NodeKind>(42);
     EXPECT_EQ(errorOf([&] { eval(odd, {}); }), "ukendt node");
 }
 

@@ -3,6 +3,8 @@
 #include "fl/expr/isolate.h"
 
 #include "fl/expr/markup.h"
+#include "fl/expr/parser.h"
+#include "fl/expr/render.h"
 #include "tests/fl/expr/dump.h"
 #include "tests/fl/expr/readable.h"
 #include "tests/fl/expr/settings_fixture.h"

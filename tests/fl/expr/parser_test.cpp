@@ -1,6 +1,6 @@
 // The strict language: what parses to which tree, which texts fail with which
 // message, and that absurd input fails cleanly instead of overflowing the stack.
-#include "fl/expr/node.h"
+#include "fl/expr/parser.h"
 #include "tests/fl/expr/dump.h"
 #include "tests/support/error_of.h"
 

@@ -5,7 +5,7 @@
 #pragma once
 
 #include "fl/expr/markup.h"
-#include "fl/expr/node.h"
+#include "fl/expr/render.h"
 
 #include <string>
 #include <vector>

@@ -1,8 +1,11 @@
 // HTML of trees: the display forms of variable names, and how sums, products,
 // powers and functions are drawn flat and tall.
+#include "fl/expr/eval.h"
 #include "fl/expr/markup.h"
-#include "fl/expr/node.h"
 #include "fl/expr/numbers.h"
+#include "fl/expr/parser.h"
+#include "fl/expr/render.h"
+#include "fl/expr/symbols.h"
 #include "tests/fl/expr/settings_fixture.h"
 
 #include <gtest/gtest.h>
@@ -106,7 +109,7 @@ TEST_F(RenderTest, drawsFractionsAndRootsTall) {
 
 TEST_F(RenderTest, numbersShowLiteralsDegreesAndTheDisplayForm) {
     auto n = std::make_shared<Node>();
-    n->kind = Num;
+    n->kind = NodeKind::Num;
     n->value = 5500;
     EXPECT_EQ(render(n, false), "5500");
     n->hasLiteral = true;
@@ -114,7 +117,7 @@ TEST_F(RenderTest, numbersShowLiteralsDegreesAndTheDisplayForm) {
     EXPECT_EQ(render(n, false), "5,5k");
 
     auto deg = std::make_shared<Node>();
-    deg->kind = Num;
+    deg->kind = NodeKind::Num;
     deg->value = 36.87;
     deg->degree = true;
     EXPECT_EQ(render(deg, false), "36,87°");
@@ -129,7 +132,7 @@ TEST_F(RenderTest, numbersShowLiteralsDegreesAndTheDisplayForm) {
 
 TEST_F(RenderTest, strangeNodesRenderAsQuestionMark) {
     auto odd = std::make_shared<Node>();
-    odd->kind = 9;
+    odd->kind = static_cast<NodeKind>(9);
     EXPECT_EQ(render(odd, false), "?");
     EXPECT_EQ(render(nullptr, true), "?");
 }

@@ -4,8 +4,9 @@
 // from. This is what catches a slipped sign, exponent or symbol in a row.
 #include "fl/formulas/catalogue.h"
 
-#include "fl/expr/node.h"
+#include "fl/expr/eval.h"
 #include "fl/expr/numbers.h"
+#include "fl/expr/parser.h"
 
 #include <gtest/gtest.h>
 

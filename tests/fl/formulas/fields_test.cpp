@@ -2,7 +2,7 @@
 // refusals in the student's words.
 #include "fl/formulas/fields.h"
 
-#include "fl/expr/node.h"
+#include "fl/expr/symbols.h"
 #include "fl/formulas/catalogue.h"
 
 #include <gtest/gtest.h>

@@ -3,8 +3,9 @@
 // that the set is consistent. Shared by the solve tests and the benchmark.
 #pragma once
 
-#include "fl/expr/formula.h"
-#include "fl/expr/node.h"
+#include "fl/expr/eval.h"
+#include "fl/expr/parser.h"
+#include "fl/formulas/formula.h"
 
 #include <cmath>
 #include <map>

@@ -1,5 +1,5 @@
 // The canonicalising constructors and the structural walks.
-#include "fl/expr/node.h"
+#include "fl/expr/parser.h"
 #include "tests/fl/expr/dump.h"
 
 #include <gtest/gtest.h>
@@ -87,7 +87,7 @@ TEST(Walks, mapChildrenVisitsTheExponentBeforeTheBase) {
     std::vector<std::string> order;
     const NodePtr n = parse("x**y * sin(z) - w");
     std::function<NodePtr(const NodePtr&)> visit = [&](const NodePtr& node) {
-        if (node->kind == Var) {
+        if (node->kind == NodeKind::Var) {
             order.push_back(node->name);
             return makeVar(node->name + "1");
         }
