@@ -1,9 +1,9 @@
 // The program's entry: brings the pieces up in a fixed order and takes them
 // down again. Everything with logic lives in the app library.
-#include "app/crash.h"
-#include "app/mainwindow.h"
-#include "app/startup.h"
-#include "app/theme.h"
+#include "app/shell/crash.h"
+#include "app/shell/mainwindow.h"
+#include "app/shell/startup.h"
+#include "app/shell/theme.h"
 #include "store/datastore.h"
 
 #include <QApplication>

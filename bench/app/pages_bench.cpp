@@ -3,11 +3,11 @@
 // Enter in a field to the painted worked sheet; for Ohm's law and for the
 // family with the most quantities. Also the home page and the finder's
 // largest views. Everything runs offscreen in one shown main window.
-#include "app/finderpage.h"
-#include "app/formulapage.h"
-#include "app/mainwindow.h"
-#include "app/theme.h"
-#include "app/valuefield.h"
+#include "app/pages/formulas/finderpage.h"
+#include "app/pages/formulas/formulapage.h"
+#include "app/shell/mainwindow.h"
+#include "app/shell/theme.h"
+#include "app/widgets/valuefield.h"
 #include "fl/formulas/catalogue.h"
 #include "store/datastore.h"
 

@@ -2,11 +2,11 @@
 // it is painted (markup rewriting, the text engine's layout, every image
 // drawn), and one step revealed in step mode until it is painted. Sheets
 // are real solves, one family or many appended into a long one.
-#include "app/page.h"
-#include "app/resultarea.h"
-#include "app/sheettext.h"
-#include "app/theme.h"
-#include "tests/app/worked_sheets.h"
+#include "app/sheet/resultarea.h"
+#include "app/sheet/sheettext.h"
+#include "app/shell/theme.h"
+#include "app/widgets/page.h"
+#include "tests/app/sheet/worked_sheets.h"
 
 #include <benchmark/benchmark.h>
 

@@ -3,9 +3,9 @@
 // it put back afterwards, so no case depends on another's leftovers.
 #pragma once
 
-#include "app/mainwindow.h"
-#include "app/options.h"
-#include "app/theme.h"
+#include "app/shell/mainwindow.h"
+#include "app/shell/options.h"
+#include "app/shell/theme.h"
 #include "store/datastore.h"
 
 #include <gtest/gtest.h>

@@ -1,0 +1,169 @@
+// A sheet on paper: the markup is rewritten as for the screen, but whole
+// (every step, the answer) and without "no-print" blocks, into a document of
+// its own that holds every image drawn at print resolution; the pages get a
+// head and a foot. Paper is always light: a sheet shown in the dark palette
+// is printed in the light one.
+#include "app/sheet/sheetview.h"
+
+#include "app/sheet/mathpainter.h"
+#include "app/sheet/sheettext.h"
+#include "app/shell/stylesheets.h"
+#include "app/shell/theme.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QDate>
+#include <QFontMetricsF>
+#include <QLocale>
+#include <QPageLayout>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QTextDocument>
+
+#include <algorithm>
+
+namespace app {
+
+namespace {
+
+constexpr double kHead = 22;        // head band at the top of the text area, in pixels
+constexpr double kFoot = 20;        // foot band at the bottom
+constexpr double kPrintRatio = 3.0; // images at 288 dpi on paper
+const char* const kPaperCss = "\n.pdf-break { page-break-before: always; }\n";
+
+// The stylesheet's sizes at the scale of paper, whatever the screen uses.
+class UnscaledText {
+  public:
+    UnscaledText() : saved(textScale()) { setTextScale(1.0); }
+    ~UnscaledText() { setTextScale(saved); }
+
+  private:
+    double saved;
+};
+
+// Every colour of the dark palette by its light counterpart: figures and
+// inline styles have the colours of the theme they were made in baked in.
+std::string onPaper(std::string text) {
+    if (!colors().dark) return text;
+    const ThemeColors& d = darkColors();
+    const ThemeColors& l = lightColors();
+    const std::string ThemeColors::*fields[] = {
+        &ThemeColors::bg,     &ThemeColors::panel,  &ThemeColors::text, &ThemeColors::muted,
+        &ThemeColors::line,   &ThemeColors::accent, &ThemeColors::soft, &ThemeColors::ok,
+        &ThemeColors::bad,    &ThemeColors::input,  &ThemeColors::chip, &ThemeColors::teal,
+        &ThemeColors::orange, &ThemeColors::purple, &ThemeColors::green};
+    for (auto field : fields) {
+        const std::string& from = d.*field;
+        const std::string& to = l.*field;
+        for (size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
+            text.replace(at, from.size(), to);
+    }
+    return text;
+}
+
+void paintHeadFoot(QPainter& p, const QSizeF& area, const QString& left, int page, int pages) {
+    p.save();
+    QFont font(QStringLiteral("Segoe UI"));
+    font.setPointSizeF(8.5);
+    p.setFont(font);
+    const QFontMetricsF fm(font, p.device());
+    const QString right = QStringLiteral("Side %1 af %2").arg(page).arg(pages);
+    const double w = area.width();
+    const QString shown = fm.elidedText(left, Qt::ElideRight, w - fm.horizontalAdvance(right) - 24);
+
+    p.setPen(QColor(0xd3, 0xd9, 0xe1));
+    p.drawLine(QPointF(0, kHead - 6.5), QPointF(w, kHead - 6.5));
+    p.drawLine(QPointF(0, area.height() - kFoot + 5.5), QPointF(w, area.height() - kFoot + 5.5));
+
+    p.setPen(QColor(0x6b, 0x74, 0x80));
+    const QRectF head(0, 0, w, kHead - 8);
+    p.drawText(head, Qt::AlignLeft | Qt::AlignVCenter, shown);
+    const QRectF foot(0, area.height() - kFoot + 7, w, kFoot - 7);
+    p.drawText(foot, Qt::AlignRight | Qt::AlignVCenter, right);
+    p.restore();
+}
+
+} // namespace
+
+bool SheetView::printToPdf(const QString& title, const QString& path) {
+    QPdfWriter writer(path);
+    writer.setPageSize(QPageSize(QPageSize::A4));
+    writer.setPageMargins(QMarginsF(16, 14, 16, 14), QPageLayout::Millimeter);
+    writer.setResolution(96);
+    writer.setTitle(title.isEmpty() ? QStringLiteral("Ostrovalden")
+                                    : title + QStringLiteral(" – Ostrovalden"));
+    writer.setCreator(QStringLiteral("Ostrovalden Skole"));
+
+    QPainter painter;
+    if (!painter.begin(&writer)) return false;
+
+    const QSizeF area = writer.pageLayout().paintRectPixels(writer.resolution()).size();
+    const QSizeF body(area.width(), area.height() - kHead - kFoot);
+    const ThemeColors& paper = lightColors();
+
+    QTextDocument doc;
+    doc.documentLayout()->setPaintDevice(&writer);
+    doc.setDocumentMargin(4);
+    {
+        const UnscaledText unscaled;
+        doc.setDefaultStyleSheet(fillTokens(QString::fromUtf8(documentStyleTemplate()), paper, QString()) +
+                                 sheetViewCss() + extraCss + QLatin1String(kPaperCss));
+    }
+    doc.setTextWidth(pdfWidth);
+
+    QString text = dropNoPrint(QString::fromStdString(onPaper(html)));
+    text = wrapCards(text, paper);
+    // Inside a card a figure has the page less the card's frame and padding.
+    text = fitImages(text, int(std::min<double>(pdfWidth, body.width())) - 60);
+    text = applySpoilers(text, true);
+    text = rewriteBoxes(text, paper, Medium::Paper);
+
+    // The document never asks the view: every image is in it beforehand.
+    const QMap<QString, QSize> sizes = figureSizes(text);
+    for (auto it = sizes.constBegin(); it != sizes.constEnd(); ++it) {
+        const int n = it.key().mid(2).toInt();
+        if (n >= 0 && size_t(n) < figs.size())
+            doc.addResource(QTextDocument::ImageResource, QUrl(it.key()),
+                            renderFigure(onPaper(figs[size_t(n)]), kPrintRatio, it.value()));
+    }
+    const QSet<QString> inCells = cellImages(text);
+    for (size_t i = 0; i < maths.size(); ++i) {
+        if (!maths[i]) continue;
+        const QString name = QStringLiteral("m:%1").arg(i);
+        // The screen's sizes at the scale of paper.
+        MathStyle ink;
+        ink.font = QFont(QStringLiteral("Cambria Math"));
+        ink.font.setPointSizeF(13);
+        ink.color = qcolor(paper.text);
+        ink.lineHeight = 18;
+        ink.ownCell = inCells.contains(name);
+        if (ink.ownCell) {
+            ink.around = ink.font;
+            ink.around.setPointSizeF(13.5);
+        }
+        doc.addResource(QTextDocument::ImageResource, QUrl(name), mathImage(maths[i], ink, kPrintRatio));
+    }
+
+    doc.setHtml(QLatin1String("<body>") + text + QLatin1String("</body>"));
+    doc.setPageSize(body);
+    const int pages = std::max(1, doc.pageCount());
+
+    const QString left =
+        (title.isEmpty() ? QStringLiteral("Ostrovalden") : title) + QStringLiteral(" · ") +
+        QLocale(QLocale::Danish, QLocale::Denmark).toString(QDate::currentDate(), "d. MMMM yyyy");
+    for (int page = 0; page < pages; ++page) {
+        if (page > 0) writer.newPage();
+        paintHeadFoot(painter, area, left, page + 1, pages);
+        painter.save();
+        painter.translate(0, kHead);
+        painter.setClipRect(QRectF(QPointF(0, 0), body));
+        painter.translate(0, -page * body.height());
+        QAbstractTextDocumentLayout::PaintContext ctx;
+        ctx.clip = QRectF(0, page * body.height(), body.width(), body.height());
+        ctx.palette.setColor(QPalette::Text, qcolor(paper.text));
+        doc.documentLayout()->draw(&painter, ctx);
+        painter.restore();
+    }
+    return painter.end();
+}
+
+} // namespace app

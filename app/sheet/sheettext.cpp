@@ -1,0 +1,364 @@
+// Rewriting of the result markup for the text engine. Blocks are found by
+// their class words and their matching "</div>", never by regular expression
+// over the whole, because blocks nest (a message inside a step inside a card).
+#include "app/sheet/sheettext.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace app {
+
+namespace {
+
+// A div block: "<div" at `start`, its opening tag ending before `open`,
+// its inside up to `close` (the "</div>"), and `end` just after that.
+struct Block {
+    qsizetype start = -1, open = 0, close = 0, end = 0;
+    QString tag; // the opening tag, for its class words
+    QStringView inside(const QString& text) const { return QStringView(text).mid(open, close - open); }
+};
+
+// The value of class="..." in an opening tag, or empty.
+QStringView classOf(QStringView tag) {
+    const qsizetype at = tag.indexOf(QLatin1String("class=\""));
+    if (at < 0) return {};
+    const qsizetype from = at + 7;
+    const qsizetype to = tag.indexOf('"', from);
+    return to < 0 ? QStringView() : tag.mid(from, to - from);
+}
+
+bool hasWord(QStringView words, QStringView word) {
+    for (QStringView w : words.split(' ', Qt::SkipEmptyParts))
+        if (w == word) return true;
+    return false;
+}
+
+Block findBlock(const QString& text, qsizetype from, QStringView cls) {
+    Block b;
+    b.start = findDiv(text, from, cls);
+    if (b.start < 0) return b;
+    const qsizetype gt = text.indexOf('>', b.start);
+    b.open = gt + 1;
+    b.tag = text.mid(b.start, b.open - b.start);
+    b.end = divEnd(text, b.open);
+    b.close = text.mid(b.end - 6, 6) == QLatin1String("</div>") ? b.end - 6 : b.end;
+    return b;
+}
+
+// Replaces every block of class `cls` by what `fn` makes of it. The search
+// goes on from the replacement's start, so blocks nested in it are found too.
+template <class Fn> QString eachBlock(QString text, QStringView cls, Fn fn) {
+    qsizetype from = 0;
+    while (true) {
+        const Block b = findBlock(text, from, cls);
+        if (b.start < 0) break;
+        const QString repl = fn(text, b);
+        text.replace(b.start, b.end - b.start, repl);
+        from = b.start;
+    }
+    return text;
+}
+
+QString boxTable(QStringView inside, const std::string& colour, const QString& textStyle) {
+    return QLatin1String("<table width=\"100%\" cellspacing=\"0\" cellpadding=\"8\" "
+                         "style=\"margin-top:6px;margin-bottom:6px\"><tr><td align=\"left\" bgcolor=\"") +
+           qstr(colour) + QLatin1String("\" style=\"text-align:left") + textStyle + QLatin1String("\">") +
+           inside.toString() + QLatin1String("</td></tr></table>");
+}
+
+// Data tables: the class "data" that the stylesheet aligns by, left
+// placement, and on screen stripes on every second row.
+QString stripeTables(QString text, const ThemeColors& c, Medium medium) {
+    const QString stripe = QLatin1String(c.dark ? "#1f232a" : "#f4f6f9");
+    qsizetype from = 0;
+    while (true) {
+        const qsizetype div = findDiv(text, from, u"tbl");
+        if (div < 0) break;
+        from = text.indexOf('>', div) + 1;
+        qsizetype t = from;
+        while (t < text.size() && text[t].isSpace())
+            ++t;
+        if (!QStringView(text).mid(t).startsWith(QLatin1String("<table"))) continue;
+        const qsizetype tagEnd = text.indexOf('>', t);
+        if (tagEnd < 0) break;
+        QString tag = text.mid(t, tagEnd - t);
+        const qsizetype cls = tag.indexOf(QLatin1String("class=\""));
+        if (cls < 0)
+            tag += QLatin1String(" class=\"data\"");
+        else if (!hasWord(classOf(tag), u"data"))
+            tag.insert(cls + 7, QLatin1String("data "));
+        if (!tag.contains(QLatin1String("align="))) tag += QLatin1String(" align=\"left\"");
+        // The rows' lines and stripes run through without gaps.
+        if (!tag.contains(QLatin1String("cellspacing="))) tag += QLatin1String(" cellspacing=\"0\"");
+        text.replace(t, tagEnd - t, tag);
+
+        const qsizetype bodyStart = t + tag.size() + 1;
+        const qsizetype tableEnd = text.indexOf(QLatin1String("</table>"), bodyStart);
+        if (tableEnd < 0) break;
+        QString body = text.mid(bodyStart, tableEnd - bodyStart);
+        int row = 0;
+        for (qsizetype p = body.indexOf(QLatin1String("<tr")); p >= 0;
+             p = body.indexOf(QLatin1String("<tr"), p + 3)) {
+            const QChar next = p + 3 < body.size() ? body[p + 3] : QChar();
+            if (next != '>' && !next.isSpace()) continue;
+            if (row++ % 2 == 1 && medium == Medium::Screen)
+                body.insert(p + 3, QLatin1String(" bgcolor=\"") + stripe + '"');
+        }
+        text.replace(bodyStart, tableEnd - bodyStart, body);
+        from = bodyStart + body.size();
+    }
+    return text;
+}
+
+// Equation tables: every cell centred on its row, so that a side that is a
+// tall expression image and the "=" beside it share their middle.
+QString centreEquations(QString text) {
+    static const QRegularExpression eqs(
+        QStringLiteral("<table[^>]*\\bclass=\"[^\"]*\\beqs\\b[^\"]*\"[^>]*>"));
+    qsizetype from = 0;
+    while (true) {
+        const auto m = eqs.match(text, from);
+        if (!m.hasMatch()) break;
+        const qsizetype end = text.indexOf(QLatin1String("</table>"), m.capturedEnd());
+        if (end < 0) break;
+        QString body = text.mid(m.capturedEnd(), end - m.capturedEnd());
+        body.replace(QLatin1String("<td"), QLatin1String("<td valign=\"middle\""));
+        text.replace(m.capturedEnd(), end - m.capturedEnd(), body);
+        from = m.capturedEnd() + body.size();
+    }
+    return text;
+}
+
+// A step's head "<p class="h4"><span class="stnum">N</span> title</p>" taken
+// apart: the number goes into the badge, the title stays above the body.
+// The line above a step is a row of its own on screen. On paper it is the
+// cells' top border: the text engine stretches a row's background down to
+// the page's end when the next row starts a new page.
+QString stepTable(QStringView inside, const ThemeColors& c, Medium medium) {
+    QString number, rest = inside.toString();
+    static const QRegularExpression head(
+        QStringLiteral("^\\s*<p class=\"h4\"><span class=\"stnum\">(.*?)</span>\\s*(.*?)</p>"),
+        QRegularExpression::DotMatchesEverythingOption);
+    const auto m = head.match(rest);
+    if (m.hasMatch()) {
+        number = m.captured(1);
+        rest = QLatin1String("<p class=\"h4\" style=\"margin-top:0\">") + m.captured(2) +
+               QLatin1String("</p>") + rest.mid(m.capturedEnd());
+    }
+    QString line, border;
+    if (medium == Medium::Screen)
+        line = QLatin1String("<tr><td class=\"stline\" colspan=\"2\" height=\"1\" bgcolor=\"") +
+               qstr(c.line) + QLatin1String("\"></td></tr>");
+    else
+        border = QLatin1String(" style=\"border-top:1px solid ") + qstr(c.line) + '"';
+    return QLatin1String("<table class=\"stept\" width=\"100%\" cellspacing=\"0\" cellpadding=\"0\" "
+                         "style=\"margin-top:6px\">") +
+           line + QLatin1String("<tr><td class=\"stbadge\" width=\"34\" valign=\"top\"") + border +
+           QLatin1String("><span class=\"stnum\">&nbsp;") + number +
+           QLatin1String("&nbsp;</span></td><td class=\"stbody\" valign=\"top\"") + border + '>' + rest +
+           QLatin1String("</td></tr></table>");
+}
+
+} // namespace
+
+qsizetype findDiv(const QString& text, qsizetype from, QStringView cls) {
+    for (qsizetype p = text.indexOf(QLatin1String("<div"), std::max<qsizetype>(from, 0)); p >= 0;
+         p = text.indexOf(QLatin1String("<div"), p + 4)) {
+        const QChar next = p + 4 < text.size() ? text[p + 4] : QChar();
+        if (next != '>' && !next.isSpace()) continue;
+        const qsizetype gt = text.indexOf('>', p);
+        if (gt < 0) return -1;
+        if (hasWord(classOf(QStringView(text).mid(p, gt - p)), cls)) return p;
+    }
+    return -1;
+}
+
+qsizetype divEnd(const QString& text, qsizetype tagEnd) {
+    int depth = 1;
+    qsizetype p = tagEnd;
+    while (true) {
+        const qsizetype open = text.indexOf(QLatin1String("<div"), p);
+        const qsizetype close = text.indexOf(QLatin1String("</div>"), p);
+        if (close < 0) return text.size();
+        if (open >= 0 && open < close) {
+            ++depth;
+            p = open + 4;
+        } else {
+            if (--depth == 0) return close + 6;
+            p = close + 6;
+        }
+    }
+}
+
+int countSteps(const QString& html) {
+    int n = 0;
+    for (qsizetype p = findDiv(html, 0, u"step"); p >= 0; p = findDiv(html, p + 4, u"step"))
+        ++n;
+    return n;
+}
+
+QString wrapCards(const QString& html, const ThemeColors& c) {
+    const QString open =
+        QLatin1String("<table width=\"100%\" cellspacing=\"0\" cellpadding=\"14\" border=\"1\" "
+                      "bordercolor=\"") +
+        qstr(c.line) +
+        QLatin1String("\" style=\"border-collapse:collapse;margin-top:6px;margin-bottom:14px\">"
+                      "<tr><td bgcolor=\"") +
+        qstr(c.panel) + QLatin1String("\" align=\"left\" style=\"text-align:left;border:1px solid ") +
+        qstr(c.line) + QLatin1String("\">");
+    return eachBlock(html, u"card", [&](const QString& text, const Block& b) {
+        return open + b.inside(text).toString() + QLatin1String("</td></tr></table>");
+    });
+}
+
+const QRegularExpression& figureImagePattern() {
+    static const QRegularExpression img(
+        QStringLiteral("<img src=\"(f:[0-9]+)\" width=\"([0-9]+)\" height=\"([0-9]+)\">"));
+    return img;
+}
+
+QString fitImages(const QString& html, int maxWidth) {
+    if (maxWidth < 1) return html;
+    const QRegularExpression& img = figureImagePattern();
+    QString out;
+    out.reserve(html.size());
+    qsizetype last = 0;
+    for (auto it = img.globalMatch(html); it.hasNext();) {
+        const auto m = it.next();
+        const long long w = m.captured(2).toLongLong();
+        if (w <= maxWidth) continue;
+        const long long h = m.captured(3).toLongLong();
+        out += QStringView(html).mid(last, m.capturedStart() - last);
+        out += QStringLiteral("<img src=\"%1\" width=\"%2\" height=\"%3\">")
+                   .arg(m.captured(1))
+                   .arg(maxWidth)
+                   .arg(std::llround(double(maxWidth) * double(h) / double(w)));
+        last = m.capturedEnd();
+    }
+    if (last == 0) return html;
+    out += QStringView(html).mid(last);
+    return out;
+}
+
+QString cutSteps(const QString& html, int keep) {
+    std::vector<std::pair<qsizetype, qsizetype>> steps;
+    for (qsizetype p = findDiv(html, 0, u"step"); p >= 0;) {
+        const qsizetype end = divEnd(html, html.indexOf('>', p) + 1);
+        steps.emplace_back(p, end);
+        p = findDiv(html, end, u"step");
+    }
+    QString out = html;
+    for (auto i = qsizetype(steps.size()) - 1; i >= std::max(keep, 0); --i)
+        out.remove(steps[i].first, steps[i].second - steps[i].first);
+    return out;
+}
+
+QString applySpoilers(const QString& html, bool revealed) {
+    const QStringView gone = revealed ? u"spoiler-alt" : u"spoiler";
+    const QStringView kept = revealed ? u"spoiler" : u"spoiler-alt";
+    QString out = eachBlock(html, gone, [](const QString&, const Block&) { return QString(); });
+    return eachBlock(out, kept,
+                     [](const QString& text, const Block& b) { return b.inside(text).toString(); });
+}
+
+QString rewriteBoxes(const QString& html, const ThemeColors& c, Medium medium) {
+    QString out = stripeTables(html, c, medium);
+    out = eachBlock(out, u"msg", [&](const QString& text, const Block& b) {
+        const QStringView cls = classOf(b.tag);
+        const bool okBox = hasWord(cls, u"ok-box");
+        QString style;
+        if (hasWord(cls, u"bad")) style = QLatin1String(";color:") + qstr(c.bad);
+        if (okBox) style = QLatin1String(";color:") + qstr(c.ok);
+        return boxTable(b.inside(text), okBox ? c.soft : c.chip, style);
+    });
+    out = centreEquations(out);
+    const std::pair<QStringView, const std::string*> tinted[] = {
+        {u"note", &c.soft}, {u"facit", &c.soft}, {u"txstory", &c.chip}, {u"wsbox", &c.chip}};
+    for (const auto& [cls, colour] : tinted)
+        out = eachBlock(out, cls, [&](const QString& text, const Block& b) {
+            return boxTable(b.inside(text), *colour, QString());
+        });
+    return eachBlock(out, u"step", [&](const QString& text, const Block& b) {
+        return stepTable(b.inside(text), c, medium);
+    });
+}
+
+QSet<QString> cellImages(const QString& html) {
+    static const QRegularExpression alone(
+        QStringLiteral("<td valign=\"middle\"[^>]*>\\s*<img class=\"math\" src=\"(m:[0-9]+)\">\\s*</td>"));
+    QSet<QString> names;
+    for (auto it = alone.globalMatch(html); it.hasNext();)
+        names.insert(it.next().captured(1));
+    return names;
+}
+
+QString dropNoPrint(const QString& html) {
+    static const QRegularExpression tag(
+        QStringLiteral("<([a-zA-Z][a-zA-Z0-9]*)\\b[^>]*\\bclass=\"([^\"]*)\"[^>]*>"));
+    QString out = html;
+    qsizetype from = 0;
+    while (true) {
+        const auto m = tag.match(out, from);
+        if (!m.hasMatch()) break;
+        if (!hasWord(m.capturedView(2), u"no-print")) {
+            from = m.capturedEnd();
+            continue;
+        }
+        // The element runs to its matching close tag, counting nested ones of its name.
+        const QString name = m.captured(1).toLower();
+        const QString openTag = '<' + name, closeTag = QLatin1String("</") + name + '>';
+        int depth = 1;
+        qsizetype p = m.capturedEnd();
+        qsizetype end = out.size();
+        while (depth > 0) {
+            const qsizetype o = out.indexOf(openTag, p, Qt::CaseInsensitive);
+            const qsizetype cl = out.indexOf(closeTag, p, Qt::CaseInsensitive);
+            if (cl < 0) break;
+            if (o >= 0 && o < cl) {
+                ++depth;
+                p = o + openTag.size();
+            } else {
+                --depth;
+                p = cl + closeTag.size();
+                if (depth == 0) end = p;
+            }
+        }
+        // An element that never closes (an img) is the tag alone.
+        if (depth > 0) end = m.capturedEnd();
+        out.remove(m.capturedStart(), end - m.capturedStart());
+        from = m.capturedStart();
+    }
+    return out;
+}
+
+QString visibleSheet(const QString& html, const SheetState& s, const ThemeColors& c) {
+    QString out = wrapCards(html, c);
+    out = fitImages(out, std::max(s.width, 200) - 30);
+    bool answer = true;
+    if (s.stepMode && s.stepCount > 0) {
+        out = cutSteps(out, s.revealed);
+        answer = s.revealed >= s.stepCount;
+    }
+    out = applySpoilers(out, answer);
+    return rewriteBoxes(out, c);
+}
+
+QString sheetTitle(const QString& html) {
+    static const QRegularExpression h2(QStringLiteral("<h2[^>]*>(.*?)</h2>"),
+                                       QRegularExpression::DotMatchesEverythingOption);
+    static const QRegularExpression tags(QStringLiteral("<[^>]+>"));
+    const auto m = h2.match(html);
+    if (!m.hasMatch()) return QString();
+    QString t = m.captured(1);
+    t.remove(tags);
+    t.replace(QLatin1String("&nbsp;"), QLatin1String(" "));
+    t.replace(QLatin1String("&lt;"), QLatin1String("<"));
+    t.replace(QLatin1String("&gt;"), QLatin1String(">"));
+    t.replace(QLatin1String("&amp;"), QLatin1String("&"));
+    return t.simplified();
+}
+
+} // namespace app

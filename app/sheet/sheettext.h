@@ -1,0 +1,61 @@
+// The text side of showing a sheet: the result markup is rewritten into the
+// HTML subset that QTextDocument draws (it frames no div, so cards and boxes
+// become one-cell tables), figures are fitted to the width, unrevealed steps
+// are cut out and spoilers resolved. Plain functions of their inputs, so that
+// the view and the PDF writer share them and tests need no widget.
+#pragma once
+
+#include "app/shell/theme.h"
+
+#include <QRegularExpression>
+#include <QSet>
+#include <QString>
+
+namespace app {
+
+// The position of the next "<div" at or after `from` whose class words hold
+// `cls`, or -1.
+qsizetype findDiv(const QString& text, qsizetype from, QStringView cls);
+// The position just after the "</div>" that closes the div whose opening tag
+// ends at `tagEnd`, counting nested divs; the text's end when it never closes.
+qsizetype divEnd(const QString& text, qsizetype tagEnd);
+
+int countSteps(const QString& html);
+
+// Each div.card becomes a framed one-cell table in `line` on `panel`.
+QString wrapCards(const QString& html, const ThemeColors& c);
+// A figure's image tag exactly as the markup writes it: name, width, height.
+const QRegularExpression& figureImagePattern();
+// Figures wider than `maxWidth` are narrowed, in proportion; never widened.
+QString fitImages(const QString& html, int maxWidth);
+// Keeps the first `keep` div.step blocks and cuts the rest out.
+QString cutSteps(const QString& html, int keep);
+// Revealed: div.spoiler shows and div.spoiler-alt goes; the other way round
+// before that.
+QString applySpoilers(const QString& html, bool revealed);
+enum class Medium { Screen, Paper };
+
+// Data tables, message boxes, tinted blocks and steps into tables; the
+// cells of equation tables centred. Paper has no row backgrounds between
+// rows, where a page may break.
+QString rewriteBoxes(const QString& html, const ThemeColors& c, Medium medium = Medium::Screen);
+// The expression images that stand alone in a centred cell of an equation
+// table (after rewriteBoxes); they are laid out for that place.
+QSet<QString> cellImages(const QString& html);
+// Elements of class "no-print" dropped, for paper.
+QString dropNoPrint(const QString& html);
+
+struct SheetState {
+    int width = 0; // the viewport's, in pixels
+    bool stepMode = false;
+    int revealed = 0;
+    int stepCount = 0;
+};
+
+// The whole chain, in its order: cards, figures, steps, spoilers, boxes.
+QString visibleSheet(const QString& html, const SheetState& state, const ThemeColors& c);
+
+// The first h2 of a sheet as plain text: the title a PDF gets by default.
+QString sheetTitle(const QString& html);
+
+} // namespace app

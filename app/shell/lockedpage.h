@@ -1,0 +1,28 @@
+// The page shown instead of one the teacher has switched off: which topic,
+// under which profile, and why the program isn't broken.
+#pragma once
+
+#include "app/widgets/page.h"
+
+class QLabel;
+
+namespace app {
+
+class MainWindow;
+
+class LockedPage : public Page {
+    Q_OBJECT
+public:
+    explicit LockedPage(MainWindow* window, QWidget* parent = nullptr);
+    void onEnter() override;
+
+    QLabel* text = nullptr;
+
+private:
+    MainWindow* window;
+};
+
+// The explanation for a topic id and a profile name, as the page shows it.
+QString lockedText(const std::string& topicId, const std::string& profile);
+
+}  // namespace app

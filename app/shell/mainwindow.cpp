@@ -1,0 +1,570 @@
+#include "app/shell/mainwindow.h"
+
+#include "app/shell/locks.h"
+#include "app/shell/options.h"
+#include "app/shell/routes.h"
+#include "app/shell/settingspanel.h"
+#include "app/shell/theme.h"
+#include "app/widgets/flowlayout.h"
+#include "app/widgets/helpers.h"
+#include "app/widgets/page.h"
+#include "fl/expr/markup.h"
+#include "fl/expr/numbers.h"
+#include "fl/formulas/lists.h"
+#include "store/datastore.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QDesktopServices>
+#include <QEasingCurve>
+#include <QFileInfo>
+#include <QGraphicsOpacityEffect>
+#include <QHBoxLayout>
+#include <QIcon>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPropertyAnimation>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollBar>
+#include <QShortcut>
+#include <QStackedWidget>
+#include <QStyleHints>
+#include <QTimer>
+#include <QTreeWidget>
+#include <QUrl>
+#include <QVBoxLayout>
+#include <QWindow>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+namespace app {
+
+namespace {
+
+// The page's title: the tile's or the family's name; none for the home page.
+QString pageTitle(const QString& route) {
+    if (route == QLatin1String("hjem")) return {};
+    const fl::Tile* tile = fl::findFamilyOrTile(route.toStdString());
+    return tile ? QString::fromStdString(fl::stripTags(tile->name)) : QString();
+}
+
+}  // namespace
+
+MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
+    setWindowTitle(QApplication::applicationName());
+    setWindowIcon(QIcon(QStringLiteral(":/ostrovalden-skole.ico")));
+
+    sectionOpen = {{"n_tools", true}, {"n_ov", true}, {"n_help", true}};
+    const Json nav = storeGet("navOpen");
+    for (const auto& [id, open] : nav.asObject())
+        sectionOpen[QString::fromStdString(id)] = open.asBool(false);
+    shownOff = options().off;
+    shownProfile = options().profile;
+
+    auto* central = new QWidget;
+    central->setObjectName("central");
+    auto* outer = new QVBoxLayout(central);
+    outer->setContentsMargins(0, 0, 0, 0);
+    outer->setSpacing(0);
+    outer->addWidget(buildHeader());
+
+    auto* body = new QHBoxLayout;
+    body->setContentsMargins(0, 0, 0, 0);
+    body->setSpacing(0);
+    body->addWidget(buildSidebar());
+    auto* right = new QVBoxLayout;
+    right->setContentsMargins(0, 0, 0, 0);
+    right->setSpacing(0);
+    right->addWidget(buildNotice());
+    stack = new QStackedWidget;
+    right->addWidget(stack, 1);
+    right->addWidget(buildResults());
+    body->addLayout(right, 1);
+    outer->addLayout(body, 1);
+    outer->addWidget(buildStatus());
+    setCentralWidget(central);
+
+    panel = new SettingsPanel(this);
+    panel->hide();
+    styleFrames();
+
+    auto* find = new QShortcut(QKeySequence::Find, this);
+    connect(find, &QShortcut::activated, this, [this] {
+        search->setFocus(Qt::ShortcutFocusReason);
+        search->selectAll();
+    });
+    connect(this, &MainWindow::settingsChanged, this, &MainWindow::updateStatus);
+    connect(this, &MainWindow::stepModeChanged, this, &MainWindow::updateStatus);
+    connect(this, &MainWindow::themeChanged, this, &MainWindow::styleFrames);
+    // The sidebar's rows have the muted colour and the scaled sizes baked in.
+    connect(this, &MainWindow::themeChanged, this, &MainWindow::rebuildSidebar);
+#if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
+    connect(QGuiApplication::styleHints(), &QStyleHints::colorSchemeChanged, this,
+            &MainWindow::systemSchemeChanged);
+#endif
+    qApp->installEventFilter(this);
+
+    const QByteArray geometry = QByteArray::fromBase64(QByteArray::fromStdString(storeGetString("win_geom")));
+    if (geometry.isEmpty() || !restoreGeometry(geometry)) {
+        QSize size(1280, 800);
+        if (const QScreen* screen = QGuiApplication::primaryScreen())
+            size = size.boundedTo(screen->availableGeometry().size());
+        resize(size);
+    }
+
+    updateStatus();
+    rebuildResults();
+    saveWatch = new QTimer(this);
+    saveWatch->setInterval(2000);
+    connect(saveWatch, &QTimer::timeout, this, &MainWindow::checkSaved);
+    savedHide = new QTimer(this);
+    savedHide->setSingleShot(true);
+    savedHide->setInterval(4000);
+    connect(savedHide, &QTimer::timeout, saved, &QLabel::hide);
+    checkSaved();
+    saveWatch->start();
+
+    navigate(QStringLiteral("hjem"));
+}
+
+MainWindow::~MainWindow() {
+    if (qApp) qApp->removeEventFilter(this);
+}
+
+QWidget* MainWindow::buildHeader() {
+    auto* header = new QFrame;
+    header->setObjectName("header");
+    auto* row = new QHBoxLayout(header);
+    row->setContentsMargins(16, 8, 12, 8);
+    row->setSpacing(10);
+
+    auto* logo = new QLabel;
+    QPixmap pixmap(QStringLiteral(":/logo-skole.png"));
+    const qreal ratio = devicePixelRatioF();
+    pixmap = pixmap.scaled(QSize(36, 36) * ratio, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    pixmap.setDevicePixelRatio(ratio);
+    logo->setPixmap(pixmap);
+    row->addWidget(logo);
+
+    auto* names = new QVBoxLayout;
+    names->setSpacing(0);
+    auto* brand = new QLabel(QStringLiteral("Ostrovalden Skole"));
+    brand->setObjectName("brand");
+    auto* mark = new QLabel(QStringLiteral("Formler, kredsløb og øvelser til elektrikeruddannelsen · version 1.0.30"));
+    mark->setObjectName("mark");
+    names->addWidget(brand);
+    names->addWidget(mark);
+    row->addLayout(names);
+
+    tag = new QLabel(QStringLiteral("Skoleudgave"));
+    tag->setObjectName("tag");
+    row->addWidget(tag, 0, Qt::AlignVCenter);
+    row->addStretch(1);
+
+    refreshBtn = makeButton(QStringLiteral("↻  Opdatér"));
+    refreshBtn->setToolTip(QStringLiteral("Hent lærerens indstillinger, opgaver og beskeder"));
+    refreshBtn->setEnabled(false);
+    connect(refreshBtn, &QPushButton::clicked, this, [this] {
+        if (!refresh) return;
+        refreshBtn->setEnabled(false);
+        refreshBtn->setText(QStringLiteral("Henter…"));
+        refresh();
+    });
+    row->addWidget(refreshBtn);
+
+    gear = makeButton(QStringLiteral("⚙"));
+    gear->setObjectName("gear");
+    gear->setFixedSize(36, 32);
+    gear->setToolTip(QStringLiteral("Indstillinger"));
+    connect(gear, &QPushButton::clicked, this, &MainWindow::showSettings);
+    row->addWidget(gear);
+
+    auto* aboutBtn = makeButton(QStringLiteral("Om"));
+    aboutBtn->setMinimumWidth(52);
+    connect(aboutBtn, &QPushButton::clicked, this, [this] {
+        if (about) {
+            about();
+            return;
+        }
+        QMessageBox::about(this, QStringLiteral("Om Ostrovalden Skole"),
+                           QStringLiteral("<b>Ostrovalden Skole</b> 1.0.30<br>Formler, kredsløb, udregnere og "
+                                          "øvelser til elektrikeruddannelsen."));
+    });
+    row->addWidget(aboutBtn);
+    return header;
+}
+
+QWidget* MainWindow::buildNotice() {
+    notice = new QFrame;
+    notice->setObjectName("notice");
+    auto* row = new QHBoxLayout(notice);
+    row->setContentsMargins(18, 8, 10, 8);
+    row->setSpacing(10);
+    noticeText = new QLabel;
+    noticeText->setTextFormat(Qt::RichText);
+    noticeText->setWordWrap(true);
+    noticeText->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+    connect(noticeText, &QLabel::linkActivated, this, &MainWindow::followLink);
+    row->addWidget(noticeText, 1);
+    auto* close = makeButton(QStringLiteral("×"));
+    close->setToolTip(QStringLiteral("Luk"));
+    close->setObjectName("noticeClose");
+    connect(close, &QPushButton::clicked, this, [this] {
+        notice->hide();
+        if (noticeId.isEmpty()) return;
+        Json seen = storeGet("notice_seen");
+        if (!seen.isArray()) seen = Json::array();
+        seen.push(Json(noticeId.toStdString()));
+        storeSet("notice_seen", seen);
+    });
+    row->addWidget(close, 0, Qt::AlignTop);
+    notice->hide();
+    return notice;
+}
+
+QWidget* MainWindow::buildResults() {
+    strip = new QWidget;
+    strip->setObjectName("results");
+    strip->setAttribute(Qt::WA_StyledBackground);
+    stripLayout = new FlowLayout(strip, 6, 6);
+    stripLayout->setContentsMargins(18, 8, 18, 8);
+    auto* label = new QLabel(QStringLiteral("Resultater (klik for at indsætte i det sidste felt, du brugte):"));
+    label->setProperty("class", "crumb");
+    label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    stripLayout->addWidget(label);
+    strip->hide();
+    return strip;
+}
+
+QWidget* MainWindow::buildStatus() {
+    auto* bar = new QFrame;
+    bar->setObjectName("statusbar");
+    auto* row = new QHBoxLayout(bar);
+    row->setContentsMargins(18, 4, 18, 4);
+    status = new QLabel;
+    status->setProperty("class", "crumb");
+    saved = new QLabel;
+    saved->setProperty("class", "crumb");
+    saved->hide();
+    row->addWidget(status);
+    row->addStretch(1);
+    row->addWidget(saved);
+    return bar;
+}
+
+void MainWindow::styleFrames() {
+    const ThemeColors& c = colors();
+    tag->setStyleSheet(QStringLiteral("QLabel#tag { background: %1; color: %2; border: 1px solid %3; "
+                                      "border-radius: 9px; padding: 1px 9px; font-size: %4pt; font-weight: 600; }")
+                           .arg(qstr(c.soft), qstr(c.accent), qstr(c.accent))
+                           .arg(scaledPt(8.5), 0, 'f', 1));
+    sideWidget->setStyleSheet(QStringLiteral("QWidget#sidebar { background: %1; border-right: 1px solid %2; }"
+                                             "QWidget#sidebar QTreeWidget { border-right: 0; }")
+                                  .arg(qstr(c.panel), qstr(c.line)));
+    strip->setStyleSheet(QStringLiteral("QWidget#results { background: %1; border-top: 1px solid %2; }")
+                             .arg(qstr(c.panel), qstr(c.line)));
+    saved->setStyleSheet(QStringLiteral("color: %1;").arg(qstr(c.ok)));
+}
+
+void MainWindow::textScaleChanged() {
+    sideWidget->setFixedWidth(qRound(280 * textScale()));
+    applyTheme();
+    rebuildSidebar();
+    rebuildResults();
+}
+
+void MainWindow::systemSchemeChanged() {
+    if (themeMode() != ThemeAuto) return;
+    const bool wasDark = colors().dark;
+    applyTheme();
+    if (colors().dark == wasDark) return;
+    emit themeChanged();
+}
+
+Page* MainWindow::page(const QString& route) const {
+    auto it = pages.find(route);
+    return it == pages.end() ? nullptr : it->second;
+}
+
+Page* MainWindow::currentPage() const { return page(current); }
+
+void MainWindow::navigate(const QString& requested) {
+    // Unknown routes and routes the teacher has closed never show.
+    QString route = requested;
+    if (!fl::findFamilyOrTile(route.toStdString())) route = QStringLiteral("hjem");
+    const std::string reason = offReason(route.toStdString());
+    if (!reason.empty()) {
+        storeSet("locked_feature", Json(reason));
+        storeSet("locked_page", Json(route.toStdString()));
+        route = QStringLiteral("laast");
+    }
+
+    Page* target = page(route);
+    if (!target) {
+        target = createPage(route.toStdString(), this);
+        if (!target && route != QLatin1String("hjem")) {
+            route = QStringLiteral("hjem");
+            target = page(route);
+            if (!target) target = createPage(route.toStdString(), this);
+        }
+        if (!target) return;
+        if (!pages.count(route)) {
+            pages[route] = target;
+            stack->addWidget(target);
+            connect(this, &MainWindow::settingsChanged, target, &Page::onSettings);
+            connect(this, &MainWindow::themeChanged, target, &Page::onTheme);
+        }
+    }
+
+    if (route != current) previous = current;
+    current = route;
+    const std::string r = route.toStdString();
+    storeSet("last", Json(r));
+
+    if (route != QLatin1String("hjem") && route != QLatin1String("laast")) {
+        Json recent = Json::array();
+        recent.push(Json(r));
+        const Json stored = storeGet("recent");
+        for (const Json& entry : stored.asArray())
+            if (entry.isString() && entry.str != r && recent.arr.size() < 6) recent.push(entry);
+        storeSet("recent", recent);
+    }
+
+    const QString title = pageTitle(route);
+    const QString app = QApplication::applicationName();
+    setWindowTitle(title.isEmpty() ? app : title + QStringLiteral(" – ") + app);
+
+    if (route != QLatin1String("laast")) {
+        Json usage = storeGet("usage");
+        if (!usage.isObject()) usage = Json::object();
+        const std::string member = title.isEmpty() ? std::string("Forside") : title.toStdString();
+        Json& count = usage[member];
+        count = Json(count.asNumber(0) + 1);
+        storeSet("usage", usage);
+    }
+
+    if (stack->currentWidget() != target) {
+        auto* effect = new QGraphicsOpacityEffect(target);
+        effect->setOpacity(0);
+        target->setGraphicsEffect(effect);
+        auto* fade = new QPropertyAnimation(effect, "opacity", target);
+        fade->setDuration(170);
+        fade->setStartValue(0.0);
+        fade->setEndValue(1.0);
+        fade->setEasingCurve(QEasingCurve::OutCubic);
+        QPointer<QGraphicsOpacityEffect> mine(effect);
+        connect(fade, &QPropertyAnimation::finished, target, [target, mine] {
+            if (mine && target->graphicsEffect() == mine) target->setGraphicsEffect(nullptr);
+        });
+        fade->start(QAbstractAnimation::DeleteWhenStopped);
+    }
+
+    stack->setCurrentWidget(target);
+    target->onEnter();
+    target->scrollToTop();
+    rebuildSidebar();
+    emit navigated(route);
+}
+
+void MainWindow::openLink(const QString& href) {
+    const QString scheme = href.left(3);
+    const QString rest = href.mid(3);
+    if (scheme == QLatin1String("go:")) {
+        navigate(rest);
+    } else if (scheme == QLatin1String("gl:")) {
+        storeSet("ordliste_q", Json(rest.toStdString()));
+        navigate(QStringLiteral("ordliste"));
+    } else if (scheme == QLatin1String("it:")) {
+        storeSet("insttest_tab", Json("hvad"));
+        navigate(QStringLiteral("insttest"));
+    }
+}
+
+void MainWindow::followLink(const QString& href) {
+    if (href.startsWith(QLatin1String("go:")) || href.startsWith(QLatin1String("gl:")) ||
+        href.startsWith(QLatin1String("it:"))) {
+        openLink(href);
+        return;
+    }
+    QDesktopServices::openUrl(QUrl(href));
+}
+
+void MainWindow::addResult(const QString& name, double value, const QString& unit) {
+    if (!std::isfinite(value)) return;
+    results.insert(results.begin(), ResultRecord{name, value, unit});
+    if (results.size() > 10) results.resize(10);
+    rebuildResults();
+}
+
+void MainWindow::rebuildResults() {
+    // The label stays; the buttons are made anew in the present number format.
+    while (stripLayout->count() > 1) {
+        QLayoutItem* item = stripLayout->takeAt(1);
+        if (QWidget* w = item->widget()) {
+            w->hide();
+            w->deleteLater();
+        }
+        delete item;
+    }
+    for (const ResultRecord& record : results) {
+        QString name = record.name;
+        name.remove(QStringLiteral("<sub>")).remove(QStringLiteral("</sub>"));
+        const QString text = name + QStringLiteral(" = ") +
+                             QString::fromStdString(fl::fmtWithUnit(record.value, record.unit.toStdString()));
+        QPushButton* button = makeButton(text, strip, QStringLiteral("chip"));
+        button->setStyleSheet(QStringLiteral("font-size: %1pt;").arg(scaledPt(10), 0, 'f', 1));
+        button->setFocusPolicy(Qt::NoFocus);
+        const double value = record.value;
+        connect(button, &QPushButton::clicked, this, [this, value] {
+            if (!lastField) return;
+            lastField->setText(QString::fromStdString(fl::fmtValue10(value)));
+            lastField->setFocus(Qt::OtherFocusReason);
+        });
+        stripLayout->addWidget(button);
+    }
+    // The label sits on the buttons' middle line.
+    if (stripLayout->count() > 1)
+        stripLayout->itemAt(0)->widget()->setMinimumHeight(stripLayout->itemAt(1)->sizeHint().height());
+    strip->setVisible(!results.empty());
+}
+
+void MainWindow::showNotice(const QString& html, const QString& id) {
+    if (!id.isEmpty()) {
+        const std::string key = id.toStdString();
+        const Json seenIds = storeGet("notice_seen");
+        for (const Json& seen : seenIds.asArray())
+            if (seen.isString() && seen.str == key) return;
+    }
+    noticeId = id;
+    noticeText->setText(html);
+    notice->show();
+}
+
+void MainWindow::updateStatus() {
+    const AppOptions& o = options();
+    QString text = QStringLiteral("Afrunding: ") +
+                   (o.rund == "d2" ? QStringLiteral("som formelsamlingen") : QStringLiteral("præcis")) +
+                   QStringLiteral(" · ") + (o.komma ? QStringLiteral("decimalkomma") : QStringLiteral("decimalpunktum"));
+    if (o.trinvis) text += QStringLiteral(" · ét trin ad gangen");
+    status->setText(text);
+}
+
+void MainWindow::checkSaved() {
+    const std::string& path = DataStore::instance().path();
+    const QFileInfo file(QString::fromStdString(path));
+    const QDateTime modified = path.empty() || !file.exists() ? QDateTime() : file.lastModified();
+    if (modified == lastSaved) return;
+    if (lastSaved.isValid() && modified.isValid()) {
+        saved->setText(QStringLiteral("✓ gemt ") + modified.toString(QStringLiteral("HH:mm")));
+        saved->show();
+        savedHide->start();
+    }
+    lastSaved = modified;
+}
+
+void MainWindow::setRefresh(std::function<void()> fn) {
+    refresh = std::move(fn);
+    refreshBtn->setEnabled(bool(refresh));
+}
+
+void MainWindow::refreshFinished() {
+    refreshBtn->setText(QStringLiteral("↻  Opdatér"));
+    refreshBtn->setEnabled(bool(refresh));
+}
+
+void MainWindow::setAboutHandler(std::function<void()> fn) { about = std::move(fn); }
+
+void MainWindow::showSettings() { panel->popUpUnder(gear); }
+
+void MainWindow::applyProfile() {
+    const AppOptions& o = options();
+    const bool changed = o.off != shownOff || o.profile != shownProfile;
+    shownOff = o.off;
+    shownProfile = o.profile;
+    if (changed) {
+        // A running exam is the one page that survives a change.
+        for (auto it = pages.begin(); it != pages.end();) {
+            if (it->first == current && current == QLatin1String("eksamen")) {
+                ++it;
+                continue;
+            }
+            // Gone from the window at once, so that it no longer hears its signals.
+            disconnect(this, nullptr, it->second, nullptr);
+            stack->removeWidget(it->second);
+            it->second->deleteLater();
+            it = pages.erase(it);
+        }
+    }
+    rebuildSidebar();
+    emit settingsChanged();
+
+    QString target = current;
+    if (current == QLatin1String("laast")) {
+        const std::string locked = storeGetString("locked_page");
+        if (!locked.empty() && isOpen(locked)) target = QString::fromStdString(locked);
+    }
+    if (!isOpen(target.toStdString())) target = QStringLiteral("hjem");
+    if (!changed && target == current) return;
+    navigate(target);
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    storeSet("win_geom", Json(saveGeometry().toBase64().toStdString()));
+    DataStore::instance().save();
+    QMainWindow::closeEvent(event);
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::FocusIn:
+        if (auto* edit = qobject_cast<QLineEdit*>(watched); edit && edit != search && stack->isAncestorOf(edit))
+            lastField = edit;
+        break;
+    case QEvent::Enter:
+        if (auto* w = qobject_cast<QWidget*>(watched);
+            w && (qobject_cast<QAbstractButton*>(w) || qobject_cast<QComboBox*>(w)) &&
+            w->cursor().shape() == Qt::ArrowCursor)
+            w->setCursor(Qt::PointingHandCursor);
+        break;
+    case QEvent::KeyPress:
+        if (watched == search) {
+            const int key = static_cast<QKeyEvent*>(event)->key();
+            if (key == Qt::Key_Down) {
+                tree->setFocus(Qt::TabFocusReason);
+                if (!tree->currentItem() && tree->topLevelItemCount() > 0)
+                    tree->setCurrentItem(tree->topLevelItem(0));
+                return true;
+            }
+            if (key == Qt::Key_Escape) {
+                search->clear();
+                return true;
+            }
+        }
+        break;
+    case QEvent::Paint:
+        // For the start-up benchmark: one line once the window has been painted.
+        if (!paintReported && watched == centralWidget() && qEnvironmentVariableIsSet("OSTROVALDEN_FIRST_PAINT")) {
+            paintReported = true;
+            QTimer::singleShot(0, this, [] {
+                std::fputs("ostrovalden: first paint\n", stderr);
+                std::fflush(stderr);
+            });
+        }
+        break;
+    case QEvent::ThemeChange:
+        if (watched == windowHandle()) systemSchemeChanged();
+        break;
+    default:
+        break;
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+}  // namespace app

@@ -1,0 +1,91 @@
+#include "app/shell/routes.h"
+
+#include "app/pages/formulas/finderpage.h"
+#include "app/pages/formulas/formulapage.h"
+#include "app/pages/formulas/homepage.h"
+#include "app/shell/lockedpage.h"
+#include "app/widgets/page.h"
+#include "fl/formulas/catalogue.h"
+#include "fl/formulas/lists.h"
+
+#include <QLabel>
+
+namespace app {
+
+Page* namedPage(const std::string& route) {
+    auto* page = new Page;
+    const fl::Tile* tile = fl::findFamilyOrTile(route);
+    auto* heading = new QLabel(tile ? QString::fromStdString(tile->name) : QString::fromStdString(route));
+    heading->setProperty("class", "h2");
+    heading->setTextFormat(Qt::RichText);
+    heading->setWordWrap(true);
+    page->addWidget(heading);
+    if (tile && !tile->subtitle.empty()) {
+        auto* sub = new QLabel(QString::fromStdString(tile->subtitle));
+        sub->setProperty("class", "hint");
+        sub->setTextFormat(Qt::RichText);
+        sub->setWordWrap(true);
+        page->addWidget(sub);
+    }
+    return page;
+}
+
+const std::map<std::string, PageCreator>& pageFactory() {
+    // One line per route: a page that is built replaces its namedPage here.
+    auto named = [](const char* route) { return [route](MainWindow*) { return namedPage(route); }; };
+    static const std::map<std::string, PageCreator> table = {
+        {"hjem", [](MainWindow* w) -> Page* { return new HomePage(w); }},
+        {"kreds", named("kreds")},
+        {"kredsguide", named("kredsguide")},
+        {"kredsac", named("kredsac")},
+        {"kredsguideac", named("kredsguideac")},
+        {"opgaver", named("opgaver")},
+        {"trafo", named("trafo")},
+        {"trefase", named("trefase")},
+        {"komp", named("komp")},
+        {"kabel", named("kabel")},
+        {"sf1", named("sf1")},
+        {"sf3", named("sf3")},
+        {"ikmax", named("ikmax")},
+        {"ikmin", named("ikmin")},
+        {"motor", named("motor")},
+        {"ac", named("ac")},
+        {"res", named("res")},
+        {"tri", named("tri")},
+        {"vec", named("vec")},
+        {"energi", named("energi")},
+        {"enheder", named("enheder")},
+        {"farve", named("farve")},
+        {"acdemo", named("acdemo")},
+        {"calc", named("calc")},
+        {"ovelser", named("ovelser")},
+        {"eksamen", named("eksamen")},
+        {"statistik", named("statistik")},
+        {"opgaveark", named("opgaveark")},
+        {"formelkort", named("formelkort")},
+        {"tekstopgaver", named("tekstopgaver")},
+        {"finder", [](MainWindow* w) -> Page* { return new FinderPage(0, w); }},
+        {"udregnere", [](MainWindow* w) -> Page* { return new FinderPage(1, w); }},
+        {"ordliste", named("ordliste")},
+        {"minform", named("minform")},
+        {"install", named("install")},
+        {"insttest", named("insttest")},
+        {"laast", [](MainWindow* w) -> Page* { return new LockedPage(w); }},
+        {"minedata", named("minedata")},
+    };
+    return table;
+}
+
+Page* createPage(const std::string& route, MainWindow* window) {
+    try {
+        if (const fl::Formula* f = fl::findFormula(route)) return new FormulaPage(f, window);
+        const auto& table = pageFactory();
+        auto it = table.find(route);
+        return it == table.end() ? nullptr : it->second(window);
+    } catch (...) {
+        // A page that can't be built must not take the window down.
+        return nullptr;
+    }
+}
+
+}  // namespace app

@@ -1,0 +1,355 @@
+// The main road through the program as a student walks it: home page,
+// formula finder, a formula's page, solving it and reusing the answer; and
+// the formula page's refusals, the finder's path and the home page's tiles.
+// Every case starts from an empty store in a temporary directory.
+#include "app/pages/formulas/finderpage.h"
+#include "app/pages/formulas/formulapage.h"
+#include "app/pages/formulas/homepage.h"
+#include "app/sheet/resultarea.h"
+#include "app/sheet/sheetview.h"
+#include "app/shell/mainwindow.h"
+#include "app/shell/options.h"
+#include "app/shell/theme.h"
+#include "app/widgets/valuefield.h"
+#include "fl/expr/markup.h"
+#include "fl/formulas/catalogue.h"
+#include "store/datastore.h"
+#include "tests/app/fresh_app.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QTimer>
+
+#include <memory>
+
+namespace {
+
+bool contains(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+// Clicks the first anchor in the view that leads to `href`, as a user would,
+// at the middle of its text. False when the view has no such link.
+bool clickLink(app::SheetView* view, const QString& href) {
+    QTextDocument* doc = view->document();
+    for (QTextBlock block = doc->begin(); block.isValid(); block = block.next()) {
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const QTextFragment frag = it.fragment();
+            if (!frag.charFormat().isAnchor() || frag.charFormat().anchorHref() != href) continue;
+            QTextCursor cursor(doc);
+            cursor.setPosition(frag.position() + frag.length() / 2);
+            const QPoint at = view->cursorRect(cursor).center();
+            QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+            return true;
+        }
+    }
+    return false;
+}
+
+// Types as on a keyboard, one character at a time, also "√" and "·".
+void type(QLineEdit* edit, const QString& text) {
+    for (const QChar c : text) {
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString(c));
+        QApplication::sendEvent(edit, &press);
+        QKeyEvent release(QEvent::KeyRelease, Qt::Key_unknown, Qt::NoModifier, QString(c));
+        QApplication::sendEvent(edit, &release);
+    }
+}
+
+class PagesTest : public FreshAppTest {
+  protected:
+    app::MainWindow& open() {
+        window = std::make_unique<app::MainWindow>();
+        window->resize(1280, 800);
+        window->show();
+        QApplication::processEvents();
+        return *window;
+    }
+
+    template <typename P> P* current() const { return dynamic_cast<P*>(window->currentPage()); }
+};
+
+TEST_F(PagesTest, studentWalksFromHomeToASolvedOhmAndReusesTheAnswer) {
+    app::MainWindow& w = open();
+    auto* home = current<app::HomePage>();
+    ASSERT_NE(home, nullptr);
+
+    ASSERT_TRUE(clickLink(home->view(), "go:finder"));
+    auto* finder = current<app::FinderPage>();
+    ASSERT_NE(finder, nullptr);
+    EXPECT_EQ(w.currentRoute(), "finder");
+
+    ASSERT_TRUE(clickLink(finder->view(), "fm:dc"));     // "Jævnstrøm"
+    ASSERT_TRUE(clickLink(finder->view(), "fm:dc/ohm")); // "Ohms lov og effekt"
+    EXPECT_EQ(finder->path(), "dc/ohm");
+    EXPECT_TRUE(contains(finder->view()->markup(), "<a href=\"go:ohm\">Ohms lov</a>"));
+
+    ASSERT_TRUE(clickLink(finder->view(), "go:ohm"));
+    auto* page = current<app::FormulaPage>();
+    ASSERT_NE(page, nullptr);
+    EXPECT_EQ(page->formula()->key, "ohm");
+    EXPECT_TRUE(page->backLink()->isVisible());
+    EXPECT_TRUE(page->backLink()->text().contains("← Formelfinder"));
+
+    QTest::mouseClick(page->field("U")->edit, Qt::LeftButton);
+    type(page->field("U")->edit, "230");
+    QTest::mouseClick(page->field("R")->edit, Qt::LeftButton);
+    type(page->field("R")->edit, "47");
+    QTest::keyClick(page->field("R")->edit, Qt::Key_Return);
+
+    const std::string sheet = fl::stripTags(page->resultArea()->view()->markup());
+    const char* blocks[] = {"Det kender vi",
+                            "Det skal vi finde",
+                            "Formlen (formelsamlingen s. 3)",
+                            "Isolér I – få den til at stå alene",
+                            "Sæt tallene ind og regn ud",
+                            "Kontrol",
+                            "✓ passer"};
+    for (const char* block : blocks)
+        EXPECT_TRUE(contains(sheet, block)) << block;
+    EXPECT_TRUE(contains(sheet, "4,8936 A"));
+    EXPECT_EQ(page->field("I")->text(), "");
+    EXPECT_EQ(page->field("I")->edit->placeholderText(), "= 4,8936");
+
+    ASSERT_EQ(w.resultRecords().size(), 1u);
+    EXPECT_TRUE(w.resultStrip()->isVisible());
+    QPushButton* chip = nullptr;
+    for (QPushButton* b : w.resultStrip()->findChildren<QPushButton*>())
+        if (b->isVisible() && b->text() == "I = 4,8936 A") chip = b;
+    ASSERT_NE(chip, nullptr);
+    QTest::mouseClick(chip, Qt::LeftButton);
+    EXPECT_EQ(page->field("R")->text(), "4,893617021");
+}
+
+TEST_F(PagesTest, refusesInTheStudentsWordsAndMarksUnreadableFields) {
+    struct Row {
+        const char* name;
+        const char* key;
+        std::map<QString, QString> texts;
+        const char* message;
+        std::vector<QString> invalid;
+    };
+    const Row rows[] = {
+        {"all filled",
+         "ohm",
+         {{"U", "230"}, {"I", "2"}, {"R", "47"}},
+         "Udfyld alle værdier undtagen den, du vil finde. Tomme felter nu: .",
+         {}},
+        {"two empty",
+         "ohm",
+         {{"R", "47"}},
+         "Udfyld alle værdier undtagen den, du vil finde. Tomme felter nu: U, I.",
+         {}},
+        {"unreadable first", "ohm", {{"U", "abc"}}, "Jeg kan ikke læse værdien for U.", {"U"}},
+        {"no form of its own",
+         "ZRLC",
+         {{"Z", "10"}, {"R", "6"}, {"XC", "5"}},
+         "X<sub>L</sub> kan ikke isoleres direkte i denne formel. Se noten ovenfor.",
+         {}},
+    };
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.name);
+        app::FormulaPage page(fl::findFormula(r.key), nullptr);
+        for (app::ValueField* f : page.fields())
+            f->setText(r.texts.count(f->key) ? r.texts.at(f->key) : "");
+        QTest::keyClick(page.fields().front()->edit, Qt::Key_Return);
+        EXPECT_EQ(page.resultArea()->view()->markup(), fl::msgBox(r.message, true));
+        EXPECT_TRUE(page.resultArea()->pdfBar()->isHidden());
+        for (app::ValueField* f : page.fields()) {
+            const bool marked = f->edit->property("class").toString() == "err";
+            const bool expected = std::find(r.invalid.begin(), r.invalid.end(), f->key) != r.invalid.end();
+            EXPECT_EQ(marked, expected) << f->key.toStdString();
+            EXPECT_EQ(f->edit->placeholderText(), "");
+        }
+    }
+}
+
+TEST_F(PagesTest, defaultCountsAsFilledAndClearingItMakesItTheTarget) {
+    app::FormulaPage page(fl::findFormula("XL"), nullptr);
+    EXPECT_EQ(page.field("f")->text(), "50");
+    page.field("L")->setText("0,1");
+    page.solveClicked();
+    EXPECT_EQ(page.field("XL")->edit->placeholderText(), "= 31,416");
+
+    // Asked again with the same fields, the same answer; then f is wanted.
+    const std::string first = page.resultArea()->view()->markup();
+    page.solveClicked();
+    EXPECT_EQ(page.resultArea()->view()->markup(), first);
+    page.field("XL")->setText("31,416");
+    page.field("f")->setText("");
+    page.solveClicked();
+    EXPECT_EQ(page.field("XL")->edit->placeholderText(), "");
+    EXPECT_EQ(page.field("f")->edit->placeholderText(), "= 50");
+}
+
+TEST_F(PagesTest, aFailedSolveSaysSoAndKeepsTheFields) {
+    app::FormulaPage page(fl::findFormula("ZRL"), nullptr);
+    page.field("Z")->setText("3");
+    page.field("XL")->setText("5");
+    page.solveClicked();
+    EXPECT_EQ(page.resultArea()->view()->markup(),
+              fl::msgBox("Udregningen gik i stå – tjek værdierne.", true));
+    EXPECT_EQ(page.field("Z")->text(), "3");
+    EXPECT_EQ(page.field("XL")->text(), "5");
+    EXPECT_EQ(page.field("R")->edit->placeholderText(), "");
+}
+
+TEST_F(PagesTest, solveShowsItIsWorkingUntilTheAnswerStands) {
+    app::FormulaPage page(fl::findFormula("ohm"), nullptr);
+    page.field("U")->setText("230");
+    page.field("R")->setText("47");
+    QString during;
+    bool enabled = true;
+    bool waiting = false;
+    QTimer::singleShot(0, [&] {
+        during = page.solveButton()->text();
+        enabled = page.solveButton()->isEnabled();
+        waiting = QApplication::overrideCursor() && QApplication::overrideCursor()->shape() == Qt::WaitCursor;
+    });
+    page.solveClicked();
+    EXPECT_EQ(during, "Regner…");
+    EXPECT_FALSE(enabled);
+    EXPECT_TRUE(waiting);
+    EXPECT_EQ(page.solveButton()->text(), "Løs");
+    EXPECT_TRUE(page.solveButton()->isEnabled());
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(PagesTest, clearEmptiesTheFieldsAndShowsTheFormulaAgain) {
+    app::FormulaPage page(fl::findFormula("XL"), nullptr);
+    const std::string formula = page.resultArea()->view()->markup();
+    EXPECT_EQ(formula.rfind("<div class=\"eq\">", 0), 0u);
+    // Only the worked sheet offers itself as a PDF.
+    EXPECT_TRUE(page.resultArea()->pdfBar()->isHidden());
+    page.field("L")->setText("0,1");
+    page.solveClicked();
+    ASSERT_NE(page.resultArea()->view()->markup(), formula);
+    EXPECT_FALSE(page.resultArea()->pdfBar()->isHidden());
+    page.clearButton()->click();
+    EXPECT_TRUE(page.resultArea()->pdfBar()->isHidden());
+    for (app::ValueField* f : page.fields()) {
+        EXPECT_EQ(f->text(), "");
+        EXPECT_EQ(f->edit->placeholderText(), "");
+    }
+    EXPECT_EQ(page.resultArea()->view()->markup(), formula);
+}
+
+TEST_F(PagesTest, fieldsInterpretWhatIsTyped) {
+    struct Row {
+        const char* typed;
+        const char* line; // a part of the interpretation; "" for none
+    };
+    const Row rows[] = {{"4,7k", "= 4700"}, {"abc", "kan ikke læses"}, {"", ""}};
+    app::FormulaPage page(fl::findFormula("ohm"), nullptr);
+    app::ValueField* f = page.field("R");
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.typed);
+        f->edit->clear();
+        type(f->edit, QString::fromUtf8(r.typed));
+        if (*r.line)
+            EXPECT_TRUE(f->interp->text().contains(QString::fromUtf8(r.line)))
+                << f->interp->text().toStdString();
+        else
+            EXPECT_EQ(f->interp->text(), "");
+    }
+}
+
+TEST_F(PagesTest, backLinkLeadsToWhereTheStudentCameFrom) {
+    struct Row {
+        const char* from;
+        const char* link; // "" when there is none
+    };
+    const Row rows[] = {
+        {"finder", "← Formelfinder"}, {"udregnere", "← Udregnere"}, {"trafo", ""}, {"hjem", ""}};
+    app::MainWindow& w = open();
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.from);
+        w.navigate(r.from);
+        w.navigate("ohm");
+        auto* page = current<app::FormulaPage>();
+        ASSERT_NE(page, nullptr);
+        EXPECT_EQ(page->backLink()->isVisible(), *r.link != 0);
+        if (*r.link) {
+            EXPECT_TRUE(page->backLink()->text().contains(QString::fromUtf8(r.link)));
+            emit page->backLink()->linkActivated(page->backLink()->text());
+            EXPECT_EQ(w.currentRoute(), r.from);
+        }
+    }
+}
+
+TEST_F(PagesTest, finderKeepsAPathForEachModeAndWalksBack) {
+    app::MainWindow& w = open();
+    w.navigate("finder");
+    auto* finder = current<app::FinderPage>();
+    ASSERT_NE(finder, nullptr);
+    finder->setPath("ac/serie");
+    w.navigate("udregnere");
+    auto* calculators = current<app::FinderPage>();
+    ASSERT_NE(calculators, finder);
+    EXPECT_EQ(calculators->path(), "");
+    calculators->setPath("energi");
+    EXPECT_TRUE(contains(calculators->view()->markup(), "Åbn udregneren ›"));
+    EXPECT_FALSE(contains(finder->view()->markup(), "Åbn udregneren ›"));
+    calculators->setPath("tf");
+    EXPECT_EQ(storeGetString("finder_path"), "ac/serie");
+    EXPECT_EQ(storeGetString("udregnere_path"), "tf");
+
+    w.navigate("hjem");
+    w.navigate("finder");
+    EXPECT_EQ(finder->path(), "ac/serie");
+    std::vector<std::string> labels;
+    for (QPushButton* b : finder->pathButtons())
+        labels.push_back(b->text().toStdString());
+    EXPECT_EQ(labels, (std::vector<std::string>{"← Tilbage", "Alle emner", "Vekselstrøm",
+                                                "Seriekredsløb (R, L, C i serie)"}));
+    EXPECT_TRUE(finder->pathButtons().back()->property("sel").toBool());
+    EXPECT_FALSE(finder->pathButtons()[1]->property("sel").toBool());
+
+    finder->pathButtons().front()->click();
+    EXPECT_EQ(finder->path(), "ac");
+    finder->pathButtons()[1]->click();
+    EXPECT_EQ(finder->path(), "");
+    EXPECT_EQ(finder->pathButtons().front()->text(), "Alle emner");
+}
+
+TEST_F(PagesTest, aClickOnAChipGoesThere) {
+    app::MainWindow& w = open();
+    auto* home = current<app::HomePage>();
+    ASSERT_NE(home, nullptr);
+    ASSERT_TRUE(clickLink(home->view(), "go:calc"));
+    EXPECT_EQ(w.currentRoute(), "calc");
+    w.navigate("hjem");
+    ASSERT_TRUE(clickLink(home->view(), "go:ohm")); // the topic chip of direct current
+    EXPECT_EQ(w.currentRoute(), "ohm");
+}
+
+TEST_F(PagesTest, homeShowsWhatWasUsedAndHidesWhatIsClosed) {
+    app::MainWindow& w = open();
+    w.navigate("trafo");
+    w.navigate("ohm");
+    w.navigate("hjem");
+    auto* home = current<app::HomePage>();
+    const std::string html = home->view()->markup();
+    const size_t recent = html.find("Senest brugt"), most = html.find("Mest brugt");
+    ASSERT_LT(recent, most);
+    const std::string recentPart = html.substr(recent, most - recent);
+    EXPECT_LT(recentPart.find("go:ohm"), recentPart.find("go:trafo"));
+
+    app::options().off = {"udregnere"};
+    w.navigate("hjem");
+    const std::string closed = home->view()->markup();
+    EXPECT_FALSE(contains(closed, "<h3 class=\"sh\">Formler</h3>"));
+    EXPECT_FALSE(contains(closed, "go:udregnere\""));
+    EXPECT_TRUE(contains(closed, "Din lærer har slået nogle dele af programmet fra"));
+}
+
+} // namespace

@@ -1,0 +1,234 @@
+// The formula painter, judged by its pixels: sharp bars on whole pixels, no
+// ink cut off at the image's edge for any form of the catalogue, sizes that
+// follow the device pixel ratio and the text scale, and fraction bars that
+// meet the axis of the text beside them in a real sheet.
+#include "app/sheet/mathpainter.h"
+
+#include "app/sheet/sheetview.h"
+#include "app/shell/theme.h"
+#include "fl/expr/markup.h"
+#include "fl/expr/parser.h"
+#include "fl/formulas/catalogue.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QPainter>
+
+#include <cmath>
+
+namespace {
+
+class MathPainterTest : public ::testing::Test {
+  protected:
+    static void SetUpTestSuite() { app::installFontSubstitutions(); }
+    void TearDown() override {
+        app::setTextScale(1.0);
+        app::setThemeMode(app::ThemeLight);
+        fl::resetFigures();
+    }
+};
+
+int alphaAt(const QImage& img, int x, int y) {
+    return qAlpha(img.pixel(x, y));
+}
+
+// Pixels of a row at least this opaque.
+int rowCount(const QImage& img, int y, int minAlpha) {
+    int n = 0;
+    for (int x = 0; x < img.width(); ++x)
+        n += alphaAt(img, x, y) >= minAlpha;
+    return n;
+}
+
+QRect inkRect(const QImage& img) {
+    QRect r;
+    for (int y = 0; y < img.height(); ++y)
+        for (int x = 0; x < img.width(); ++x)
+            if (alphaAt(img, x, y) > 0) r |= QRect(x, y, 1, 1);
+    return r;
+}
+
+TEST_F(MathPainterTest, fractionBarsAreSharpAndOnTheAxis) {
+    struct Row {
+        const char* name;
+        const char* expr;
+        double dpr;
+    };
+    const Row rows[] = {
+        {"simple, screen", "U/R", 1.0},
+        {"simple, retina", "U/R", 2.0},
+        {"simple, 150 %", "U/R", 1.5},
+        {"root in the denominator", "1/(2*pi*sqrt(L*C))", 1.0},
+        {"sums above and below", "(a+b)/(c-d)", 2.0},
+    };
+    const app::MathStyle style = app::sheetMathStyle();
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const fl::NodePtr n = fl::parse(row.expr);
+        const QImage img = app::mathImage(n, style, row.dpr).convertToFormat(QImage::Format_ARGB32);
+        const app::MathMetrics m = app::mathMetrics(n, style);
+        const QRect ink = inkRect(img);
+        // The bar: rows that are fully opaque over nearly the whole ink width.
+        std::vector<int> bar;
+        for (int y = 0; y < img.height(); ++y)
+            if (rowCount(img, y, 255) >= ink.width() * 9 / 10) bar.push_back(y);
+        ASSERT_FALSE(bar.empty());
+        EXPECT_EQ(bar.back() - bar.front() + 1, int(bar.size())) << "one bar, no gaps";
+        EXPECT_LE(double(bar.size()), std::ceil(2 * row.dpr));
+        // Its neighbours aren't smeared grey over the bar's length.
+        EXPECT_LT(rowCount(img, bar.front() - 1, 64), ink.width() / 2);
+        EXPECT_LT(rowCount(img, bar.back() + 1, 64), ink.width() / 2);
+        const double barMiddle = (bar.front() + bar.back() + 1) / 2.0 / row.dpr;
+        EXPECT_NEAR(barMiddle, m.axis, 1.0);
+    }
+}
+
+TEST_F(MathPainterTest, imageFollowsTheDevicePixelRatio) {
+    const fl::NodePtr n = fl::parse("sqrt(R**2+(XL-XC)**2)/Z");
+    const app::MathStyle style = app::sheetMathStyle();
+    const QSizeF logical = app::mathMetrics(n, style).size;
+    for (double dpr : {1.0, 1.25, 2.0, 3.0}) {
+        SCOPED_TRACE(dpr);
+        const QImage img = app::mathImage(n, style, dpr);
+        EXPECT_EQ(img.devicePixelRatio(), dpr);
+        EXPECT_NEAR(img.width(), logical.width() * dpr, 1.0);
+        EXPECT_NEAR(img.height(), logical.height() * dpr, 1.0);
+    }
+}
+
+TEST_F(MathPainterTest, inkHasTheStyleColourOnly) {
+    app::MathStyle style = app::sheetMathStyle();
+    style.color = QColor("#2457d6");
+    for (const char* expr : {"U**2/R", "sqrt(3)*U*I*cosphi", "abs(a-b)/(2*pi)"}) {
+        SCOPED_TRACE(expr);
+        const QImage img = app::mathImage(fl::parse(expr), style, 2.0).convertToFormat(QImage::Format_ARGB32);
+        int checked = 0;
+        for (int y = 0; y < img.height(); ++y)
+            for (int x = 0; x < img.width(); ++x) {
+                const QRgb p = img.pixel(x, y);
+                if (qAlpha(p) < 128) continue;
+                ++checked;
+                ASSERT_NEAR(qRed(p), 0x24, 3);
+                ASSERT_NEAR(qGreen(p), 0x57, 3);
+                ASSERT_NEAR(qBlue(p), 0xd6, 3);
+            }
+        EXPECT_GT(checked, 50);
+    }
+}
+
+// Every form of every family draws, and no ink touches the image's edge,
+// where the text engine would cut it off.
+TEST_F(MathPainterTest, everyCatalogueFormDrawsWithinItsImage) {
+    const app::MathStyle style = app::sheetMathStyle();
+    int drawn = 0;
+    for (const fl::Formula& f : fl::catalogue())
+        for (const fl::FormulaForm& form : f.forms) {
+            SCOPED_TRACE(f.key + ": " + form.expr);
+            const QImage img =
+                app::mathImage(fl::parse(form.expr), style, 1.0).convertToFormat(QImage::Format_ARGB32);
+            const QRect ink = inkRect(img);
+            ASSERT_FALSE(ink.isEmpty());
+            EXPECT_GE(ink.left(), 1);
+            EXPECT_GE(ink.top(), 1);
+            EXPECT_LE(ink.right(), img.width() - 2);
+            EXPECT_LE(ink.bottom(), img.height() - 2);
+            ++drawn;
+        }
+    EXPECT_GT(drawn, 118);
+}
+
+TEST_F(MathPainterTest, rootBarCoversItsRadicand) {
+    const app::MathStyle style = app::sheetMathStyle();
+    for (const char* expr : {"sqrt(P*R)", "sqrt(R**2+(XL-XC)**2)", "sqrt(U/R)"}) {
+        SCOPED_TRACE(expr);
+        const QImage img = app::mathImage(fl::parse(expr), style, 1.0).convertToFormat(QImage::Format_ARGB32);
+        const QRect ink = inkRect(img);
+        int longest = 0;
+        for (int y = ink.top(); y < ink.top() + 3; ++y)
+            longest = std::max(longest, rowCount(img, y, 200));
+        // The sign takes about half an em on the left; the bar runs over the rest.
+        EXPECT_GE(longest, ink.width() - 14);
+    }
+}
+
+TEST_F(MathPainterTest, sizesFollowTheTextScale) {
+    const fl::NodePtr n = fl::parse("1/(1/R1+1/R2)");
+    const QSizeF normal = app::mathMetrics(n, app::sheetMathStyle()).size;
+    app::setTextScale(1.3);
+    const QSizeF large = app::mathMetrics(n, app::sheetMathStyle()).size;
+    EXPECT_NEAR(large.width() / normal.width(), 1.3, 0.12);
+    EXPECT_NEAR(large.height() / normal.height(), 1.3, 0.12);
+}
+
+// Rows of a rendered view: the "=" beside an image is drawn in a colour of
+// its own, so that its two strokes and the image's bar can be told apart.
+struct Probe {
+    double equalsMiddle = -1;
+    double barMiddle = -1;
+};
+
+Probe probe(const QString& html, const fl::NodePtr& node) {
+    app::SheetView view;
+    view.resize(640, 300);
+    view.setExtraCss(".probe { color: #ff0000; }");
+    fl::RenderResult r;
+    r.html = html.toStdString();
+    r.maths = {node};
+    view.setContent(r);
+    const QImage img = view.viewport()->grab().toImage().convertToFormat(QImage::Format_ARGB32);
+    Probe p;
+    int firstRed = -1, lastRed = -1, redRight = 0;
+    for (int y = 0; y < img.height(); ++y)
+        for (int x = 0; x < img.width(); ++x) {
+            const QRgb c = img.pixel(x, y);
+            if (qRed(c) > 200 && qGreen(c) < 90 && qBlue(c) < 90) {
+                if (firstRed < 0) firstRed = y;
+                lastRed = y;
+                redRight = std::max(redRight, x);
+            }
+        }
+    if (firstRed < 0) return p;
+    p.equalsMiddle = (firstRed + lastRed + 1) / 2.0;
+    int best = 0;
+    std::vector<int> bar;
+    for (int y = 0; y < img.height(); ++y) {
+        int dark = 0;
+        for (int x = redRight + 1; x < img.width(); ++x)
+            dark += qGray(img.pixel(x, y)) < 110;
+        if (dark > best) {
+            best = dark;
+            bar = {y};
+        } else if (dark == best && !bar.empty() && bar.back() == y - 1) {
+            bar.push_back(y);
+        }
+    }
+    if (!bar.empty()) p.barMiddle = (bar.front() + bar.back() + 1) / 2.0;
+    return p;
+}
+
+TEST_F(MathPainterTest, fractionBarMeetsTheAxisOfTheTextBesideIt) {
+    const QString cell =
+        R"(<table class="eqs"><tr><td class="l"><span class="v">X</span></td>)"
+        R"(<td class="m"><span class="probe">=</span></td><td class="r"><img class="math" src="m:0"></td></tr></table>)";
+    const QString inlined = R"(<p>Sæt ind: <span class="probe">=</span> <img class="math" src="m:0"></p>)";
+    struct Row {
+        const char* name;
+        const QString* html;
+        const char* expr;
+    };
+    const Row rows[] = {
+        {"cell, simple", &cell, "U/R"},           {"cell, power on top", &cell, "U**2/R"},
+        {"cell, nested", &cell, "1/(1/R1+1/R2)"}, {"cell, root below", &cell, "P/(sqrt(3)*U*cosphi)"},
+        {"inline, simple", &inlined, "U/R"},      {"inline, nested", &inlined, "1/(1/R1+1/R2+1/R3)"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const Probe p = probe(*row.html, fl::parse(row.expr));
+        ASSERT_GE(p.equalsMiddle, 0);
+        ASSERT_GE(p.barMiddle, 0);
+        EXPECT_NEAR(p.barMiddle, p.equalsMiddle, 1.0);
+    }
+}
+
+} // namespace

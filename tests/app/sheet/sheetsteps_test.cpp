@@ -1,0 +1,253 @@
+// Worked sheets from the solve driver and the sheet builder, shown in the view
+// the way a student meets them: step by step with the bar's texts, whole when
+// there are no steps, with figures fitted to the width, spoilers both ways,
+// two results in one view, and written to PDF.
+#include "app/sheet/mathpainter.h"
+#include "app/sheet/resultarea.h"
+#include "app/sheet/sheettext.h"
+#include "app/shell/theme.h"
+#include "fl/expr/markup.h"
+#include "fl/expr/render.h"
+#include "tests/app/sheet/worked_sheets.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QLabel>
+#include <QPushButton>
+#include <QTemporaryDir>
+
+namespace {
+
+class SheetStepsTest : public ::testing::Test {
+  protected:
+    static void SetUpTestSuite() { app::installFontSubstitutions(); }
+    void SetUp() override {
+        app::setThemeMode(app::ThemeLight);
+        fl::resetFigures();
+    }
+    void TearDown() override { fl::resetFigures(); }
+};
+
+// A figure of a natural width the view has to narrow.
+fl::FigureSource wideFigure(int width) {
+    return [width](const std::string&, const std::map<std::string, double>&, const std::string&) {
+        return fl::figure("<rect x=\"10\" y=\"10\" width=\"" + std::to_string(width - 20) +
+                              "\" height=\"580\" fill=\"#e7edfc\"/>",
+                          width, 600, "Figur");
+    };
+}
+
+using sheets::worked;
+
+fl::RenderResult ohm() {
+    return worked("ohm", {{"U", 230}, {"R", 47}}, "I");
+}
+
+// A sheet of three steps from the builder, its answer behind a spoiler.
+fl::RenderResult threeSteps() {
+    fl::resetFigures();
+    fl::SheetSections s;
+    s.steps = {{"Find strømmen", "3", "<p>" + fl::renderMath(fl::parse("U/R")) + "</p>", "I", "U,R"},
+               {"Find effekten", "4", "<p>" + fl::renderMath(fl::parse("U**2/R")) + "</p>", "P", "U,R"},
+               {"Find energien", "", "<p>E = P · t</p>", "E", "P,t"}};
+    s.answer = "<span class=\"big\">E = 1,2 kWh</span>";
+    s.concealed = "<p class=\"hint\">Regn selv først.</p>";
+    return fl::takeRender(fl::sheet("tre", {"Opgave"}, "Tre trin", s));
+}
+
+int shownSteps(const QString& visible) {
+    return int(visible.count("class=\"stept\""));
+}
+
+TEST_F(SheetStepsTest, stepModeRevealsOneStepAtATimeThenTheAnswer) {
+    app::SheetBox box;
+    box.resize(700, 400);
+    app::SheetView* view = box.view();
+    view->setStepMode(true);
+    view->setContent(threeSteps());
+    ASSERT_EQ(view->steps(), 3);
+
+    struct Stage {
+        int shown;
+        bool answer;
+        bool bar;
+        const char* label;
+        const char* next;
+    };
+    const Stage stages[] = {
+        {0, false, true, "Trin 0 af 3 vist – prøv selv at regne det næste trin, før du ser det",
+         "Vis næste trin"},
+        {1, false, true, "Trin 1 af 3 vist – prøv selv at regne det næste trin, før du ser det",
+         "Vis næste trin"},
+        {2, false, true, "Trin 2 af 3 vist – prøv selv at regne det næste trin, før du ser det",
+         "Vis sidste trin og facit"},
+        {3, true, false, nullptr, nullptr},
+    };
+    for (const Stage& s : stages) {
+        SCOPED_TRACE(s.shown);
+        const QString visible = view->visibleHtml();
+        EXPECT_EQ(shownSteps(visible), s.shown);
+        EXPECT_EQ(visible.contains("FACIT"), s.answer);
+        EXPECT_EQ(visible.contains("Regn selv først."), !s.answer);
+        EXPECT_EQ(box.bar()->isHidden(), !s.bar);
+        if (s.label) {
+            EXPECT_EQ(box.label()->text().toStdString(), s.label);
+            EXPECT_EQ(box.nextButton()->text().toStdString(), s.next);
+        }
+        box.nextButton()->click();
+    }
+}
+
+TEST_F(SheetStepsTest, showAllRevealsEverythingAtOnce) {
+    app::SheetBox box;
+    box.view()->setStepMode(true);
+    box.view()->setContent(ohm());
+    EXPECT_EQ(box.view()->steps(), 6);
+    EXPECT_EQ(shownSteps(box.view()->visibleHtml()), 0);
+    box.allButton()->click();
+    EXPECT_EQ(shownSteps(box.view()->visibleHtml()), 6);
+    EXPECT_TRUE(box.view()->visibleHtml().contains("4,8936 A"));
+    EXPECT_TRUE(box.bar()->isHidden());
+}
+
+TEST_F(SheetStepsTest, aSheetWithoutStepsIsShownWhole) {
+    fl::SheetSections s;
+    s.given = {"<span class=\"v\">U</span> = 230 V"};
+    s.answer = "<span class=\"big\">I = 4,8936 A</span>";
+    s.revealed = "<p>Godt regnet.</p>";
+    s.concealed = "<p>Skjult svar.</p>";
+    app::SheetBox box;
+    box.view()->setStepMode(true);
+    box.view()->setContent(fl::takeRender(fl::sheet("x", {"Formler"}, "Uden trin", s)));
+    const QString visible = box.view()->visibleHtml();
+    EXPECT_TRUE(visible.contains("FACIT"));
+    EXPECT_TRUE(visible.contains("Godt regnet."));
+    EXPECT_FALSE(visible.contains("Skjult svar."));
+    EXPECT_TRUE(box.bar()->isHidden());
+}
+
+TEST_F(SheetStepsTest, spoilersFollowTheRevealBothWays) {
+    app::SheetView view;
+    view.resize(700, 100);
+    view.setContent(worked("ohm", {{"U", 230}, {"R", 47}}, "I", wideFigure(460)));
+    struct Row {
+        const char* name;
+        bool stepMode;
+        bool answer;
+    };
+    const Row rows[] = {{"without step mode the answer shows", false, true},
+                        {"in step mode it waits for the last step", true, false}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        view.setStepMode(row.stepMode);
+        const QString visible = view.visibleHtml();
+        EXPECT_EQ(visible.contains("FACIT"), row.answer);
+        EXPECT_EQ(visible.contains("src=\"f:0\""), row.answer) << "the figure is a spoiler too";
+        EXPECT_FALSE(visible.contains("class=\"spoiler")) << "no spoiler div reaches the text engine";
+    }
+}
+
+TEST_F(SheetStepsTest, figuresAreFittedToTheViewNeverWidened) {
+    struct Row {
+        const char* name;
+        int viewport;
+        int natural;
+        const char* tag;
+    };
+    const Row rows[] = {
+        {"wide figure in 800", 800, 1200, R"(<img src="f:0" width="770" height="385">)"},
+        {"narrow view counts as 200", 100, 1200, R"(<img src="f:0" width="170" height="85">)"},
+        {"small figure stays", 800, 460, R"(<img src="f:0" width="460" height="600">)"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        app::SheetView view;
+        view.setContent(worked("ohm", {{"U", 230}, {"R", 47}}, "I", wideFigure(row.natural)));
+        view.resize(row.viewport + view.width() - view.viewWidth(), 100);
+        ASSERT_EQ(view.viewWidth(), row.viewport);
+        EXPECT_TRUE(view.visibleHtml().contains(row.tag)) << view.visibleHtml().toStdString();
+    }
+}
+
+TEST_F(SheetStepsTest, twoResultsAppendedKeepTheirImagesApart) {
+    fl::RenderResult both = worked("ohm", {{"U", 230}, {"R", 47}}, "I", wideFigure(400));
+    const fl::RenderResult second = worked("powerU", {{"P", 1000}, {"R", 47}}, "U", wideFigure(300));
+    const size_t firstMaths = both.maths.size();
+    ASSERT_GT(firstMaths, 0u);
+    ASSERT_GT(second.maths.size(), 0u);
+    both.append(second);
+
+    app::SheetView view;
+    view.resize(800, 100);
+    view.setContent(both);
+    view.document()->size();
+    const QString visible = view.visibleHtml();
+    const QSet<QString> cells = app::cellImages(visible);
+    // Every image of the joined sheet is drawn from its own expression.
+    for (size_t i = 0; i < both.maths.size(); ++i) {
+        const QString name = QStringLiteral("m:%1").arg(i);
+        SCOPED_TRACE(name.toStdString());
+        ASSERT_TRUE(view.images().contains(name));
+        const QImage shown = view.images().value(name).value<QImage>();
+        const QImage own = app::mathImage(both.maths[i], app::sheetMathStyle(cells.contains(name)),
+                                          shown.devicePixelRatio());
+        EXPECT_EQ(shown, own);
+    }
+    EXPECT_EQ(view.images().value("f:1").value<QImage>().deviceIndependentSize().toSize(), QSize(300, 600));
+    EXPECT_EQ(view.images().value("f:0").value<QImage>().deviceIndependentSize().toSize(), QSize(400, 600));
+}
+
+// The page count of a PDF from the count of its page tree.
+int pdfPages(const QString& path) {
+    QFile f(path);
+    if (!f.open(QIODevice::ReadOnly)) return -1;
+    const QByteArray data = f.readAll();
+    const qsizetype at = data.indexOf("/Type /Pages");
+    if (at < 0) return -1;
+    const qsizetype count = data.indexOf("/Count ", at);
+    return count < 0 ? -1 : data.mid(count + 7, 8).trimmed().split(' ').front().split('\n').front().toInt();
+}
+
+TEST_F(SheetStepsTest, pdfPagesFollowTheSheetsLength) {
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    struct Row {
+        const char* name;
+        fl::RenderResult sheet;
+        int minPages, maxPages;
+    };
+    fl::SheetSections small;
+    small.steps = {{"Find strømmen", "3", "<p>" + fl::renderMath(fl::parse("U/R")) + "</p>", "I", "U,R"}};
+    small.answer = "I = 4,8936 A";
+    const fl::RenderResult one = fl::takeRender(fl::sheet("s", {"Formler"}, "Ohms lov", small));
+    const Row rows[] = {
+        {"one page", one, 1, 1},
+        {"ten worked sheets", sheets::manyFamilies(10), 4, 40},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        app::SheetView view;
+        view.setContent(row.sheet);
+        const QString path = dir.filePath(QString::fromUtf8(row.name) + ".pdf");
+        ASSERT_TRUE(view.printToPdf("Ohms lov", path));
+        const int pages = pdfPages(path);
+        EXPECT_GE(pages, row.minPages);
+        EXPECT_LE(pages, row.maxPages);
+    }
+}
+
+TEST_F(SheetStepsTest, pdfButtonReportsItsOutcome) {
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    app::ResultArea area;
+    area.setProvider(ohm);
+    EXPECT_TRUE(area.savePdfTo(dir.filePath("ohm.pdf")));
+    EXPECT_EQ(area.pdfButton()->text().toStdString(), "✓ PDF gemt");
+    EXPECT_TRUE(QFile::exists(dir.filePath("ohm.pdf")));
+    EXPECT_FALSE(area.savePdfTo(dir.filePath("findes/ikke/ohm.pdf")));
+    EXPECT_EQ(area.pdfButton()->text().toStdString(), "Hent som PDF");
+    EXPECT_TRUE(area.pdfButton()->isEnabled());
+}
+
+} // namespace

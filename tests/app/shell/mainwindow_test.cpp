@@ -1,0 +1,581 @@
+// The main window: navigation and what it records, the sidebar with its
+// search, links, the results strip, notices, the settings panel and the
+// teacher's profile. Every case starts from an empty store in a temporary
+// directory and leaves the global settings as it found them.
+#include "app/shell/lockedpage.h"
+#include "app/shell/mainwindow.h"
+#include "app/shell/options.h"
+#include "app/shell/routes.h"
+#include "app/shell/settingspanel.h"
+#include "app/shell/theme.h"
+#include "app/widgets/page.h"
+#include "app/widgets/valuefield.h"
+#include "fl/formulas/lists.h"
+#include "store/datastore.h"
+#include "tests/app/fresh_app.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QGraphicsEffect>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QStackedWidget>
+#include <QTemporaryDir>
+#include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
+
+#include <memory>
+
+namespace {
+
+using Strings = std::vector<std::string>;
+
+Strings strings(const Json& array) {
+    Strings out;
+    for (const Json& v : array.asArray()) out.push_back(v.asString());
+    return out;
+}
+
+// Counts a signal's emissions and keeps the last string or bool it carried.
+struct Spy {
+    int count = 0;
+    QVariant last;
+    template <typename Obj, typename... Args>
+    Spy(Obj* sender, void (Obj::*signal)(Args...)) {
+        QObject::connect(sender, signal, [this](auto... args) {
+            ++count;
+            ((last = QVariant::fromValue(args)), ...);
+        });
+    }
+};
+
+void settle(int ms) {
+    QElapsedTimer t;
+    t.start();
+    while (t.elapsed() < ms) QApplication::processEvents(QEventLoop::AllEvents, 10);
+}
+
+class WindowTest : public FreshAppTest {
+protected:
+    app::MainWindow& open() {
+        window = std::make_unique<app::MainWindow>();
+        return *window;
+    }
+
+    // The visible rows of the sidebar, sections in upper case.
+    Strings sidebarRows() const {
+        Strings rows;
+        for (QTreeWidgetItemIterator it(window->sidebar()); *it; ++it) rows.push_back((*it)->text(0).toStdString());
+        return rows;
+    }
+
+    QTreeWidgetItem* sidebarRow(const QString& data) const {
+        for (QTreeWidgetItemIterator it(window->sidebar()); *it; ++it)
+            if ((*it)->data(0, Qt::UserRole).toString() == data) return *it;
+        return nullptr;
+    }
+};
+
+// ---------------------------------------------------------------- routes
+
+TEST_F(WindowTest, everyTileRouteHasAPageAndNothingElseDoes) {
+    std::set<std::string> tileRoutes, factoryRoutes;
+    for (const fl::Tile& t : fl::tiles()) tileRoutes.insert(t.route);
+    for (const auto& [route, make] : app::pageFactory()) factoryRoutes.insert(route);
+    EXPECT_EQ(factoryRoutes, tileRoutes);
+    EXPECT_EQ(factoryRoutes.size(), 38u);
+}
+
+TEST_F(WindowTest, everyRouteOpensItsOwnPageWithItsTitle) {
+    app::MainWindow& w = open();
+    for (const fl::Tile& tile : fl::tiles()) {
+        const QString route = QString::fromStdString(tile.route);
+        SCOPED_TRACE(tile.route);
+        w.navigate(route);
+        EXPECT_EQ(w.currentRoute(), route);
+        ASSERT_NE(w.currentPage(), nullptr);
+        const QString expected = route == "hjem" ? QString("Ostrovalden Skole")
+                                                 : QString::fromStdString(tile.name) + " – Ostrovalden Skole";
+        EXPECT_EQ(w.windowTitle(), expected);
+    }
+}
+
+TEST_F(WindowTest, unknownRoutesEndOnHome) {
+    app::MainWindow& w = open();
+    for (const char* route : {"", "nosuch", "Ohm", "go:trafo"}) {
+        SCOPED_TRACE(route);
+        w.navigate("trafo");
+        w.navigate(route);
+        EXPECT_EQ(w.currentRoute(), "hjem");
+        EXPECT_EQ(storeGetString("last"), "hjem");
+        EXPECT_EQ(w.windowTitle(), "Ostrovalden Skole");
+    }
+}
+
+TEST_F(WindowTest, switchedOffRoutesShowTheLockedPage) {
+    struct Row {
+        const char* name;
+        std::set<std::string> off;
+        const char* route;
+        const char* shown;
+        const char* feature;
+    };
+    const Row rows[] = {
+        {"tool of a topic", {"ac_komp"}, "komp", "laast", "ac_komp"},
+        {"first topic in table order wins", {"ac_trefase", "vaerktoj"}, "trefase", "laast", "vaerktoj"},
+        {"family when the calculators are off", {"udregnere"}, "ohm", "laast", "udregnere"},
+        {"family through its sub-topic key", {"ac_komp"}, "kompQ", "laast", "ac_komp"},
+        {"family through a prefix key", {"ac_trefase"}, "tfUY", "laast", "ac_trefase"},
+        {"family of another topic stays open", {"ac_komp"}, "ohm", "ohm", ""},
+        {"an id of no topic closes nothing", {"nosuch"}, "komp", "komp", ""},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        freshStore();
+        app::options().off = row.off;
+        app::MainWindow& w = open();
+        w.navigate(row.route);
+        EXPECT_EQ(w.currentRoute(), row.shown);
+        EXPECT_EQ(storeGetString("locked_feature"), row.feature);
+        if (std::string(row.shown) == "laast") {
+            EXPECT_EQ(storeGetString("locked_page"), row.route);
+            EXPECT_EQ(storeGetString("last"), "laast");
+        }
+    }
+}
+
+TEST_F(WindowTest, lockedRouteLeavesRecentAndUsageUntouched) {
+    app::options().off = {"ac_komp"};
+    app::options().profile = "proeve";
+    app::MainWindow& w = open();
+    w.navigate("trafo");
+    const Json recent = storeGet("recent");
+    const Json usage = storeGet("usage");
+    w.navigate("komp");
+    EXPECT_EQ(w.currentRoute(), "laast");
+    EXPECT_EQ(w.windowTitle(), "Slået fra af din lærer – Ostrovalden Skole");
+    EXPECT_EQ(Json::dump(storeGet("recent")), Json::dump(recent));
+    EXPECT_EQ(Json::dump(storeGet("usage")), Json::dump(usage));
+    auto* locked = qobject_cast<app::LockedPage*>(w.currentPage());
+    ASSERT_NE(locked, nullptr);
+    EXPECT_TRUE(locked->text->text().startsWith("<b>Kompensering</b> er slået fra for skolen (profil: Prøve)."));
+    EXPECT_TRUE(locked->text->text().endsWith("Programmet er ikke i stykker."));
+}
+
+TEST_F(WindowTest, lockedTextNamesTopicAndProfile) {
+    struct Row {
+        const char* topic;
+        const char* profile;
+        const char* start;
+    };
+    const Row rows[] = {{"ac_komp", "", "<b>Kompensering</b> er slået fra for skolen.<br><br>"},
+                        {"", "hjemme", "<b>Denne funktion</b> er slået fra for skolen (profil: Hjemmearbejde)."},
+                        {"nosuch", "ukendt", "<b>Denne funktion</b> er slået fra for skolen.<br>"},
+                        {"jaevn", "jaevnstrom", "<b>Kredsløb med jævnstrøm</b> er slået fra for skolen (profil: Kun jævnstrøm)."}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.topic);
+        EXPECT_TRUE(app::lockedText(row.topic, row.profile).startsWith(QString::fromUtf8(row.start)))
+            << app::lockedText(row.topic, row.profile).toStdString();
+    }
+}
+
+TEST_F(WindowTest, sevenRoutesLeaveSixInRecentNewestFirst) {
+    app::MainWindow& w = open();
+    for (const char* route : {"trafo", "kabel", "sf1", "motor", "komp", "hjem", "ac", "res", "trafo"}) w.navigate(route);
+    EXPECT_EQ(strings(storeGet("recent")), (Strings{"trafo", "res", "ac", "komp", "motor", "sf1"}));
+}
+
+TEST_F(WindowTest, recentIgnoresWhatIsNoRouteList) {
+    storeSet("recent", Json("trafo"));
+    app::MainWindow& w = open();
+    w.navigate("kabel");
+    EXPECT_EQ(strings(storeGet("recent")), (Strings{"kabel"}));
+    Json mixed = Json::array();
+    mixed.push(Json(3));
+    mixed.push(Json("sf1"));
+    storeSet("recent", mixed);
+    w.navigate("motor");
+    EXPECT_EQ(strings(storeGet("recent")), (Strings{"motor", "sf1"}));
+}
+
+TEST_F(WindowTest, usageCountsVisitsByTitle) {
+    app::MainWindow& w = open();
+    w.navigate("trafo");
+    w.navigate("trafo");
+    w.navigate("hjem");
+    const Json usage = storeGet("usage");
+    EXPECT_EQ(usage.at("Transformer").asNumber(), 2);
+    EXPECT_EQ(usage.at("Forside").asNumber(), 2);  // the constructor's visit and this one
+}
+
+TEST_F(WindowTest, renavigatingKeepsPreviousAndScrollsToTopWithoutFade) {
+    app::MainWindow& w = open();
+    w.resize(1000, 600);
+    w.show();
+    w.navigate("trafo");
+    app::Page* trafo = w.currentPage();
+    w.navigate("kabel");
+    app::Page* page = w.currentPage();
+    for (int i = 0; i < 20; ++i) page->addCard()->setMinimumHeight(120);
+    settle(250);
+    page->verticalScrollBar()->setValue(300);
+    ASSERT_EQ(page->verticalScrollBar()->value(), 300);
+    Spy spy(&w, &app::MainWindow::navigated);
+    w.navigate("kabel");
+    EXPECT_EQ(w.previousRoute(), "trafo");
+    EXPECT_EQ(page->verticalScrollBar()->value(), 0);
+    EXPECT_EQ(page->graphicsEffect(), nullptr);
+    ASSERT_EQ(spy.count, 1);
+    EXPECT_EQ(spy.last.toString(), "kabel");
+    w.navigate("trafo");
+    EXPECT_EQ(w.currentPage(), trafo) << "pages are made once and kept";
+    EXPECT_NE(w.currentPage()->graphicsEffect(), nullptr) << "a new page fades in";
+    EXPECT_EQ(w.previousRoute(), "kabel");
+}
+
+// ---------------------------------------------------------------- links
+
+TEST_F(WindowTest, globalLinkSchemesNavigate) {
+    struct Row {
+        const char* href;
+        const char* route;
+        const char* key;
+        const char* stored;
+    };
+    const Row rows[] = {{"go:trafo", "trafo", "", ""},
+                        {"gl:Ohms lov", "ordliste", "ordliste_q", "Ohms lov"},
+                        {"it:rcd", "insttest", "insttest_tab", "hvad"}};
+    app::MainWindow& w = open();
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.href);
+        w.followLink(row.href);
+        EXPECT_EQ(w.currentRoute(), row.route);
+        if (*row.key) {
+            EXPECT_EQ(storeGetString(row.key), row.stored);
+        }
+    }
+}
+
+// ---------------------------------------------------------------- sidebar
+
+TEST_F(WindowTest, searchWithoutMatchLeavesOnlyHomeAndEnterGoesThere) {
+    app::MainWindow& w = open();
+    w.navigate("trafo");
+    w.searchBox()->setText("zz");
+    EXPECT_EQ(sidebarRows(), (Strings{"⌂ Forside"}));
+    emit w.searchBox()->returnPressed();
+    EXPECT_EQ(w.currentRoute(), "hjem");
+}
+
+TEST_F(WindowTest, searchFindsByNameAndSearchWords) {
+    struct Row {
+        const char* text;
+        Strings rows;
+        const char* firstHit;
+    };
+    const Row rows[] = {
+        {"hpfi", {"⌂ Forside", "HJÆLP OG OVERBLIK", "Test af installation"}, "insttest"},
+        {"  FARVEKODE ", {"⌂ Forside", "SMÅVÆRKTØJER", "Modstandens farvekode"}, "farve"},
+        {"Kortslutning",
+         {"⌂ Forside", "DIMENSIONERING", "Ik max (kortslutningsstrøm)", "Ik min (kortslutningsstrøm)",
+          "HJÆLP OG OVERBLIK", "Test af installation"},
+         "ikmax"},
+        {"", {}, "hjem"},
+    };
+    app::MainWindow& w = open();
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.text);
+        w.navigate("trafo");
+        w.searchBox()->setText(QString::fromUtf8(row.text));
+        if (!row.rows.empty()) {
+            EXPECT_EQ(sidebarRows(), row.rows);
+        }
+        w.openFirstHit();
+        EXPECT_EQ(w.currentRoute(), row.firstHit);
+    }
+}
+
+TEST_F(WindowTest, sidebarDropsClosedRoutesAndCurrentSuffixes) {
+    app::options().off = {"vaerktoj"};
+    open();
+    EXPECT_EQ(sidebarRow("trafo"), nullptr);
+    EXPECT_EQ(sidebarRow("sec:n_dim"), nullptr) << "a section with nothing left is skipped";
+    ASSERT_NE(sidebarRow("kreds"), nullptr);
+    EXPECT_EQ(sidebarRow("kreds")->text(0), "Tegn et kredsløb");
+    EXPECT_EQ(sidebarRow("kredsguideac")->text(0), "Kredsløb – fremgangsmåde");
+    EXPECT_EQ(sidebarRow("sec:n_dc")->text(0), "KREDSLØB – JÆVNSTRØM");
+    EXPECT_TRUE(sidebarRow("hjem")->isSelected());
+}
+
+TEST_F(WindowTest, sectionsOpenAsStoredAndFlipOnClickAndEntriesNavigate) {
+    Json nav = Json::object();
+    nav["n_tools"] = Json(false);
+    nav["n_dim"] = Json(true);
+    nav["n_ov"] = Json("ja");
+    storeSet("navOpen", nav);
+    app::MainWindow& w = open();
+    struct Row {
+        const char* section;
+        bool open;
+    };
+    for (const Row& row : {Row{"n_tools", false}, Row{"n_dim", true}, Row{"n_ov", false}, Row{"n_help", true},
+                           Row{"n_dc", false}}) {
+        SCOPED_TRACE(row.section);
+        QTreeWidgetItem* head = sidebarRow(QString("sec:") + row.section);
+        ASSERT_NE(head, nullptr);
+        EXPECT_EQ(head->isExpanded(), row.open);
+        EXPECT_EQ(head->text(1), row.open ? "▾" : "▸");
+    }
+    QTreeWidgetItem* dc = sidebarRow("sec:n_dc");
+    emit w.sidebar()->itemClicked(dc, 0);
+    EXPECT_TRUE(dc->isExpanded());
+    EXPECT_TRUE(storeGet("navOpen").at("n_dc").asBool());
+    EXPECT_FALSE(storeGet("navOpen").at("n_tools").asBool());
+    // A click on an entry goes there, and the section of the page on screen opens by itself.
+    emit w.sidebar()->itemClicked(sidebarRow("trafo"), 0);
+    QApplication::processEvents();
+    EXPECT_EQ(w.currentRoute(), "trafo");
+    EXPECT_TRUE(sidebarRow("sec:n_tools")->isExpanded());
+    EXPECT_TRUE(sidebarRow("trafo")->isSelected());
+}
+
+TEST_F(WindowTest, searchBoxKeys) {
+    app::MainWindow& w = open();
+    w.show();
+    QLineEdit* box = w.searchBox();
+    box->setFocus();
+    box->setText("kabel");
+    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    QApplication::sendEvent(box, &escape);
+    EXPECT_TRUE(box->text().isEmpty());
+    QKeyEvent down(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier);
+    QApplication::sendEvent(box, &down);
+    EXPECT_NE(w.sidebar()->currentItem(), nullptr);
+}
+
+TEST_F(WindowTest, buttonsAndCombosGetThePointingHand) {
+    app::MainWindow& w = open();
+    auto* plainButton = new QPushButton("Løs", w.currentPage());
+    auto* combo = new QComboBox(w.currentPage());
+    auto* own = new QPushButton("Træk", w.currentPage());
+    own->setCursor(Qt::SizeAllCursor);
+    auto* label = new QLabel("tekst", w.currentPage());
+    for (QWidget* widget : std::initializer_list<QWidget*>{plainButton, combo, own, label}) {
+        QEvent enter(QEvent::Enter);
+        QApplication::sendEvent(widget, &enter);
+    }
+    EXPECT_EQ(plainButton->cursor().shape(), Qt::PointingHandCursor);
+    EXPECT_EQ(combo->cursor().shape(), Qt::PointingHandCursor);
+    EXPECT_EQ(own->cursor().shape(), Qt::SizeAllCursor);
+    EXPECT_EQ(label->cursor().shape(), Qt::ArrowCursor);
+}
+
+// ---------------------------------------------------------------- results
+
+TEST_F(WindowTest, eleventhResultPushesOutTheOldestAndNaNNeverEnters) {
+    app::MainWindow& w = open();
+    EXPECT_TRUE(w.resultStrip()->isHidden());
+    for (int i = 1; i <= 11; ++i) w.addResult(QString("R_%1").arg(i), i, "Ω");
+    w.addResult("X", std::nan(""), "Ω");
+    w.addResult("Y", INFINITY, "Ω");
+    const auto& records = w.resultRecords();
+    ASSERT_EQ(records.size(), 10u);
+    EXPECT_EQ(records.front().name, "R_11");
+    EXPECT_EQ(records.back().name, "R_2");
+    EXPECT_FALSE(w.resultStrip()->isHidden());
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(w.resultStrip()->findChildren<QPushButton*>().size(), 10);
+}
+
+TEST_F(WindowTest, resultButtonShowsThePlainNameAndTheFormattedValue) {
+    app::MainWindow& w = open();
+    w.addResult("U<sub>R1</sub>", 1234.5678, "V");
+    QPushButton* button = w.resultStrip()->findChild<QPushButton*>();
+    ASSERT_NE(button, nullptr);
+    EXPECT_EQ(button->text(), "UR1 = 1234,6 V");
+    app::options().komma = false;
+    app::applyDisplaySettings();
+    w.rebuildResults();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(w.resultStrip()->findChild<QPushButton*>()->text(), "UR1 = 1234.6 V");
+}
+
+TEST_F(WindowTest, resultClickWritesIntoTheLastFieldUsed) {
+    struct Row {
+        bool komma;
+        double value;
+        const char* written;
+    };
+    const Row rows[] = {{true, 1.5, "1,5"}, {false, 1.5, "1.5"}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.written);
+        app::options().komma = row.komma;
+        app::applyDisplaySettings();
+        app::MainWindow& w = open();
+        w.show();
+        w.navigate("trafo");
+        app::ValueField* field = w.currentPage()->addCard()->addField("U", "Spænding", "V");
+        QPushButton* first = nullptr;
+        w.addResult("U", row.value, "V");
+        first = w.resultStrip()->findChild<QPushButton*>();
+        ASSERT_NE(first, nullptr);
+        first->click();
+        EXPECT_TRUE(field->text().isEmpty()) << "no field used yet: nothing is written";
+        w.activateWindow();
+        field->edit->setFocus();
+        QApplication::processEvents();
+        ASSERT_EQ(w.lastUsedField(), field->edit);
+        w.searchBox()->setFocus();
+        QApplication::processEvents();
+        EXPECT_EQ(w.lastUsedField(), field->edit) << "the search box is never the last field";
+        first->click();
+        EXPECT_EQ(field->text(), row.written);
+    }
+}
+
+// ---------------------------------------------------------------- notices
+
+TEST_F(WindowTest, noticeWithIdShowsUntilClosedOnce) {
+    app::MainWindow& w = open();
+    storeSet("notice_seen", Json("not a list"));
+    w.showNotice("<b>Besked</b>", "class:7");
+    EXPECT_FALSE(w.noticeBar()->isHidden());
+    w.noticeBar()->findChild<QPushButton*>("noticeClose")->click();
+    EXPECT_TRUE(w.noticeBar()->isHidden());
+    EXPECT_EQ(strings(storeGet("notice_seen")), (Strings{"class:7"}));
+    w.showNotice("<b>Besked</b>", "class:7");
+    EXPECT_TRUE(w.noticeBar()->isHidden());
+    w.showNotice("<b>Ny besked</b>", "class:8");
+    EXPECT_FALSE(w.noticeBar()->isHidden());
+    // Without an id it always shows, and closing it records nothing.
+    w.noticeBar()->findChild<QPushButton*>("noticeClose")->click();
+    w.showNotice("Opdateret", "");
+    w.noticeBar()->findChild<QPushButton*>("noticeClose")->click();
+    w.showNotice("Opdateret", "");
+    EXPECT_FALSE(w.noticeBar()->isHidden());
+    EXPECT_EQ(strings(storeGet("notice_seen")), (Strings{"class:7", "class:8"}));
+}
+
+// ---------------------------------------------------------------- settings
+
+TEST_F(WindowTest, settingsPanelWritesStoresAndSignals) {
+    app::MainWindow& w = open();
+    app::SettingsPanel* p = w.settingsPanel();
+    Spy settings(&w, &app::MainWindow::settingsChanged);
+    Spy theme(&w, &app::MainWindow::themeChanged);
+    Spy steps(&w, &app::MainWindow::stepModeChanged);
+
+    p->comma->setChecked(false);
+    EXPECT_FALSE(app::options().komma);
+    EXPECT_FALSE(storeGet("komma").asBool(true));
+    EXPECT_EQ(settings.count, 1);
+
+    p->rounding->setCurrentIndex(1);
+    emit p->rounding->activated(1);
+    EXPECT_EQ(app::options().rund, "d2");
+    EXPECT_EQ(storeGetString("rund"), "d2");
+    EXPECT_EQ(settings.count, 2);
+
+    p->steps->setChecked(true);
+    EXPECT_TRUE(storeGet("trinvis").asBool());
+    ASSERT_EQ(steps.count, 1);
+    EXPECT_TRUE(steps.last.toBool());
+    EXPECT_EQ(w.statusText()->text(), "Afrunding: som formelsamlingen · decimalpunktum · ét trin ad gangen");
+
+    p->textSize->setCurrentIndex(1);
+    emit p->textSize->activated(1);
+    EXPECT_EQ(app::textScale(), 1.15);
+    EXPECT_EQ(storeGet("tekst").asNumber(), 1.15);
+    EXPECT_EQ(w.sidebar()->parentWidget()->width(), 322);
+    EXPECT_TRUE(qApp->styleSheet().contains("font-size: 12.1pt"));
+    EXPECT_EQ(settings.count, 3);
+    EXPECT_EQ(theme.count, 1);
+}
+
+TEST_F(WindowTest, themeButtonCyclesAutoLightDark) {
+    app::setThemeMode(app::ThemeAuto);
+    app::MainWindow& w = open();
+    Spy theme(&w, &app::MainWindow::themeChanged);
+    const std::pair<const char*, bool> steps[] = {{"light", false}, {"dark", true}, {"auto", false}};
+    for (auto [stored, dark] : steps) {
+        SCOPED_TRACE(stored);
+        w.settingsPanel()->themeButton->click();
+        EXPECT_EQ(storeGetString("theme"), stored);
+        EXPECT_EQ(app::colors().dark, dark);
+    }
+    EXPECT_EQ(theme.count, 3);
+}
+
+TEST_F(WindowTest, textSizeComboShowsTheStoredScaleByThresholds) {
+    const std::pair<double, int> rows[] = {{1.0, 0}, {1.05, 0}, {1.06, 1}, {1.15, 1}, {1.25, 1}, {1.26, 2}, {2.0, 2}};
+    for (auto [scale, index] : rows) {
+        SCOPED_TRACE(scale);
+        EXPECT_EQ(app::textSizeIndex(scale), index);
+    }
+}
+
+TEST_F(WindowTest, statusBarMarksASaveOfTheDataFile) {
+    storeSet("x", Json(1));
+    app::MainWindow& w = open();
+    w.show();
+    EXPECT_TRUE(w.savedMark()->isHidden()) << "the first look only notes the time";
+    QFile file(QString::fromStdString(DataStore::instance().path()));
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    const QDateTime later = QDateTime::currentDateTime().addSecs(60);
+    ASSERT_TRUE(file.setFileTime(later, QFileDevice::FileModificationTime));
+    file.close();
+    w.checkSaved();
+    EXPECT_FALSE(w.savedMark()->isHidden());
+    EXPECT_EQ(w.savedMark()->text(), "✓ gemt " + later.toString("HH:mm"));
+}
+
+// ---------------------------------------------------------------- profile
+
+TEST_F(WindowTest, closingTheTopicOnScreenGoesHomeAndReopeningReturns) {
+    app::MainWindow& w = open();
+    w.navigate("komp");
+    app::Page* before = w.currentPage();
+    app::options().off = {"ac_komp"};
+    w.applyProfile();
+    EXPECT_EQ(w.currentRoute(), "hjem");
+    EXPECT_EQ(sidebarRow("komp"), nullptr);
+    w.navigate("komp");
+    EXPECT_EQ(w.currentRoute(), "laast");
+    app::options().off.clear();
+    w.applyProfile();
+    EXPECT_EQ(w.currentRoute(), "komp");
+    EXPECT_NE(w.currentPage(), before) << "pages are made anew after a change";
+}
+
+TEST_F(WindowTest, runningExamSurvivesAProfileChange) {
+    app::MainWindow& w = open();
+    w.navigate("trafo");
+    w.navigate("eksamen");
+    app::Page* exam = w.currentPage();
+    app::options().profile = "proeve";
+    app::options().off = {"vaerktoj"};
+    w.applyProfile();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(w.currentRoute(), "eksamen");
+    EXPECT_EQ(w.currentPage(), exam);
+    EXPECT_EQ(w.page("trafo"), nullptr);
+}
+
+TEST_F(WindowTest, unchangedProfileKeepsPagesAndPlace) {
+    app::MainWindow& w = open();
+    w.navigate("trafo");
+    app::Page* page = w.currentPage();
+    Spy nav(&w, &app::MainWindow::navigated);
+    w.applyProfile();
+    EXPECT_EQ(nav.count, 0);
+    EXPECT_EQ(w.currentPage(), page);
+}
+
+}  // namespace

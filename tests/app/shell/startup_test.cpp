@@ -1,0 +1,331 @@
+// Start-up against a temporary home: the data directory, the migration of an
+// earlier installation, the first save, the stored settings; and the crash
+// record, written by child processes that crash on purpose.
+#include "app/shell/crash.h"
+#include "app/shell/options.h"
+#include "app/shell/startup.h"
+#include "app/shell/theme.h"
+#include "fl/expr/numbers.h"
+#include "store/datastore.h"
+#include "tests/app/fresh_app.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <csignal>
+#include <cstdlib>
+#include <functional>
+#include <optional>
+#include <pthread.h>
+#include <regex>
+#include <stdexcept>
+#include <string>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+namespace {
+
+std::string readText(const QString& path) {
+    QFile f(path);
+    if (!f.open(QIODevice::ReadOnly)) return {};
+    return f.readAll().toStdString();
+}
+
+void writeText(const QString& path, const std::string& text) {
+    QDir().mkpath(QFileInfo(path).path());
+    QFile f(path);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    f.write(text.data(), qint64(text.size()));
+}
+
+// A "data.json" whose only entry tells where it came from.
+std::string documentFrom(const std::string& origin, const char* app = "Keldvarn") {
+    return std::string(R"({"app":")") + app + R"(","data":{"fs_origin":"\")" + origin +
+           R"(\"","fs_usage_starts":"4"},"saved":"2025-08-01T07:00:00.000Z","version":1})";
+}
+
+class StartupTest : public FreshAppTest {
+  protected:
+    void SetUp() override {
+        FreshAppTest::SetUp();
+        oldXdg = qgetenv("XDG_DATA_HOME");
+        oldHome = qgetenv("HOME");
+        qputenv("XDG_DATA_HOME", (dir.path() + "/share").toUtf8());
+        qputenv("HOME", (dir.path() + "/home").toUtf8());
+    }
+    void TearDown() override {
+        app::setCrashFilePath("");
+        qputenv("XDG_DATA_HOME", oldXdg);
+        qputenv("HOME", oldHome);
+        FreshAppTest::TearDown();
+    }
+
+    QString share() const { return dir.path() + "/share"; }
+    QString dataDir() const { return share() + "/Ostrovalden Skole"; }
+    QString dataFile() const { return dataDir() + "/data.json"; }
+
+    // What a fresh process would do: an empty store, then the start.
+    void start() {
+        DataStore::instance().resetForTest();
+        app::startData();
+    }
+
+    // The saved file's "data" member, checked to be in the file form.
+    Json savedData() {
+        const Json doc = Json::parse(readText(dataFile()));
+        EXPECT_EQ(doc.at("app"), Json("Keldvarn"));
+        EXPECT_EQ(doc.at("version"), Json(1));
+        return doc.at("data");
+    }
+
+    QByteArray oldXdg, oldHome;
+};
+
+TEST_F(StartupTest, firstStartMakesTheDirectoryAndCountsEveryStart) {
+    ASSERT_FALSE(QDir(dataDir()).exists());
+    EXPECT_EQ(app::dataDirectory(), dataDir());
+    ASSERT_TRUE(QDir().rmdir(dataDir()));
+
+    start();
+    ASSERT_TRUE(QDir(dataDir()).exists());
+    Json data = Json::object();
+    data["fs_usage_starts"] = "1";
+    EXPECT_EQ(savedData(), data);
+
+    start();
+    data["fs_usage_starts"] = "2";
+    EXPECT_EQ(savedData(), data);
+    EXPECT_FALSE(QFile::exists(dataFile() + ".tmp"));
+}
+
+TEST_F(StartupTest, damagedFileIsReplacedByAValidOne) {
+    const std::pair<const char*, std::string> rows[] = {
+        {"garbage", "\x01\x02 not json"},
+        {"empty", ""},
+        {"array", "[]"},
+        {"cut off", R"({"app":"Keldvarn","data":{"fs_usage_starts":"9")"},
+    };
+    for (const auto& [name, text] : rows) {
+        SCOPED_TRACE(name);
+        writeText(dataFile(), text);
+        start();
+        Json data = Json::object();
+        data["fs_usage_starts"] = "1";
+        EXPECT_EQ(savedData(), data);
+    }
+}
+
+struct MigrationRow {
+    const char* name;
+    std::optional<std::string> ostrovalden; // "../Ostrovalden/data.json"
+    std::optional<std::string> keldvarn;    // "../Keldvarn/data.json"
+    std::optional<std::string> current;     // our own "data.json"
+    std::optional<std::string> origin;      // where the loaded data came from
+};
+
+TEST_F(StartupTest, migrationTakesTheFirstEarlierFileUnlessThereIsOne) {
+    const std::string fromO = documentFrom("ostrovalden", "Ostrovalden");
+    const std::string fromK = documentFrom("keldvarn");
+    const std::string own = documentFrom("own");
+    const MigrationRow rows[] = {
+        {"nothing anywhere", std::nullopt, std::nullopt, std::nullopt, std::nullopt},
+        {"only Keldvarn", std::nullopt, fromK, std::nullopt, "keldvarn"},
+        {"only Ostrovalden", fromO, std::nullopt, std::nullopt, "ostrovalden"},
+        {"Ostrovalden wins over Keldvarn", fromO, fromK, std::nullopt, "ostrovalden"},
+        {"own file is never overwritten", fromO, fromK, own, "own"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        QDir(share()).removeRecursively();
+        if (row.ostrovalden) writeText(share() + "/Ostrovalden/data.json", *row.ostrovalden);
+        if (row.keldvarn) writeText(share() + "/Keldvarn/data.json", *row.keldvarn);
+        if (row.current) writeText(dataFile(), *row.current);
+
+        start();
+        EXPECT_EQ(storeGetString("origin", "none"), row.origin.value_or("none"));
+        // The copied count goes on from where the earlier installation was.
+        EXPECT_EQ(storeGet("usage_starts"), Json(row.origin ? 5 : 1));
+        // The earlier installations are only read.
+        EXPECT_EQ(readText(share() + "/Ostrovalden/data.json"), row.ostrovalden.value_or(""));
+        EXPECT_EQ(readText(share() + "/Keldvarn/data.json"), row.keldvarn.value_or(""));
+    }
+}
+
+TEST_F(StartupTest, emptyEarlierDirectoryIsPassedOver) {
+    QDir().mkpath(share() + "/Ostrovalden");
+    writeText(share() + "/Keldvarn/data.json", documentFrom("keldvarn"));
+    start();
+    EXPECT_EQ(storeGetString("origin"), "keldvarn");
+}
+
+struct SettingsRow {
+    const char* name;
+    std::string entries; // the "data" member of the stored file
+    bool komma;
+    std::string rund;
+    bool trinvis;
+    double scale;
+    int theme;
+};
+
+TEST_F(StartupTest, storedSettingsWithTheirFallbacks) {
+    const SettingsRow rows[] = {
+        {"nothing stored", "{}", true, "p5", false, 1.0, app::ThemeAuto},
+        {"all set",
+         R"({"fs_komma":"false","fs_rund":"\"d2\"","fs_trinvis":"true","fs_tekst":"1.25","fs_theme":"\"dark\""})",
+         false, "d2", true, 1.25, app::ThemeDark},
+        {"light theme", R"({"fs_theme":"\"light\""})", true, "p5", false, 1.0, app::ThemeLight},
+        {"other kinds count as missing",
+         R"({"fs_komma":"\"false\"","fs_rund":"5","fs_trinvis":"1","fs_tekst":"\"1.5\"","fs_theme":"true"})",
+         true, "p5", false, 1.0, app::ThemeAuto},
+        {"unknown theme text is automatic", R"({"fs_theme":"\"blue\""})", true, "p5", false, 1.0,
+         app::ThemeAuto},
+        {"unknown rounding code carried as it stands", R"({"fs_rund":"\"x9\""})", true, "x9", false, 1.0,
+         app::ThemeAuto},
+        {"too small a text scale", R"({"fs_tekst":"0.2"})", true, "p5", false, 1.0, app::ThemeAuto},
+        {"unparsable values", R"({"fs_komma":"fals","fs_tekst":"1,5"})", true, "p5", false, 1.0,
+         app::ThemeAuto},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        writeText(dataFile(), R"({"app":"Keldvarn","data":)" + row.entries + "}");
+        start();
+        const Json before = Json::parse(readText(dataFile())).at("data");
+        app::loadSettings();
+        EXPECT_EQ(app::options().komma, row.komma);
+        EXPECT_EQ(app::options().rund, row.rund);
+        EXPECT_EQ(app::options().trinvis, row.trinvis);
+        EXPECT_DOUBLE_EQ(app::textScale(), row.scale);
+        EXPECT_EQ(app::themeMode(), row.theme);
+        EXPECT_EQ(fl::displaySettings().decimalComma, row.komma);
+        EXPECT_EQ(fl::displaySettings().rounding, row.rund);
+        EXPECT_EQ(fl::displaySettings().oneStepAtATime, row.trinvis);
+        // Reading the settings never rewrites what the user chose.
+        EXPECT_EQ(Json::parse(readText(dataFile())).at("data"), before);
+    }
+}
+
+// --- The crash record -------------------------------------------------------
+
+// Runs `crash` in a child process with the handler installed and the record
+// going to `record`; returns the signal that ended the child (0 if none).
+int crashInChild(const std::string& record, const std::function<void()>& crash) {
+    const pid_t pid = fork();
+    if (pid == 0) {
+        const rlimit noCore{0, 0};
+        setrlimit(RLIMIT_CORE, &noCore);
+        app::installCrashHandler();
+        app::setCrashFilePath(record);
+        crash();
+        _exit(0);
+    }
+    int status = 0;
+    waitpid(pid, &status, 0);
+    return WIFSIGNALED(status) ? WTERMSIG(status) : 0;
+}
+
+[[gnu::noinline]] void writeToAddress(uintptr_t address) {
+    *reinterpret_cast<volatile int*>(address) = 1;
+}
+
+[[gnu::noinline]] void throwUncaught() {
+    throw std::runtime_error("ingen fanger mig");
+}
+
+volatile int quotient = 0;
+[[gnu::noinline]] void divideBy(int divisor) {
+    const volatile int d = divisor; // keeps the compiler from folding the division away
+    quotient = 100 / d;
+}
+
+// A bare thread has no handler anywhere above the throw, as the interface
+// thread has none above the event loop: the exception is truly uncaught.
+void throwOnOwnThread() {
+    pthread_t thread;
+    pthread_create(
+        &thread, nullptr,
+        [](void*) -> void* {
+            throwUncaught();
+            return nullptr;
+        },
+        nullptr);
+    pthread_join(thread, nullptr);
+}
+
+struct CrashRow {
+    const char* name;
+    std::function<void()> crash;
+    int signal;
+    std::string firstLine; // a regular expression
+    std::string someFrame; // a regular expression one frame must match
+};
+
+TEST(CrashRecord, fatalSignalsAndUncaughtExceptionsLeaveARecord) {
+    QTemporaryDir dir;
+    const std::string record = (dir.path() + "/crash.txt").toStdString();
+    const CrashRow rows[] = {
+        {"segmentation fault", [] { writeToAddress(0x10); }, SIGSEGV,
+         R"(Ostrovalden 1\.0\.30 crash: exception 0x0000000b at 0x10)", R"(  #0 startup_test\+0x[0-9a-f]+)"},
+        {"uncaught exception", []() noexcept { throwUncaught(); }, SIGABRT,
+         R"(Ostrovalden 1\.0\.30 crash: exception 0x00000006 at 0x[0-9a-f]+)",
+         R"(  #\d+ \S+!__cxa_throw\+0x[0-9a-f]+)"},
+        {"abort", [] { std::abort(); }, SIGABRT,
+         R"(Ostrovalden 1\.0\.30 crash: exception 0x00000006 at 0x[0-9a-f]+)",
+         R"(  #\d+ \S+!abort\+0x[0-9a-f]+)"},
+        {"division by zero", [] { divideBy(0); }, SIGFPE,
+         R"(Ostrovalden 1\.0\.30 crash: exception 0x00000008 at 0x[0-9a-f]+)",
+         R"(  #0 startup_test\+0x[0-9a-f]+)"},
+        {"signal sent by raise", [] { std::raise(SIGBUS); }, SIGBUS,
+         R"(Ostrovalden 1\.0\.30 crash: exception 0x00000007 at 0x[0-9a-f]+)",
+         R"(  #\d+ \S+!(raise|gsignal)\+0x[0-9a-f]+)"},
+        {"segmentation fault on another thread", [] { std::thread([] { writeToAddress(0x20); }).join(); },
+         SIGSEGV, R"(Ostrovalden 1\.0\.30 crash: exception 0x0000000b at 0x20)",
+         R"(  #0 startup_test\+0x[0-9a-f]+)"},
+        {"exception on a thread of its own", [] { throwOnOwnThread(); }, SIGABRT,
+         R"(Ostrovalden 1\.0\.30 crash: exception 0x00000006 at 0x[0-9a-f]+)",
+         R"(  #\d+ \S+!__cxa_throw\+0x[0-9a-f]+)"},
+    };
+    const std::regex frame(R"(  #\d+ [^ !]+(![^ ]+)?\+0x[0-9a-f]+)");
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        // A second crash replaces the record of the first.
+        QFile::remove(QString::fromStdString(record));
+        writeText(QString::fromStdString(record), std::string(5000, 'x'));
+
+        EXPECT_EQ(crashInChild(record, row.crash), row.signal);
+        const std::string text = readText(QString::fromStdString(record));
+        ASSERT_EQ(text.find("xxx"), std::string::npos) << "the old record is still there";
+        std::vector<std::string> lines;
+        size_t start = 0;
+        for (size_t nl; (nl = text.find('\n', start)) != std::string::npos; start = nl + 1)
+            lines.push_back(text.substr(start, nl - start));
+        EXPECT_EQ(start, text.size()) << "last line without newline";
+        ASSERT_GE(lines.size(), 2u) << text;
+        EXPECT_LE(lines.size(), 41u);
+        EXPECT_TRUE(std::regex_match(lines[0], std::regex(row.firstLine))) << lines[0];
+        bool found = false;
+        for (size_t i = 1; i < lines.size(); ++i) {
+            EXPECT_TRUE(std::regex_match(lines[i], frame)) << lines[i];
+            EXPECT_EQ(lines[i].rfind("  #" + std::to_string(i - 1) + " ", 0), 0u) << lines[i];
+            found = found || std::regex_match(lines[i], std::regex(row.someFrame));
+        }
+        EXPECT_TRUE(found) << text;
+    }
+}
+
+TEST(CrashRecord, withoutAPathTheProcessStillDiesAsItWould) {
+    EXPECT_EQ(crashInChild("", [] { writeToAddress(0x10); }), SIGSEGV);
+    QTemporaryDir dir;
+    const std::string unwritable = (dir.path() + "/no/such/dir/crash.txt").toStdString();
+    EXPECT_EQ(crashInChild(unwritable, [] { throwOnOwnThread(); }), SIGABRT);
+    EXPECT_FALSE(QFile::exists(QString::fromStdString(unwritable)));
+    EXPECT_EQ(crashInChild(unwritable, [] {}), 0);
+}
+
+} // namespace

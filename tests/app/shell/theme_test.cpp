@@ -1,0 +1,155 @@
+// The theme: token filling, the text scale's rewrite of pt sizes, the two
+// palettes reaching the application, the resource images and the fonts that
+// stand in for the Windows faces.
+#include "app/shell/theme.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QFontInfo>
+#include <QGlyphRun>
+#include <QRawFont>
+#include <QTextLayout>
+#include <QIcon>
+#include <QImage>
+#include <QPalette>
+
+namespace {
+
+// Restores the process-wide theme state a test changes.
+class ThemeTest : public ::testing::Test {
+protected:
+    void TearDown() override {
+        app::setTextScale(1.0);
+        app::setThemeMode(app::ThemeLight);
+    }
+};
+
+TEST_F(ThemeTest, textScaleRewritesPointSizesOnly) {
+    struct Row {
+        const char* name;
+        double scale;
+        const char* input;
+        const char* expected;
+    };
+    const Row rows[] = {
+        {"interface size at 115 %", 1.15, "font-size: 10.5pt;", "font-size: 12.1pt;"},
+        {"hair line at 115 %", 1.15, "td.stline { font-size: 1pt; }", "td.stline { font-size: 1.1pt; }"},
+        {"pixels stay", 1.15, "border: 1px solid; width: 14px;", "border: 1px solid; width: 14px;"},
+        {"whole number gets one decimal", 1.3, "font-size: 8pt", "font-size: 10.4pt"},
+        {"several in one line", 1.3, "a 10pt b 17pt c", "a 13.0pt b 22.1pt c"},
+        {"no word boundary, no match", 1.3, "10ptx", "10ptx"},
+        {"scale 1 leaves text as it is", 1.0, "font-size: 9pt; 10.5pt", "font-size: 9pt; 10.5pt"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        app::setTextScale(row.scale);
+        EXPECT_EQ(app::fillTokens(row.input, app::lightColors(), "#ffffff").toStdString(), row.expected);
+    }
+}
+
+TEST_F(ThemeTest, tokensTakeThePaletteValues) {
+    struct Row {
+        const char* name;
+        bool dark;
+        const char* input;
+        const char* expected;
+    };
+    const Row rows[] = {
+        {"button text before background", false, "@BTNTEXT @BG", "#0d1220 #f3f5f8"},
+        {"check image follows the palette, light", false, "url(@CHECKIMG) url(@DASHIMG)",
+         "url(:/check-light.svg) url(:/dash-light.svg)"},
+        {"check image follows the palette, dark", true, "url(@CHECKIMG) url(@DASHIMG)",
+         "url(:/check-dark.svg) url(:/dash-dark.svg)"},
+        {"every colour token, dark", true, "@PANEL @TEXT @MUTED @LINE @ACCENT @INPUT @SOFT @BAD @CHIP @OK",
+         "#1b1e23 #e6e8eb #9aa3ad #2d323a #7ea5ff #14171b #1f2a45 #ff6b6b #252a31 #4cc26b"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const app::ThemeColors& c = row.dark ? app::darkColors() : app::lightColors();
+        EXPECT_EQ(app::fillTokens(row.input, c, "#0d1220").toStdString(), row.expected);
+    }
+}
+
+TEST_F(ThemeTest, stylesheetsLeaveNoTokenBehind) {
+    for (int mode : {app::ThemeLight, app::ThemeDark}) {
+        SCOPED_TRACE(mode);
+        app::setThemeMode(mode);
+        for (const QString& css : {app::appStyleSheet(), app::documentCss()}) {
+            EXPECT_FALSE(css.contains('@')) << css.toStdString();
+            EXPECT_TRUE(css.contains(app::qstr(app::colors().accent)));
+        }
+    }
+}
+
+TEST_F(ThemeTest, textScaleBelowHalfCountsAsOne) {
+    const std::pair<double, double> rows[] = {{0.4, 1.0}, {0.5, 0.5}, {1.3, 1.3}, {-2, 1.0}, {std::nan(""), 1.0}};
+    for (auto [given, kept] : rows) {
+        SCOPED_TRACE(given);
+        app::setTextScale(given);
+        EXPECT_EQ(app::textScale(), kept);
+    }
+}
+
+TEST_F(ThemeTest, modeChoosesThePaletteOfTheApplication) {
+    struct Row {
+        const char* name;
+        int mode;
+        bool dark;
+        const char* window;
+    };
+    // The offscreen platform has no colour scheme: automatic gives light.
+    // Automatic right after dark: it must not mistake our own dark palette
+    // for the platform's.
+    const Row rows[] = {{"light", app::ThemeLight, false, "#f3f5f8"},
+                        {"dark", app::ThemeDark, true, "#121417"},
+                        {"automatic without a scheme", app::ThemeAuto, false, "#f3f5f8"}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        app::setThemeMode(row.mode);
+        EXPECT_EQ(app::colors().dark, row.dark);
+        EXPECT_EQ(QApplication::palette().color(QPalette::Window), QColor(row.window));
+        EXPECT_EQ(QApplication::palette().color(QPalette::HighlightedText), QColor(row.dark ? "#0d1220" : "#ffffff"));
+        EXPECT_TRUE(qApp->styleSheet().contains(row.window));
+    }
+}
+
+TEST_F(ThemeTest, mathFontFollowsTheTextScale) {
+    app::setTextScale(1.3);
+    EXPECT_DOUBLE_EQ(app::mathFont(10).pointSizeF(), 13.0);
+    EXPECT_DOUBLE_EQ(app::uiFont(10).pointSizeF(), 13.0);
+}
+
+TEST(Resources, everyImageOfTheProgramLoads) {
+    for (const char* path : {":/logo-skole.png", ":/check-dark.svg", ":/check-light.svg", ":/dash-dark.svg",
+                             ":/dash-light.svg", ":/down.svg"}) {
+        SCOPED_TRACE(path);
+        EXPECT_FALSE(QImage(path).isNull());
+    }
+    EXPECT_FALSE(QIcon(":/ostrovalden-skole.ico").pixmap(32, 32).isNull());
+}
+
+TEST(Fonts, windowsFacesRenderEverySymbolFromTheChosenFaces) {
+    app::installFontSubstitutions();
+    const QString symbols = QString::fromUtf8("Uæøå −3,2·10⁻³ √3 φ Ω µ ≈ ≤ → ✓ ⚙ ◐ ↻ ▾ ▸ ⌂ × –");
+    for (const char* family : {"Segoe UI", "Cambria", "Cambria Math"}) {
+        SCOPED_TRACE(family);
+        QFont f(family);
+        f.setPointSizeF(12);
+        const QStringList chosen = QFont::substitutes(family);
+        ASSERT_FALSE(chosen.isEmpty());
+        QTextLayout layout(symbols, f);
+        layout.beginLayout();
+        layout.createLine();
+        layout.endLayout();
+        // Every glyph is found, and in one of our faces rather than in
+        // whatever the system happens to fall back to.
+        for (const QGlyphRun& run : layout.glyphRuns()) {
+            const QString face = run.rawFont().familyName();
+            EXPECT_TRUE(chosen.contains(face, Qt::CaseInsensitive)) << face.toStdString();
+            EXPECT_FALSE(run.glyphIndexes().contains(0u)) << face.toStdString() << " misses a glyph";
+        }
+    }
+}
+
+}  // namespace

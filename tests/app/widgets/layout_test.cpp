@@ -1,0 +1,127 @@
+// The wrapping layout, the side split and the confetti burst.
+#include "app/widgets/confetti.h"
+#include "app/widgets/flowlayout.h"
+#include "app/widgets/sidesplit.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QBoxLayout>
+#include <QPointer>
+#include <QSpacerItem>
+
+namespace {
+
+TEST(FlowLayout, wrapsWhenTheNextItemWouldPassTheEdge) {
+    struct Row {
+        const char* name;
+        std::vector<QSize> items;
+        int width;
+        int height;
+    };
+    // Spacing 6 both ways.
+    const Row rows[] = {
+        {"no items", {}, 100, 0},
+        {"one line", {{40, 20}, {40, 20}}, 100, 20},
+        {"exactly fits", {{47, 20}, {47, 20}}, 100, 20},
+        {"one pixel too wide wraps", {{47, 20}, {48, 20}}, 100, 46},
+        {"line height is the tallest", {{40, 30}, {40, 10}, {40, 10}}, 100, 46},
+        {"too wide stands alone", {{30, 10}, {300, 20}, {30, 10}}, 100, 52},
+        {"too wide first", {{300, 20}, {30, 10}}, 100, 36},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        app::FlowLayout flow(nullptr, 6, 6);
+        for (QSize s : row.items) flow.addItem(new QSpacerItem(s.width(), s.height()));
+        EXPECT_EQ(flow.heightForWidth(row.width), row.height);
+    }
+}
+
+TEST(FlowLayout, marginsCountAndMinimumIsTheLargestItem) {
+    app::FlowLayout flow(nullptr, 6, 6);
+    flow.setContentsMargins(5, 7, 5, 9);
+    EXPECT_EQ(flow.heightForWidth(100), 16);
+    auto* small = new QSpacerItem(10, 10);
+    flow.addItem(small);
+    flow.addItem(new QSpacerItem(60, 8));
+    EXPECT_EQ(flow.heightForWidth(100), 7 + 10 + 9);
+    EXPECT_TRUE(flow.hasHeightForWidth());
+    EXPECT_EQ(flow.expandingDirections(), Qt::Orientations());
+    flow.setGeometry(QRect(0, 0, 100, 100));
+    EXPECT_EQ(small->geometry().topLeft(), QPoint(5, 7));
+}
+
+TEST(SideSplit, stacksBelowTheThresholdAndBack) {
+    QWidget host;
+    auto* split = new app::SideSplit(500, &host);
+    auto* main = new QWidget;
+    auto* side = new QWidget;
+    side->setFixedSize(100, 50);
+    split->setWidgets(main, side);
+    auto* box = qobject_cast<QBoxLayout*>(split->layout());
+    ASSERT_NE(box, nullptr);
+    struct Row {
+        int width;
+        bool stacked;
+        QBoxLayout::Direction direction;
+    };
+    for (const Row& row : {Row{800, false, QBoxLayout::LeftToRight}, Row{400, true, QBoxLayout::TopToBottom},
+                           Row{499, true, QBoxLayout::TopToBottom}, Row{500, false, QBoxLayout::LeftToRight}}) {
+        SCOPED_TRACE(row.width);
+        split->resize(row.width, 300);
+        QApplication::sendPostedEvents();
+        host.show();
+        QApplication::processEvents();
+        EXPECT_EQ(split->isStacked(), row.stacked);
+        EXPECT_EQ(box->direction(), row.direction);
+    }
+}
+
+TEST(SideSplit, withoutSideWidgetIgnoresResizing) {
+    app::SideSplit split(500);
+    split.setWidgets(new QWidget, nullptr);
+    split.resize(200, 100);
+    split.show();
+    QApplication::processEvents();
+    EXPECT_FALSE(split.isStacked());
+}
+
+TEST(Confetti, burstStartsAboveAndInsideTheParent) {
+    QWidget parent;
+    parent.resize(300, 200);
+    auto* burst = new app::ConfettiOverlay(&parent);
+    EXPECT_EQ(burst->geometry(), parent.rect());
+    ASSERT_FALSE(burst->particles().empty());
+    for (const auto& p : burst->particles()) {
+        EXPECT_TRUE(p.x >= 0 && p.x < 300) << p.x;
+        EXPECT_LT(p.y, 0);
+        EXPECT_GT(p.vy, 0);
+    }
+}
+
+TEST(Confetti, narrowParentGivesXZero) {
+    QWidget parent;
+    parent.resize(0, 100);
+    app::ConfettiOverlay burst(&parent);
+    for (const auto& p : burst.particles()) EXPECT_EQ(p.x, 0);
+}
+
+TEST(Confetti, fadesAfterTick120AndDeletesItselfAfter170) {
+    QWidget parent;
+    parent.resize(200, 200);
+    QPointer<app::ConfettiOverlay> burst = new app::ConfettiOverlay(&parent);
+    const double y0 = burst->particles()[0].y;
+    burst->tick();
+    EXPECT_GT(burst->particles()[0].y, y0) << "it falls";
+    while (burst->tickCount() < 120) burst->tick();
+    EXPECT_DOUBLE_EQ(burst->opacity(), 1.0);
+    while (burst->tickCount() < 145) burst->tick();
+    EXPECT_DOUBLE_EQ(burst->opacity(), 0.5);
+    while (burst->tickCount() < 170) burst->tick();
+    EXPECT_DOUBLE_EQ(burst->opacity(), 0.0);
+    burst->tick();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(burst.isNull());
+}
+
+}  // namespace

@@ -1,0 +1,149 @@
+// The page base and the card: where new content goes, how the column sits
+// in a wide window, and how the wheel scrolls.
+#include "app/widgets/page.h"
+#include "app/widgets/valuefield.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QSpacerItem>
+#include <QVBoxLayout>
+#include <QWheelEvent>
+
+namespace {
+
+// Exposes the column's layout, which only subclasses see.
+class OpenPage : public app::Page {
+public:
+    QVBoxLayout* column() const { return layout; }
+};
+
+void settle(int ms) {
+    QElapsedTimer t;
+    t.start();
+    while (t.elapsed() < ms) QApplication::processEvents(QEventLoop::AllEvents, 10);
+}
+
+// Wheel events reach a scroll area through its viewport, as from a mouse.
+void wheel(QWidget* target, QPoint delta, Qt::KeyboardModifiers mods = Qt::NoModifier) {
+    const QPointF pos(10, 10);
+    QWheelEvent event(pos, target->mapToGlobal(pos), QPoint(), delta, Qt::NoButton, mods, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(target, &event);
+}
+
+// A page tall enough to scroll, shown at a fixed size.
+std::unique_ptr<OpenPage> tallPage() {
+    auto page = std::make_unique<OpenPage>();
+    for (int i = 0; i < 30; ++i) page->addCard()->addLabel(QString("Linje %1").arg(i))->setMinimumHeight(60);
+    page->resize(600, 400);
+    page->show();
+    QApplication::processEvents();
+    return page;
+}
+
+TEST(Page, cardAddedLaterStillComesBeforeTheStretch) {
+    OpenPage page;
+    page.addCard();
+    page.show();
+    QApplication::processEvents();
+    app::Card* late = page.addCard();
+    auto* extra = new QLabel("x");
+    page.addWidget(extra);
+    QVBoxLayout* col = page.column();
+    ASSERT_EQ(col->count(), 4);
+    EXPECT_EQ(col->itemAt(1)->widget(), late);
+    EXPECT_EQ(col->itemAt(2)->widget(), extra);
+    EXPECT_NE(col->itemAt(3)->spacerItem(), nullptr);
+}
+
+TEST(Page, columnUsesNarrowWidthAndCentresInWideOne) {
+    struct Row {
+        const char* name;
+        int width;
+        int columnWidth;
+    };
+    const Row rows[] = {{"narrow", 700, 700}, {"wide", 1500, 1080}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        app::Page page;
+        page.addCard();
+        page.resize(row.width, 500);
+        page.show();
+        QApplication::processEvents();
+        const QWidget* col = page.column();
+        EXPECT_EQ(col->width(), row.columnWidth);
+        EXPECT_EQ(col->x(), (page.viewport()->width() - col->width()) / 2);
+    }
+}
+
+TEST(Page, quickNotchesAddUp) {
+    auto page = tallPage();
+    QScrollBar* bar = page->verticalScrollBar();
+    ASSERT_GT(bar->maximum(), 10 * bar->singleStep());
+    wheel(page->viewport(), QPoint(0, -120));
+    wheel(page->viewport(), QPoint(0, -120));
+    EXPECT_LT(bar->value(), 2 * 3 * bar->singleStep()) << "the wheel must animate, not jump";
+    settle(400);
+    EXPECT_EQ(bar->value(), 2 * 3 * bar->singleStep());
+    // A small touchpad step still moves one step, and upwards stops at the top.
+    wheel(page->viewport(), QPoint(0, 30));
+    settle(300);
+    EXPECT_EQ(bar->value(), 5 * bar->singleStep());
+    wheel(page->viewport(), QPoint(0, 1200));
+    settle(300);
+    EXPECT_EQ(bar->value(), 0);
+}
+
+TEST(Page, wheelWithCtrlOrSidewaysIsLeftToTheScrollArea) {
+    auto page = tallPage();
+    QScrollBar* bar = page->verticalScrollBar();
+    wheel(page->viewport(), QPoint(-120, 0));
+    settle(250);
+    EXPECT_EQ(bar->value(), 0);
+    // The base class turns Ctrl+wheel into a page step at once.
+    wheel(page->viewport(), QPoint(0, -120), Qt::ControlModifier);
+    EXPECT_EQ(bar->value(), bar->pageStep());
+}
+
+TEST(Page, scrollToWidgetClampsToTheRange) {
+    auto page = tallPage();
+    QScrollBar* bar = page->verticalScrollBar();
+    page->scrollToWidget(1 << 20);
+    settle(350);
+    EXPECT_EQ(bar->value(), bar->maximum());
+    page->scrollToTop();
+    EXPECT_EQ(bar->value(), 0);
+}
+
+TEST(ValueField, editClearsTheErrorFrameAndSignals) {
+    app::ValueField field("I", "Strøm", "A");
+    int changed = 0, entered = 0;
+    QObject::connect(&field, &app::ValueField::changed, [&] { ++changed; });
+    QObject::connect(&field, &app::ValueField::enterPressed, [&] { ++entered; });
+    field.setInvalid(true);
+    EXPECT_EQ(field.edit->property("class").toString(), "err");
+    field.edit->insert("2");
+    EXPECT_EQ(field.edit->property("class").toString(), "");
+    EXPECT_EQ(changed, 1);
+    emit field.edit->returnPressed();
+    EXPECT_EQ(entered, 1);
+}
+
+TEST(ValueField, interpretationLineHidesWhenEmpty) {
+    app::ValueField field("P", "Effekt", "W");
+    field.show();
+    field.setInterp("= 5,5·10³");
+    EXPECT_TRUE(field.interp->isVisible());
+    field.setInterp(QString());
+    EXPECT_FALSE(field.interp->isVisible());
+}
+
+TEST(ValueField, symbolUsesTheDisplayFormOfTheSheets) {
+    EXPECT_EQ(app::ValueField("cosphi_2", "", "").symbol->text().toStdString(), "cos φ<sub>2</sub>");
+}
+
+}  // namespace
