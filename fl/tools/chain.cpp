@@ -2,7 +2,10 @@
 // from the top, so the blocks follow the order of solving, not of the list.
 #include "fl/tools/chain.h"
 
+#include "fl/expr/eval.h"
 #include "fl/expr/isolate.h"
+#include "fl/expr/parser.h"
+#include "fl/expr/render.h"
 
 #include <algorithm>
 #include <cmath>
@@ -50,7 +53,7 @@ bool workFor(const ChainEquation& eq, const std::string& unknown, std::map<std::
         return true;
     }
     // target = v, an identity  ⇒  v = target
-    if (eq.node->kind == Var) {
+    if (eq.node->kind == NodeKind::Var) {
         outcome = evaluateStep(unknown, makeVar(eq.target), vars, unit, setup.shown);
         return true;
     }

@@ -3,7 +3,11 @@
 // solve driver's (foldOnce), so a tool's working reads like a formula page's.
 #include "fl/tools/frame.h"
 
+#include "fl/expr/eval.h"
 #include "fl/expr/numbers.h"
+#include "fl/expr/parser.h"
+#include "fl/expr/render.h"
+#include "fl/expr/symbols.h"
 #include "fl/formulas/solve.h"
 
 #include <cmath>
@@ -62,11 +66,11 @@ std::string displayForm(const std::string& text, double value) {
 NodePtr substituteShown(const NodePtr& node, const std::map<std::string, double>& vars,
                         const std::map<std::string, std::string>& shown) {
     if (!node) return node;
-    if (node->kind == Var) {
+    if (node->kind == NodeKind::Var) {
         auto it = vars.find(node->name);
         if (it == vars.end()) return node;
         auto n = std::make_shared<Node>();
-        n->kind = Num;
+        n->kind = NodeKind::Num;
         n->value = it->second;
         if (auto s = shown.find(node->name); s != shown.end()) {
             n->hasLiteral = true;
@@ -201,7 +205,7 @@ StepOutcome evaluateStep(const std::string& target, const NodePtr& formula, std:
     std::vector<WorkRow> rows{{tool::symbolHtml(target), renderMath(formula), {}, false}};
     NodePtr cur = substituteShown(formula, vars, shown);
     std::string last = render(formula, true);
-    for (int round = 0; round < kMaxRounds && cur->kind != Num; ++round) {
+    for (int round = 0; round < kMaxRounds && cur->kind != NodeKind::Num; ++round) {
         // A round that changes nothing a student can see gets no line.
         std::string text = render(cur, true);
         if (text != last) {

@@ -5,6 +5,7 @@
 #include "fl/tools/cable.h"
 
 #include "fl/expr/numbers.h"
+#include "fl/expr/parser.h"
 
 #include <cmath>
 

@@ -3,6 +3,8 @@
 // exactly what the givens determine, to 1e-9, and invents nothing.
 #include "fl/tools/chain.h"
 
+#include "fl/expr/eval.h"
+#include "fl/expr/parser.h"
 #include "tests/fl/expr/settings_fixture.h"
 #include "tests/fl/tools/sheet_text.h"
 #include "tests/support/error_of.h"

@@ -3,6 +3,7 @@
 #include "fl/tools/frame.h"
 
 #include "fl/expr/numbers.h"
+#include "fl/expr/parser.h"
 #include "tests/fl/expr/settings_fixture.h"
 #include "tests/fl/tools/sheet_text.h"
 #include "tests/support/error_of.h"

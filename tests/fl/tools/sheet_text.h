@@ -5,6 +5,7 @@
 
 #include "fl/expr/markup.h"
 #include "fl/expr/node.h"
+#include "fl/expr/render.h"
 
 #include <string>
 #include <vector>
