@@ -2,6 +2,8 @@
 #include "fl/glossary/minform.h"
 
 #include "fl/expr/markup.h"
+#include "fl/expr/parser.h"
+#include "fl/expr/render.h"
 #include "fl/formulas/solve.h"
 #include "fl/glossary/glossary.h"
 
