@@ -1,5 +1,6 @@
 // The program's entry: brings the pieces up in a fixed order and takes them
 // down again. Everything with logic lives in the app library.
+#include "app/dialogs/dialogs.h"
 #include "app/shell/crash.h"
 #include "app/shell/mainwindow.h"
 #include "app/shell/startup.h"
@@ -27,7 +28,9 @@ int main(int argc, char** argv) {
 
     // Builds the whole frame, restores the geometry and opens on "hjem".
     auto* window = new app::MainWindow;
+    window->setAboutHandler([window] { app::AboutDialog(window).exec(); });
     window->show();
+    app::showWelcomeIfFirstRun(window);
 
     const int code = application->exec();
 

@@ -1,8 +1,13 @@
 #include "app/shell/routes.h"
 
+#include "app/pages/formulas/calcpage.h"
 #include "app/pages/formulas/finderpage.h"
 #include "app/pages/formulas/formulapage.h"
 #include "app/pages/formulas/homepage.h"
+#include "app/pages/reference/installpage.h"
+#include "app/pages/reference/insttestpage.h"
+#include "app/pages/reference/minformpage.h"
+#include "app/pages/reference/ordlistepage.h"
 #include "app/shell/lockedpage.h"
 #include "app/widgets/page.h"
 #include "fl/formulas/catalogue.h"
@@ -57,7 +62,7 @@ const std::map<std::string, PageCreator>& pageFactory() {
         {"enheder", named("enheder")},
         {"farve", named("farve")},
         {"acdemo", named("acdemo")},
-        {"calc", named("calc")},
+        {"calc", [](MainWindow* w) -> Page* { return new CalcPage(w); }},
         {"ovelser", named("ovelser")},
         {"eksamen", named("eksamen")},
         {"statistik", named("statistik")},
@@ -66,10 +71,10 @@ const std::map<std::string, PageCreator>& pageFactory() {
         {"tekstopgaver", named("tekstopgaver")},
         {"finder", [](MainWindow* w) -> Page* { return new FinderPage(0, w); }},
         {"udregnere", [](MainWindow* w) -> Page* { return new FinderPage(1, w); }},
-        {"ordliste", named("ordliste")},
-        {"minform", named("minform")},
-        {"install", named("install")},
-        {"insttest", named("insttest")},
+        {"ordliste", [](MainWindow* w) -> Page* { return new OrdlistePage(w); }},
+        {"minform", [](MainWindow* w) -> Page* { return new MinformPage(w); }},
+        {"install", [](MainWindow* w) -> Page* { return new InstallPage(w); }},
+        {"insttest", [](MainWindow* w) -> Page* { return new InstTestPage(w); }},
         {"laast", [](MainWindow* w) -> Page* { return new LockedPage(w); }},
         {"minedata", named("minedata")},
     };

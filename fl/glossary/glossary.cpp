@@ -66,7 +66,7 @@ std::string card(const GlossaryEntry& e) {
     for (const std::string& route : e.links) {
         const std::string title = routeTitle(route);
         if (title.empty()) continue;
-        html += "<a class=\"chip\" href=\"go:" + route + "\">→ " + title + "</a> &nbsp; ";
+        html += "<a class=\"chip\" href=\"go:" + route + "\">→ " + symbolHtml(title) + "</a> &nbsp; ";
     }
     html += "</p></div>";
     return html;

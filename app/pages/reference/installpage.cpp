@@ -1,0 +1,114 @@
+#include "app/pages/reference/installpage.h"
+
+#include "app/shell/mainwindow.h"
+#include "app/sheet/sheetview.h"
+#include "app/shell/theme.h"
+#include "app/widgets/helpers.h"
+#include "fl/expr/markup.h"
+#include "fl/formulas/lists.h"
+#include "fl/glossary/install.h"
+#include "store/datastore.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace app {
+
+void openInstallCards(MainWindow* window, const QString& deck) {
+    Json opt = storeGet("fc_opt");
+    if (!opt.isObject()) opt = Json::object();
+    opt["deck"] = Json("inst:" + deck.toStdString());
+    opt["mode"] = Json("nf");
+    storeSet("fc_opt", opt);
+    if (window) window->navigate(QStringLiteral("formelkort"));
+}
+
+InstallPage::InstallPage(MainWindow* w, QWidget* parent) : Page(parent), window(w) {
+    const fl::Tile* tile = fl::findTile("install");
+    auto* heading = new QLabel(QString::fromStdString(tile ? tile->name : "Installation"), inner);
+    heading->setProperty("class", "h2");
+    heading->setWordWrap(true);
+    addWidget(heading);
+
+    auto* row = new QWidget(inner);
+    auto* rowLayout = new QHBoxLayout(row);
+    rowLayout->setContentsMargins(0, 0, 0, 0);
+    rowLayout->setSpacing(6);
+    const std::pair<const char*, const char*> names[] = {
+        {"farver", "Ledningsfarver"}, {"ip", "IP-koder"}, {"symboler", "Symboler"}, {"poe", "PoE"}};
+    for (const auto& [id, name] : names) {
+        QPushButton* b = makeButton(QString::fromUtf8(name), row, QStringLiteral("chip"));
+        const QString tabId = QString::fromUtf8(id);
+        connect(b, &QPushButton::clicked, this, [this, tabId] { setTab(tabId); });
+        rowLayout->addWidget(b);
+        tabs.emplace_back(tabId, b);
+    }
+    rowLayout->addStretch(1);
+    addWidget(row);
+
+    ipRow = new QWidget(inner);
+    auto* ipLayout = new QHBoxLayout(ipRow);
+    ipLayout->setContentsMargins(0, 0, 0, 0);
+    auto* label = new QLabel(QStringLiteral("Skriv en IP-kode:"), ipRow);
+    ipLayout->addWidget(label);
+    ip = new QLineEdit(ipRow);
+    ip->setPlaceholderText(QStringLiteral("fx IP44"));
+    ip->setMaximumWidth(160);
+    ip->setClearButtonEnabled(true);
+    ipLayout->addWidget(ip);
+    ipLayout->addStretch(1);
+    addWidget(ipRow);
+    connect(ip, &QLineEdit::textChanged, this, [this](const QString& text) {
+        storeSet("inst_ip", Json(text.toStdString()));
+        draw();
+    });
+
+    sheet = new SheetView(inner);
+    sheet->setStyleSheet(QStringLiteral("background: transparent;"));
+    addWidget(sheet);
+    connect(sheet, &SheetView::action, this, &InstallPage::follow);
+
+    ip->setText(QString::fromStdString(storeGetString("inst_ip")));
+    setTab(QString::fromStdString(storeGetString("inst_tab", "farver")));
+}
+
+void InstallPage::setTab(const QString& tab) {
+    current = tab;
+    bool known = false;
+    for (const auto& [id, b] : tabs) known = known || id == tab;
+    if (!known) current = QStringLiteral("farver");
+    storeSet("inst_tab", Json(current.toStdString()));
+    for (const auto& [id, b] : tabs) {
+        b->setProperty("sel", id == current);
+        repolish(b);
+    }
+    ipRow->setVisible(current == QLatin1String("ip"));
+    draw();
+    scrollToTop();
+}
+
+void InstallPage::draw() {
+    const std::string tab = current.toStdString(), code = ip->text().toStdString(), ink = colors().text;
+    sheet->setProvider([tab, code, ink] { return fl::takeRender(fl::installHtml(tab, code, ink)); });
+}
+
+void InstallPage::follow(const QString& href) {
+    if (href.startsWith(QLatin1String("ip:"))) {
+        ip->setText(href.mid(3));
+        scrollToTop();
+    } else if (href.startsWith(QLatin1String("cards:"))) {
+        openInstallCards(window, href.mid(6));
+    } else if (window) {
+        window->followLink(href);
+    }
+}
+
+void InstallPage::onEnter() { draw(); }
+
+void InstallPage::onSettings() { draw(); }
+
+void InstallPage::onTheme() { draw(); }
+
+} // namespace app
