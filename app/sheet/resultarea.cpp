@@ -2,8 +2,8 @@
 #include "app/sheet/resultarea.h"
 
 #include "app/sheet/sheettext.h"
-#include "app/shell/mainwindow.h"
 #include "app/shell/options.h"
+#include "app/shell/pagehost.h"
 #include "app/widgets/helpers.h"
 
 #include <QApplication>
@@ -29,13 +29,6 @@ QString pdfName(const QString& title) {
     static const QRegularExpression bad(QStringLiteral("[\\\\/:*?\"<>|]"));
     QString name = QString(title).remove(bad).simplified();
     return (name.isEmpty() ? QStringLiteral("Ostrovalden") : name) + QStringLiteral(".pdf");
-}
-
-// The one main window, also while it is still building its first page.
-MainWindow* mainWindow() {
-    for (QWidget* w : QApplication::topLevelWidgets())
-        if (auto* window = qobject_cast<MainWindow*>(w)) return window;
-    return nullptr;
 }
 
 } // namespace
@@ -82,7 +75,7 @@ void SheetBox::updateBar() {
                                      : QStringLiteral("Vis næste trin"));
 }
 
-ResultArea::ResultArea(QWidget* parent) : QWidget(parent) {
+ResultArea::ResultArea(PageHost* host, QWidget* parent) : QWidget(parent) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -99,9 +92,8 @@ ResultArea::ResultArea(QWidget* parent) : QWidget(parent) {
     box = new SheetBox(this);
     layout->addWidget(box);
 
-    view()->setStepMode(options().trinvis);
-    if (MainWindow* window = mainWindow())
-        connect(window, &MainWindow::stepModeChanged, view(), &SheetView::setStepMode);
+    view()->setStepMode(host ? host->stepMode() : options().trinvis);
+    if (host) connect(host->hostSignals(), &HostSignals::stepModeChanged, view(), &SheetView::setStepMode);
     connect(pdf, &QPushButton::clicked, this, &ResultArea::savePdf);
     connect(view(), &SheetView::contentChanged, this,
             [this] { barWidget->setVisible(view()->hasContent()); });

@@ -12,6 +12,8 @@ class QPushButton;
 
 namespace app {
 
+class PageHost;
+
 // A SheetView with the bar that reveals steps: "Vis næste trin", "Vis alle
 // trin og facit" and how far the student has come.
 class SheetBox : public QWidget {
@@ -36,11 +38,11 @@ class SheetBox : public QWidget {
 };
 
 // A SheetBox under a bar with "Hent som PDF", hidden while there is nothing
-// to print. Follows the main window's step mode.
+// to print. Follows the host's step mode; without a host, the stored one.
 class ResultArea : public QWidget {
     Q_OBJECT
   public:
-    explicit ResultArea(QWidget* parent = nullptr);
+    explicit ResultArea(PageHost* host, QWidget* parent = nullptr);
 
     // Shows ready markup that has no figures or images.
     void setHtml(const std::string& html);

@@ -1,8 +1,8 @@
 #include "app/shell/lockedpage.h"
 
 #include "app/shell/locks.h"
-#include "app/shell/mainwindow.h"
 #include "app/shell/options.h"
+#include "app/shell/pagehost.h"
 #include "store/datastore.h"
 
 #include <QHBoxLayout>
@@ -23,7 +23,7 @@ QString lockedText(const std::string& topicId, const std::string& profile) {
     return html;
 }
 
-LockedPage::LockedPage(MainWindow* w, QWidget* parent) : Page(parent), window(w) {
+LockedPage::LockedPage(PageHost* h, QWidget* parent) : Page(parent), host(h) {
     Card* card = addCard();
     QLabel* heading = card->addLabel(QStringLiteral("Slået fra af din lærer"), "h2");
     heading->setWordWrap(true);
@@ -31,7 +31,7 @@ LockedPage::LockedPage(MainWindow* w, QWidget* parent) : Page(parent), window(w)
     QHBoxLayout* row = card->addButtonRow();
     QPushButton* home = card->addButton(row, QStringLiteral("Til forsiden"), "primary");
     connect(home, &QPushButton::clicked, this, [this] {
-        if (window) window->navigate(QStringLiteral("hjem"));
+        if (host) host->navigate(QStringLiteral("hjem"));
     });
 }
 

@@ -8,18 +8,18 @@ class QLabel;
 
 namespace app {
 
-class MainWindow;
+class PageHost;
 
 class LockedPage : public Page {
     Q_OBJECT
 public:
-    explicit LockedPage(MainWindow* window, QWidget* parent = nullptr);
+    explicit LockedPage(PageHost* host, QWidget* parent = nullptr);
     void onEnter() override;
 
     QLabel* text = nullptr;
 
 private:
-    MainWindow* window;
+    PageHost* host;
 };
 
 // The explanation for a topic id and a profile name, as the page shows it.

@@ -57,7 +57,7 @@ QString pageTitle(const QString& route) {
 
 }  // namespace
 
-MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
+MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent), hub(new HostSignals(this)) {
     setWindowTitle(QApplication::applicationName());
     setWindowIcon(QIcon(QStringLiteral(":/ostrovalden-skole.ico")));
 
@@ -91,7 +91,7 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
     outer->addWidget(buildStatus());
     setCentralWidget(central);
 
-    panel = new SettingsPanel(this);
+    panel = new SettingsPanel(this, this);
     panel->hide();
     styleFrames();
 
@@ -100,11 +100,15 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
         search->setFocus(Qt::ShortcutFocusReason);
         search->selectAll();
     });
-    connect(this, &MainWindow::settingsChanged, this, &MainWindow::updateStatus);
-    connect(this, &MainWindow::stepModeChanged, this, &MainWindow::updateStatus);
-    connect(this, &MainWindow::themeChanged, this, &MainWindow::styleFrames);
+    // Made before any page, so the window's own frames are up to date when
+    // the pages hear the same signal.
+    connect(hub, &HostSignals::settingsChanged, this, &MainWindow::updateStatus);
+    // The strip's buttons show their values in the number format.
+    connect(hub, &HostSignals::settingsChanged, this, &MainWindow::rebuildResults);
+    connect(hub, &HostSignals::stepModeChanged, this, &MainWindow::updateStatus);
+    connect(hub, &HostSignals::themeChanged, this, &MainWindow::styleFrames);
     // The sidebar's rows have the muted colour and the scaled sizes baked in.
-    connect(this, &MainWindow::themeChanged, this, &MainWindow::rebuildSidebar);
+    connect(hub, &HostSignals::themeChanged, this, &MainWindow::rebuildSidebar);
 #if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
     connect(QGuiApplication::styleHints(), &QStyleHints::colorSchemeChanged, this,
             &MainWindow::systemSchemeChanged);
@@ -211,7 +215,7 @@ QWidget* MainWindow::buildNotice() {
     noticeText->setTextFormat(Qt::RichText);
     noticeText->setWordWrap(true);
     noticeText->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
-    connect(noticeText, &QLabel::linkActivated, this, &MainWindow::followLink);
+    connect(noticeText, &QLabel::linkActivated, this, &MainWindow::openLink);
     row->addWidget(noticeText, 1);
     auto* close = makeButton(QStringLiteral("×"));
     close->setToolTip(QStringLiteral("Luk"));
@@ -260,6 +264,7 @@ QWidget* MainWindow::buildStatus() {
 }
 
 void MainWindow::styleFrames() {
+    sideWidget->setFixedWidth(qRound(280 * textScale()));
     const ThemeColors& c = colors();
     tag->setStyleSheet(QStringLiteral("QLabel#tag { background: %1; color: %2; border: 1px solid %3; "
                                       "border-radius: 9px; padding: 1px 9px; font-size: %4pt; font-weight: 600; }")
@@ -273,19 +278,12 @@ void MainWindow::styleFrames() {
     saved->setStyleSheet(QStringLiteral("color: %1;").arg(qstr(c.ok)));
 }
 
-void MainWindow::textScaleChanged() {
-    sideWidget->setFixedWidth(qRound(280 * textScale()));
-    applyTheme();
-    rebuildSidebar();
-    rebuildResults();
-}
-
 void MainWindow::systemSchemeChanged() {
     if (themeMode() != ThemeAuto) return;
     const bool wasDark = colors().dark;
     applyTheme();
     if (colors().dark == wasDark) return;
-    emit themeChanged();
+    emit hub->themeChanged();
 }
 
 Page* MainWindow::page(const QString& route) const {
@@ -318,8 +316,8 @@ void MainWindow::navigate(const QString& requested) {
         if (!pages.count(route)) {
             pages[route] = target;
             stack->addWidget(target);
-            connect(this, &MainWindow::settingsChanged, target, &Page::onSettings);
-            connect(this, &MainWindow::themeChanged, target, &Page::onTheme);
+            connect(hub, &HostSignals::settingsChanged, target, &Page::onSettings);
+            connect(hub, &HostSignals::themeChanged, target, &Page::onTheme);
         }
     }
 
@@ -373,7 +371,7 @@ void MainWindow::navigate(const QString& requested) {
     emit navigated(route);
 }
 
-void MainWindow::openLink(const QString& href) {
+void MainWindow::openOwnLink(const QString& href) {
     const QString scheme = href.left(3);
     const QString rest = href.mid(3);
     if (scheme == QLatin1String("go:")) {
@@ -387,10 +385,10 @@ void MainWindow::openLink(const QString& href) {
     }
 }
 
-void MainWindow::followLink(const QString& href) {
+void MainWindow::openLink(const QString& href) {
     if (href.startsWith(QLatin1String("go:")) || href.startsWith(QLatin1String("gl:")) ||
         href.startsWith(QLatin1String("it:"))) {
-        openLink(href);
+        openOwnLink(href);
         return;
     }
     QDesktopServices::openUrl(QUrl(href));
@@ -447,6 +445,10 @@ void MainWindow::showNotice(const QString& html, const QString& id) {
     notice->show();
 }
 
+bool MainWindow::stepMode() const {
+    return options().trinvis;
+}
+
 void MainWindow::updateStatus() {
     const AppOptions& o = options();
     QString text = QStringLiteral("Afrunding: ") +
@@ -496,14 +498,14 @@ void MainWindow::applyProfile() {
                 continue;
             }
             // Gone from the window at once, so that it no longer hears its signals.
-            disconnect(this, nullptr, it->second, nullptr);
+            disconnect(hub, nullptr, it->second, nullptr);
             stack->removeWidget(it->second);
             it->second->deleteLater();
             it = pages.erase(it);
         }
     }
     rebuildSidebar();
-    emit settingsChanged();
+    emit hub->settingsChanged();
 
     QString target = current;
     if (current == QLatin1String("laast")) {

@@ -1,8 +1,11 @@
 // The only top-level window: header, sidebar with search, notice bar, the
 // stack of pages, the results strip and the status bar. navigate() is the one
 // way to a page; links from any result end in openLink() and navigate().
-// Pages are made by the factory in routes.cpp and kept for the whole run.
+// Pages are made by the factory in routes.cpp and kept for the whole run;
+// they see the window only as the PageHost it implements.
 #pragma once
+
+#include "app/shell/pagehost.h"
 
 #include <QDateTime>
 #include <QLineEdit>
@@ -38,22 +41,19 @@ struct ResultRecord {
     QString unit;
 };
 
-class MainWindow : public QMainWindow {
+class MainWindow : public QMainWindow, public PageHost {
     Q_OBJECT
 public:
     explicit MainWindow(QWidget* parent = nullptr);
     ~MainWindow() override;
 
-    void navigate(const QString& route);
-    // "go:", "gl:" and "it:" links, with their scheme still on.
-    void openLink(const QString& href);
-    // The common handler for a clicked link: the three global schemes go to
-    // openLink, everything else to the system's browser.
-    void followLink(const QString& href);
-    // After a computation: a finite value goes first into the strip of ten.
-    void addResult(const QString& name, double value, const QString& unit);
-    // With an id the notice shows only until the user has closed it once.
-    void showNotice(const QString& html, const QString& id);
+    void navigate(const QString& route) override;
+    void openLink(const QString& href) override;
+    void addResult(const QString& name, double value, const QString& unit) override;
+    void showNotice(const QString& html, const QString& id) override;
+    QString previousRoute() const override { return previous; }
+    bool stepMode() const override;
+    HostSignals* hostSignals() override { return hub; }
     // After a change of the teacher's profile: drops the pages and moves off
     // what is now closed (or back to what was reopened).
     void applyProfile();
@@ -65,7 +65,6 @@ public:
     QPushButton* refreshButton() const { return refreshBtn; }
 
     const QString& currentRoute() const { return current; }
-    const QString& previousRoute() const { return previous; }
     Page* page(const QString& route) const;
     Page* currentPage() const;
     QLineEdit* lastUsedField() const { return lastField; }
@@ -87,16 +86,11 @@ public:
     void openFirstHit();
     // The settings panel under the gear.
     void showSettings();
-    // After the text size has changed: sidebar width, stylesheet, sidebar rows.
-    void textScaleChanged();
     // Shows "✓ gemt HH:mm" when "data.json" has changed since the last look;
     // a timer calls it every two seconds.
     void checkSaved();
 
 signals:
-    void settingsChanged();
-    void themeChanged();
-    void stepModeChanged(bool on);
     void navigated(const QString& id);
 
 protected:
@@ -104,18 +98,20 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    friend class SettingsPanel;
-
     QWidget* buildHeader();
     QWidget* buildSidebar();
     QWidget* buildNotice();
     QWidget* buildResults();
     QWidget* buildStatus();
     void sidebarClicked(QTreeWidgetItem* item);
+    // "go:", "gl:" and "it:", with their scheme still on.
+    void openOwnLink(const QString& href);
     void systemSchemeChanged();
-    // The few frames the application stylesheet doesn't reach.
+    // The few frames the application stylesheet doesn't reach, and the
+    // sidebar's width for the text size.
     void styleFrames();
 
+    HostSignals* hub = nullptr;
     std::map<QString, Page*> pages;
     QString current;
     QString previous;

@@ -37,9 +37,9 @@ Page* namedPage(const std::string& route) {
 
 const std::map<std::string, PageCreator>& pageFactory() {
     // One line per route: a page that is built replaces its namedPage here.
-    auto named = [](const char* route) { return [route](MainWindow*) { return namedPage(route); }; };
+    auto named = [](const char* route) { return [route](PageHost*) { return namedPage(route); }; };
     static const std::map<std::string, PageCreator> table = {
-        {"hjem", [](MainWindow* w) -> Page* { return new HomePage(w); }},
+        {"hjem", [](PageHost* h) -> Page* { return new HomePage(h); }},
         {"kreds", named("kreds")},
         {"kredsguide", named("kredsguide")},
         {"kredsac", named("kredsac")},
@@ -62,31 +62,31 @@ const std::map<std::string, PageCreator>& pageFactory() {
         {"enheder", named("enheder")},
         {"farve", named("farve")},
         {"acdemo", named("acdemo")},
-        {"calc", [](MainWindow* w) -> Page* { return new CalcPage(w); }},
+        {"calc", [](PageHost* h) -> Page* { return new CalcPage(h); }},
         {"ovelser", named("ovelser")},
         {"eksamen", named("eksamen")},
         {"statistik", named("statistik")},
         {"opgaveark", named("opgaveark")},
         {"formelkort", named("formelkort")},
         {"tekstopgaver", named("tekstopgaver")},
-        {"finder", [](MainWindow* w) -> Page* { return new FinderPage(0, w); }},
-        {"udregnere", [](MainWindow* w) -> Page* { return new FinderPage(1, w); }},
-        {"ordliste", [](MainWindow* w) -> Page* { return new OrdlistePage(w); }},
-        {"minform", [](MainWindow* w) -> Page* { return new MinformPage(w); }},
-        {"install", [](MainWindow* w) -> Page* { return new InstallPage(w); }},
-        {"insttest", [](MainWindow* w) -> Page* { return new InstTestPage(w); }},
-        {"laast", [](MainWindow* w) -> Page* { return new LockedPage(w); }},
+        {"finder", [](PageHost* h) -> Page* { return new FinderPage(0, h); }},
+        {"udregnere", [](PageHost* h) -> Page* { return new FinderPage(1, h); }},
+        {"ordliste", [](PageHost* h) -> Page* { return new OrdlistePage(h); }},
+        {"minform", [](PageHost* h) -> Page* { return new MinformPage(h); }},
+        {"install", [](PageHost* h) -> Page* { return new InstallPage(h); }},
+        {"insttest", [](PageHost* h) -> Page* { return new InstTestPage(h); }},
+        {"laast", [](PageHost* h) -> Page* { return new LockedPage(h); }},
         {"minedata", named("minedata")},
     };
     return table;
 }
 
-Page* createPage(const std::string& route, MainWindow* window) {
+Page* createPage(const std::string& route, PageHost* host) {
     try {
-        if (const fl::Formula* f = fl::findFormula(route)) return new FormulaPage(f, window);
+        if (const fl::Formula* f = fl::findFormula(route)) return new FormulaPage(f, host);
         const auto& table = pageFactory();
         auto it = table.find(route);
-        return it == table.end() ? nullptr : it->second(window);
+        return it == table.end() ? nullptr : it->second(host);
     } catch (...) {
         // A page that can't be built must not take the window down.
         return nullptr;

@@ -11,17 +11,17 @@
 
 namespace app {
 
-class MainWindow;
 class Page;
+class PageHost;
 
-using PageCreator = std::function<Page*(MainWindow*)>;
+using PageCreator = std::function<Page*(PageHost*)>;
 
 // The fixed routes with their creators, built once.
 const std::map<std::string, PageCreator>& pageFactory();
 
 // A new page for the route, parented to nothing yet; null for a route
 // without a creator or when the creator fails.
-Page* createPage(const std::string& route, MainWindow* window);
+Page* createPage(const std::string& route, PageHost* host);
 
 // A plain page headed by the route's name, for pages still to be built.
 Page* namedPage(const std::string& route);

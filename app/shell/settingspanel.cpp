@@ -1,7 +1,7 @@
 #include "app/shell/settingspanel.h"
 
-#include "app/shell/mainwindow.h"
 #include "app/shell/options.h"
+#include "app/shell/pagehost.h"
 #include "app/shell/theme.h"
 #include "store/datastore.h"
 
@@ -28,7 +28,7 @@ const char* themeModeName(int mode) {
     }
 }
 
-SettingsPanel::SettingsPanel(MainWindow* w) : QFrame(w, Qt::Popup), window(w) {
+SettingsPanel::SettingsPanel(PageHost* h, QWidget* parent) : QFrame(parent, Qt::Popup), host(h) {
     setObjectName("popover");
     setAttribute(Qt::WA_StyledBackground);
 
@@ -107,7 +107,7 @@ void SettingsPanel::stepsToggled(bool on) {
     options().trinvis = on;
     applyDisplaySettings();
     storeSet("trinvis", Json(on));
-    emit window->stepModeChanged(on);
+    emit host->hostSignals()->stepModeChanged(on);
 }
 
 void SettingsPanel::roundingChosen(int index) {
@@ -116,16 +116,14 @@ void SettingsPanel::roundingChosen(int index) {
     options().rund = code;
     applyDisplaySettings();
     storeSet("rund", Json(code));
-    window->rebuildResults();
-    emit window->settingsChanged();
+    emit host->hostSignals()->settingsChanged();
 }
 
 void SettingsPanel::commaToggled(bool on) {
     options().komma = on;
     applyDisplaySettings();
     storeSet("komma", Json(on));
-    window->rebuildResults();
-    emit window->settingsChanged();
+    emit host->hostSignals()->settingsChanged();
 }
 
 void SettingsPanel::cycleTheme() {
@@ -134,8 +132,7 @@ void SettingsPanel::cycleTheme() {
     storeSet("theme", Json(themeModeName(next)));
     setThemeMode(next);
     showThemeMode();
-    window->updateStatus();
-    emit window->themeChanged();
+    emit host->hostSignals()->themeChanged();
 }
 
 void SettingsPanel::textSizeChosen(int index) {
@@ -143,9 +140,9 @@ void SettingsPanel::textSizeChosen(int index) {
     if (scale == textScale()) return;
     setTextScale(scale);
     storeSet("tekst", Json(scale));
-    window->textScaleChanged();
-    emit window->settingsChanged();
-    emit window->themeChanged();
+    applyTheme();
+    emit host->hostSignals()->settingsChanged();
+    emit host->hostSignals()->themeChanged();
 }
 
 }  // namespace app

@@ -1,6 +1,7 @@
 // The settings popup under the gear: step mode, rounding, decimal sign,
 // theme and text size. Each control writes the process-wide setting, stores
-// it and tells the window's pages through its signals.
+// it and announces it through the host's signals; the window and the pages
+// react to those alike.
 #pragma once
 
 #include <QFrame>
@@ -12,12 +13,12 @@ class QPushButton;
 
 namespace app {
 
-class MainWindow;
+class PageHost;
 
 class SettingsPanel : public QFrame {
     Q_OBJECT
 public:
-    explicit SettingsPanel(MainWindow* window);
+    SettingsPanel(PageHost* host, QWidget* parent);
 
     // Shows the present settings without acting on them.
     void sync();
@@ -39,7 +40,7 @@ private:
     void textSizeChosen(int index);
     void showThemeMode();
 
-    MainWindow* window;
+    PageHost* host;
 };
 
 // The combo index for a stored text scale: above 1.25 the largest, above

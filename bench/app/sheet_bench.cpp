@@ -17,7 +17,7 @@ namespace {
 // A page at a common window size with the result area in it, on screen.
 struct Screen {
     app::Page page;
-    app::ResultArea* area = new app::ResultArea;
+    app::ResultArea* area = new app::ResultArea(nullptr);
     Screen() {
         page.resize(1000, 800);
         page.addWidget(area);

@@ -1,7 +1,7 @@
 #include "app/pages/formulas/calcpage.h"
 
 #include "app/widgets/calcpanel.h"
-#include "app/shell/mainwindow.h"
+#include "app/shell/pagehost.h"
 #include "fl/formulas/lists.h"
 
 #include <QLabel>
@@ -10,7 +10,7 @@
 
 namespace app {
 
-CalcPage::CalcPage(MainWindow* w, QWidget* parent) : Page(parent), window(w) {
+CalcPage::CalcPage(PageHost* h, QWidget* parent) : Page(parent), host(h) {
     const fl::Tile* tile = fl::findTile("calc");
     auto* heading = new QLabel(QString::fromStdString(tile ? tile->name : "Lommeregner"), inner);
     heading->setProperty("class", "h2");
@@ -19,7 +19,7 @@ CalcPage::CalcPage(MainWindow* w, QWidget* parent) : Page(parent), window(w) {
     calc = new CalcPanel(true, card);
     card->layout->addWidget(calc);
     connect(calc, &CalcPanel::finished, this, [this](const QString&, double value) {
-        if (window) window->addResult(QStringLiteral("ans"), value, QString());
+        if (host) host->addResult(QStringLiteral("ans"), value, QString());
     });
 }
 

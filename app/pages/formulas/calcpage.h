@@ -7,12 +7,12 @@
 namespace app {
 
 class CalcPanel;
-class MainWindow;
+class PageHost;
 
 class CalcPage : public Page {
     Q_OBJECT
   public:
-    explicit CalcPage(MainWindow* window, QWidget* parent = nullptr);
+    explicit CalcPage(PageHost* host, QWidget* parent = nullptr);
 
     void onEnter() override;
     void onSettings() override;
@@ -21,7 +21,7 @@ class CalcPage : public Page {
     CalcPanel* panel() const { return calc; }
 
   private:
-    MainWindow* window;
+    PageHost* host;
     CalcPanel* calc = nullptr;
 };
 

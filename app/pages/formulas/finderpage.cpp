@@ -2,8 +2,8 @@
 
 #include "app/pages/formulas/homepage.h"
 #include "app/sheet/sheetview.h"
-#include "app/shell/mainwindow.h"
 #include "app/shell/options.h"
+#include "app/shell/pagehost.h"
 #include "app/widgets/helpers.h"
 #include "fl/formulas/catalogue.h"
 #include "fl/formulas/finderview.h"
@@ -16,7 +16,7 @@
 
 namespace app {
 
-FinderPage::FinderPage(int mode_, MainWindow* w, QWidget* parent) : Page(parent), mode(mode_), window(w) {
+FinderPage::FinderPage(int mode_, PageHost* h, QWidget* parent) : Page(parent), mode(mode_), host(h) {
     if (const fl::Tile* tile = fl::findTile(mode == fl::FinderCalculators ? "udregnere" : "finder")) {
         auto* heading = new QLabel(QString::fromStdString(tile->name), inner);
         heading->setProperty("class", "h2");
@@ -44,13 +44,13 @@ std::string FinderPage::storeKey() const {
 
 void FinderPage::follow(const QString& href) {
     if (!href.startsWith(QLatin1String("fm:"))) {
-        if (window) window->followLink(href);
+        if (host) host->openLink(href);
         return;
     }
     const std::string target = href.mid(3).toStdString();
     // A formula's key rather than a subject opens the formula.
-    if (!fl::findNode(target) && fl::findFormula(target) && window) {
-        window->navigate(QString::fromStdString(target));
+    if (!fl::findNode(target) && fl::findFormula(target) && host) {
+        host->navigate(QString::fromStdString(target));
         return;
     }
     setPath(target);

@@ -15,13 +15,13 @@ class QPushButton;
 
 namespace app {
 
-class MainWindow;
+class PageHost;
 class SheetView;
 
 class FinderPage : public Page {
     Q_OBJECT
   public:
-    FinderPage(int mode, MainWindow* window, QWidget* parent = nullptr);
+    FinderPage(int mode, PageHost* host, QWidget* parent = nullptr);
 
     // Shows the subject at `path` and stores it.
     void setPath(const std::string& path);
@@ -45,7 +45,7 @@ class FinderPage : public Page {
     void rebuildPathRow();
 
     int mode;
-    MainWindow* window;
+    PageHost* host;
     std::string current;
     std::string drawnFor; // viewState() of what is drawn
     QWidget* pathRow = nullptr;

@@ -1,7 +1,7 @@
 #include "app/pages/formulas/formulapage.h"
 
 #include "app/sheet/resultarea.h"
-#include "app/shell/mainwindow.h"
+#include "app/shell/pagehost.h"
 #include "app/shell/theme.h"
 #include "app/widgets/helpers.h"
 #include "app/widgets/valuefield.h"
@@ -39,14 +39,14 @@ QString titleMarkup(const std::string& title) {
 
 } // namespace
 
-FormulaPage::FormulaPage(const fl::Formula* f, MainWindow* w, QWidget* parent)
-    : Page(parent), family(f), window(w) {
+FormulaPage::FormulaPage(const fl::Formula* f, PageHost* h, QWidget* parent)
+    : Page(parent), family(f), host(h) {
     Card* card = addCard();
 
     back = card->addLabel(QString(), QStringLiteral("crumb"));
     back->hide();
     connect(back, &QLabel::linkActivated, this, [this] {
-        if (window && !backRoute.isEmpty()) window->navigate(backRoute);
+        if (host && !backRoute.isEmpty()) host->navigate(backRoute);
     });
 
     card->addLabel(titleMarkup(family->title), QStringLiteral("h2"));
@@ -85,14 +85,16 @@ FormulaPage::FormulaPage(const fl::Formula* f, MainWindow* w, QWidget* parent)
     connect(clearBtn, &QPushButton::clicked, this, &FormulaPage::clearAll);
 
     tabs = new QTabWidget(inner);
-    area = new ResultArea;
+    area = new ResultArea(host);
     tabs->addTab(area, QStringLiteral("Formel"));
     addWidget(tabs);
     // Only a worked sheet is worth printing, not the bare formula or a refusal.
     connect(area->view(), &SheetView::contentChanged, this, [this] {
         if (!sheetShown) area->pdfBar()->hide();
     });
-    if (window) connect(area->view(), &SheetView::action, window, &MainWindow::followLink);
+    if (host)
+        connect(area->view(), &SheetView::action, this,
+                [this](const QString& href) { host->openLink(href); });
 
     renderStatic();
 }
@@ -110,7 +112,7 @@ void FormulaPage::styleNote() {
 }
 
 void FormulaPage::onEnter() {
-    const QString from = window ? window->previousRoute() : QString();
+    const QString from = host ? host->previousRoute() : QString();
     backRoute.clear();
     if (from == QLatin1String("udregnere") || from == QLatin1String("finder")) {
         backRoute = from;
@@ -203,10 +205,10 @@ void FormulaPage::solve() {
     sheetShown = true;
     area->pdfBar()->show();
     showSolved();
-    if (window) {
+    if (host) {
         const fl::FormulaVar* v = fl::findVar(*family, target);
-        window->addResult(QString::fromStdString(fl::symbolDisplay(target)), solved,
-                          v ? QString::fromStdString(v->unit) : QString());
+        host->addResult(QString::fromStdString(fl::symbolDisplay(target)), solved,
+                        v ? QString::fromStdString(v->unit) : QString());
     }
 }
 

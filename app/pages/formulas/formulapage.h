@@ -19,14 +19,14 @@ struct Formula;
 
 namespace app {
 
-class MainWindow;
+class PageHost;
 class ResultArea;
 class ValueField;
 
 class FormulaPage : public Page {
     Q_OBJECT
   public:
-    FormulaPage(const fl::Formula* formula, MainWindow* window, QWidget* parent = nullptr);
+    FormulaPage(const fl::Formula* formula, PageHost* host, QWidget* parent = nullptr);
 
     // "Løs" and Enter: shows "Regner…" and the wait cursor while it works.
     void solveClicked();
@@ -55,7 +55,7 @@ class FormulaPage : public Page {
     void styleNote();
 
     const fl::Formula* family;
-    MainWindow* window;
+    PageHost* host;
     std::vector<ValueField*> valueFields;
     ResultArea* area = nullptr;
     QString backRoute;

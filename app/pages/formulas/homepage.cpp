@@ -2,8 +2,8 @@
 
 #include "app/sheet/sheetview.h"
 #include "app/shell/locks.h"
-#include "app/shell/mainwindow.h"
 #include "app/shell/options.h"
+#include "app/shell/pagehost.h"
 #include "app/shell/theme.h"
 #include "store/datastore.h"
 
@@ -28,12 +28,12 @@ QString tilePageCss() {
         .arg(qstr(c.bg), qstr(c.text));
 }
 
-HomePage::HomePage(MainWindow* w, QWidget* parent) : Page(parent), window(w) {
+HomePage::HomePage(PageHost* h, QWidget* parent) : Page(parent), host(h) {
     sheet = new SheetView(inner);
     sheet->setStyleSheet(QStringLiteral("background: transparent;"));
     addWidget(sheet);
     connect(sheet, &SheetView::action, this, [this](const QString& href) {
-        if (window) window->followLink(href);
+        if (host) host->openLink(href);
     });
 }
 

@@ -9,7 +9,7 @@
 
 namespace app {
 
-class MainWindow;
+class PageHost;
 class SheetView;
 
 // The tile colours of the present theme.
@@ -22,7 +22,7 @@ QString tilePageCss();
 class HomePage : public Page {
     Q_OBJECT
   public:
-    explicit HomePage(MainWindow* window, QWidget* parent = nullptr);
+    explicit HomePage(PageHost* host, QWidget* parent = nullptr);
 
     // The view's provider: the markup for what is stored and open now.
     static fl::RenderResult render();
@@ -34,7 +34,7 @@ class HomePage : public Page {
     SheetView* view() const { return sheet; }
 
   private:
-    MainWindow* window;
+    PageHost* host;
     SheetView* sheet = nullptr;
 };
 

@@ -1,6 +1,6 @@
 #include "app/pages/reference/installpage.h"
 
-#include "app/shell/mainwindow.h"
+#include "app/shell/pagehost.h"
 #include "app/sheet/sheetview.h"
 #include "app/shell/theme.h"
 #include "app/widgets/helpers.h"
@@ -16,16 +16,16 @@
 
 namespace app {
 
-void openInstallCards(MainWindow* window, const QString& deck) {
+void openInstallCards(PageHost* host, const QString& deck) {
     Json opt = storeGet("fc_opt");
     if (!opt.isObject()) opt = Json::object();
     opt["deck"] = Json("inst:" + deck.toStdString());
     opt["mode"] = Json("nf");
     storeSet("fc_opt", opt);
-    if (window) window->navigate(QStringLiteral("formelkort"));
+    if (host) host->navigate(QStringLiteral("formelkort"));
 }
 
-InstallPage::InstallPage(MainWindow* w, QWidget* parent) : Page(parent), window(w) {
+InstallPage::InstallPage(PageHost* h, QWidget* parent) : Page(parent), host(h) {
     const fl::Tile* tile = fl::findTile("install");
     auto* heading = new QLabel(QString::fromStdString(tile ? tile->name : "Installation"), inner);
     heading->setProperty("class", "h2");
@@ -99,9 +99,9 @@ void InstallPage::follow(const QString& href) {
         ip->setText(href.mid(3));
         scrollToTop();
     } else if (href.startsWith(QLatin1String("cards:"))) {
-        openInstallCards(window, href.mid(6));
-    } else if (window) {
-        window->followLink(href);
+        openInstallCards(host, href.mid(6));
+    } else if (host) {
+        host->openLink(href);
     }
 }
 

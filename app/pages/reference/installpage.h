@@ -14,17 +14,17 @@ class QPushButton;
 
 namespace app {
 
-class MainWindow;
+class PageHost;
 class SheetView;
 
 // "cards:" + deck from the reference pages: the flashcards open on the
 // installation deck, name first.
-void openInstallCards(MainWindow* window, const QString& deck);
+void openInstallCards(PageHost* host, const QString& deck);
 
 class InstallPage : public Page {
     Q_OBJECT
   public:
-    explicit InstallPage(MainWindow* window, QWidget* parent = nullptr);
+    explicit InstallPage(PageHost* host, QWidget* parent = nullptr);
 
     void onEnter() override;
     void onSettings() override;
@@ -39,7 +39,7 @@ class InstallPage : public Page {
     void draw();
     void follow(const QString& href);
 
-    MainWindow* window;
+    PageHost* host;
     std::vector<std::pair<QString, QPushButton*>> tabs;
     QWidget* ipRow = nullptr;
     QLineEdit* ip = nullptr;

@@ -1,7 +1,7 @@
 #include "app/pages/reference/insttestpage.h"
 
 #include "app/pages/reference/installpage.h"
-#include "app/shell/mainwindow.h"
+#include "app/shell/pagehost.h"
 #include "app/sheet/sheetview.h"
 #include "app/widgets/valuefield.h"
 #include "app/widgets/helpers.h"
@@ -21,7 +21,7 @@
 
 namespace app {
 
-InstTestPage::InstTestPage(MainWindow* w, QWidget* parent) : Page(parent), window(w) {
+InstTestPage::InstTestPage(PageHost* h, QWidget* parent) : Page(parent), host(h) {
     const fl::Tile* tile = fl::findTile("insttest");
     auto* heading = new QLabel(QString::fromStdString(tile ? tile->name : "Test af installation"), inner);
     heading->setProperty("class", "h2");
@@ -134,9 +134,9 @@ void InstTestPage::follow(const QString& href) {
     } else if (href.startsWith(QLatin1String("#"))) {
         scrollToAnchor(href.mid(1));
     } else if (href.startsWith(QLatin1String("cards:"))) {
-        openInstallCards(window, href.mid(6));
-    } else if (window) {
-        window->followLink(href);
+        openInstallCards(host, href.mid(6));
+    } else if (host) {
+        host->openLink(href);
     }
 }
 

@@ -15,13 +15,13 @@ class QPushButton;
 
 namespace app {
 
-class MainWindow;
+class PageHost;
 class SheetView;
 
 class InstTestPage : public Page {
     Q_OBJECT
   public:
-    explicit InstTestPage(MainWindow* window, QWidget* parent = nullptr);
+    explicit InstTestPage(PageHost* host, QWidget* parent = nullptr);
 
     void onEnter() override;
     void onSettings() override;
@@ -41,7 +41,7 @@ class InstTestPage : public Page {
     void follow(const QString& href);
     void scrollToAnchor(const QString& name);
 
-    MainWindow* window;
+    PageHost* host;
     std::vector<std::pair<QString, QPushButton*>> tabs;
     SheetView* sheet = nullptr;
     Card* calcCard = nullptr;

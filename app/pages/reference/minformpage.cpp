@@ -1,7 +1,7 @@
 #include "app/pages/reference/minformpage.h"
 
 #include "app/widgets/flowlayout.h"
-#include "app/shell/mainwindow.h"
+#include "app/shell/pagehost.h"
 #include "app/sheet/sheetview.h"
 #include "app/widgets/helpers.h"
 #include "fl/expr/markup.h"
@@ -45,7 +45,7 @@ void saveMinform(const std::vector<fl::MinformItem>& items) {
     storeSet("minform", list);
 }
 
-MinformPage::MinformPage(MainWindow* w, QWidget* parent) : Page(parent), window(w) {
+MinformPage::MinformPage(PageHost* h, QWidget* parent) : Page(parent), host(h) {
     const fl::Tile* tile = fl::findTile("minform");
     auto* heading = new QLabel(QString::fromStdString(tile ? tile->name : "Min formelsamling (PDF)"), inner);
     heading->setProperty("class", "h2");

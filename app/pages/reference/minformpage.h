@@ -16,7 +16,7 @@ class QVBoxLayout;
 namespace app {
 
 class FlowLayout;
-class MainWindow;
+class PageHost;
 class SheetView;
 
 // The stored list, read leniently: entries that aren't objects with a known
@@ -27,7 +27,7 @@ void saveMinform(const std::vector<fl::MinformItem>& items);
 class MinformPage : public Page {
     Q_OBJECT
   public:
-    explicit MinformPage(MainWindow* window, QWidget* parent = nullptr);
+    explicit MinformPage(PageHost* host, QWidget* parent = nullptr);
 
     void onEnter() override;
     void onSettings() override;
@@ -49,7 +49,7 @@ class MinformPage : public Page {
     void draw();
     void store();
 
-    MainWindow* window;
+    PageHost* host;
     std::vector<fl::MinformItem> pinned;
     QLineEdit* search = nullptr;
     QWidget* candidateBox = nullptr;

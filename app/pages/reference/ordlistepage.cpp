@@ -1,7 +1,7 @@
 #include "app/pages/reference/ordlistepage.h"
 
 #include "app/shell/locks.h"
-#include "app/shell/mainwindow.h"
+#include "app/shell/pagehost.h"
 #include "app/sheet/sheetview.h"
 #include "app/widgets/helpers.h"
 #include "fl/expr/markup.h"
@@ -25,7 +25,7 @@ fl::KeyOpen openKeys() {
 
 } // namespace
 
-OrdlistePage::OrdlistePage(MainWindow* w, QWidget* parent) : Page(parent), window(w) {
+OrdlistePage::OrdlistePage(PageHost* h, QWidget* parent) : Page(parent), host(h) {
     const fl::Tile* tile = fl::findTile("ordliste");
     auto* heading = new QLabel(QString::fromStdString(tile ? tile->name : "Ordliste"), inner);
     heading->setProperty("class", "h2");
@@ -127,9 +127,9 @@ void OrdlistePage::follow(const QString& href) {
         search->setText(decoded.mid(3));
         draw();
     } else if (decoded.startsWith(QLatin1String("fm:"))) {
-        if (window) window->navigate(decoded.mid(3));
-    } else if (window) {
-        window->followLink(href);
+        if (host) host->navigate(decoded.mid(3));
+    } else if (host) {
+        host->openLink(href);
     }
 }
 

@@ -15,13 +15,13 @@ class QPushButton;
 
 namespace app {
 
-class MainWindow;
+class PageHost;
 class SheetView;
 
 class OrdlistePage : public Page {
     Q_OBJECT
   public:
-    explicit OrdlistePage(MainWindow* window, QWidget* parent = nullptr);
+    explicit OrdlistePage(PageHost* host, QWidget* parent = nullptr);
 
     void onEnter() override;
     void onSettings() override;
@@ -41,7 +41,7 @@ class OrdlistePage : public Page {
     void follow(const QString& href);
     void rebuildSections();
 
-    MainWindow* window;
+    PageHost* host;
     QLineEdit* search = nullptr;
     QWidget* sectionRow = nullptr;
     QHBoxLayout* sectionLayout = nullptr;

@@ -240,7 +240,7 @@ TEST_F(SheetStepsTest, pdfPagesFollowTheSheetsLength) {
 TEST_F(SheetStepsTest, pdfButtonReportsItsOutcome) {
     QTemporaryDir dir;
     ASSERT_TRUE(dir.isValid());
-    app::ResultArea area;
+    app::ResultArea area(nullptr);
     area.setProvider(ohm);
     EXPECT_TRUE(area.savePdfTo(dir.filePath("ohm.pdf")));
     EXPECT_EQ(area.pdfButton()->text().toStdString(), "✓ PDF gemt");

@@ -3,13 +3,13 @@
 // figures on resize, and the result area's PDF bar.
 #include "app/sheet/resultarea.h"
 #include "app/sheet/sheettext.h"
-#include "app/shell/mainwindow.h"
 #include "app/shell/options.h"
 #include "app/shell/theme.h"
 #include "fl/expr/markup.h"
 #include "fl/expr/parser.h"
 #include "fl/expr/render.h"
 #include "fl/formulas/home.h"
+#include "tests/app/fake_host.h"
 #include "tests/app/fresh_app.h"
 
 #include <gtest/gtest.h>
@@ -239,7 +239,7 @@ TEST_F(SheetViewTest, aWiderOrNarrowerViewRefitsItsFigures) {
 }
 
 TEST_F(SheetViewTest, pdfBarShowsOnlyWithSomethingToPrint) {
-    app::ResultArea area;
+    app::ResultArea area(nullptr);
     area.resize(600, 300);
     EXPECT_TRUE(area.pdfBar()->isHidden());
     area.setHtml("<p>Et svar.</p>");
@@ -252,15 +252,18 @@ TEST_F(SheetViewTest, pdfBarShowsOnlyWithSomethingToPrint) {
     EXPECT_EQ(area.view()->height(), 0);
 }
 
-TEST_F(SheetViewTest, stepModeFollowsTheOptionsAndTheWindow) {
-    app::options().trinvis = true;
-    app::MainWindow window;
-    app::ResultArea area;
-    EXPECT_TRUE(area.view()->inStepMode()) << "from the options at construction";
-    emit window.stepModeChanged(false);
+TEST_F(SheetViewTest, stepModeFollowsTheHost) {
+    app::test::FakeHost host;
+    host.steps = true;
+    app::ResultArea area(&host);
+    EXPECT_TRUE(area.view()->inStepMode()) << "from the host at construction";
+    host.setStepMode(false);
     EXPECT_FALSE(area.view()->inStepMode());
-    emit window.stepModeChanged(true);
+    host.setStepMode(true);
     EXPECT_TRUE(area.view()->inStepMode());
+
+    app::options().trinvis = true;
+    EXPECT_TRUE(app::ResultArea(nullptr).view()->inStepMode()) << "without a host, from the options";
 }
 
 } // namespace

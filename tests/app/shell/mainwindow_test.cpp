@@ -255,7 +255,7 @@ TEST_F(WindowTest, globalLinkSchemesNavigate) {
     app::MainWindow& w = open();
     for (const Row& row : rows) {
         SCOPED_TRACE(row.href);
-        w.followLink(row.href);
+        w.openLink(row.href);
         EXPECT_EQ(w.currentRoute(), row.route);
         if (*row.key) {
             EXPECT_EQ(storeGetString(row.key), row.stored);
@@ -468,9 +468,9 @@ TEST_F(WindowTest, noticeWithIdShowsUntilClosedOnce) {
 TEST_F(WindowTest, settingsPanelWritesStoresAndSignals) {
     app::MainWindow& w = open();
     app::SettingsPanel* p = w.settingsPanel();
-    Spy settings(&w, &app::MainWindow::settingsChanged);
-    Spy theme(&w, &app::MainWindow::themeChanged);
-    Spy steps(&w, &app::MainWindow::stepModeChanged);
+    Spy settings(w.hostSignals(), &app::HostSignals::settingsChanged);
+    Spy theme(w.hostSignals(), &app::HostSignals::themeChanged);
+    Spy steps(w.hostSignals(), &app::HostSignals::stepModeChanged);
 
     p->comma->setChecked(false);
     EXPECT_FALSE(app::options().komma);
@@ -502,7 +502,7 @@ TEST_F(WindowTest, settingsPanelWritesStoresAndSignals) {
 TEST_F(WindowTest, themeButtonCyclesAutoLightDark) {
     app::setThemeMode(app::ThemeAuto);
     app::MainWindow& w = open();
-    Spy theme(&w, &app::MainWindow::themeChanged);
+    Spy theme(w.hostSignals(), &app::HostSignals::themeChanged);
     const std::pair<const char*, bool> steps[] = {{"light", false}, {"dark", true}, {"auto", false}};
     for (auto [stored, dark] : steps) {
         SCOPED_TRACE(stored);
