@@ -1,0 +1,35 @@
+// What the exercise page offers to practise: every topic of the fit
+// families in catalogue order, under its group, and the weak topics of the
+// student's own records. The choice is kept in the store as its key.
+#pragma once
+
+#include "fl/practice/exercise.h"
+
+#include <string>
+#include <vector>
+
+namespace fl {
+
+struct PracticeCategory {
+    std::string key;     // "" for every topic, "svag" for the weak ones, else the topic's name
+    std::string label;   // as the list shows it
+    std::string group;   // the topic's group; empty for the two above
+    std::string lockKey; // the teacher's key that closes it; empty for the two above
+};
+
+inline constexpr const char* kAllTopics = "";
+inline constexpr const char* kWeakTopics = "svag";
+
+// "Alle emner", "Mine svage emner", then the topics in order of the catalogue.
+const std::vector<PracticeCategory>& practiceCategories();
+// The topics alone, as the statistics name them.
+std::vector<std::string> practiceTopics();
+const PracticeCategory* findCategory(const std::string& key);
+
+// An exercise for the chosen category: a topic's families, any open family,
+// or one of `weak` (weakest first, as the records give them) that is still
+// open. Empty when nothing fits: no weak topic yet, or every family closed.
+Exercise exerciseForCategory(const std::string& key, const std::vector<std::string>& weak,
+                             const KeyFilter& open = {});
+
+} // namespace fl

@@ -1,0 +1,34 @@
+// Exercises on a drawn circuit: a few templates per kind of current, each a
+// function that draws a circuit with workshop values; the circuit solver
+// works it out and one of its quantities is asked for. The drawing itself
+// is the circuit pages' business.
+#pragma once
+
+#include "fl/circuit/model.h"
+#include "fl/practice/exercise.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace fl {
+
+struct CircuitTemplate {
+    std::string mode; // "dc" or "ac"
+    std::string name; // "Serieforbindelse", "Kompensering", …
+    std::function<Circuit()> make;
+};
+
+const std::vector<CircuitTemplate>& circuitTemplates();
+// "circ:dc|Serieforbindelse": its key in the statistics and in the teacher's list.
+std::string circuitKey(const CircuitTemplate& t);
+// "Kredsløb – jævnstrøm" or "Kredsløb – vekselstrøm".
+std::string circuitTopic(const std::string& mode);
+
+// Draws the template's circuit and asks for one of its quantities; up to 80
+// attempts, empty when none gave an answer.
+Exercise circuitExercise(const CircuitTemplate& t);
+// A template of the mode that `open` lets through, drawn uniformly.
+Exercise makeCircuitExercise(const std::string& mode, const KeyFilter& open = {});
+
+} // namespace fl

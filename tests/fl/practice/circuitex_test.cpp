@@ -1,0 +1,62 @@
+// Exercises on drawn circuits: every template gives one, its facit agrees
+// with the forward calculation of the same circuit, and the teacher's keys
+// close them.
+#include "fl/practice/circuitex.h"
+
+#include "fl/circuit/forward.h"
+#include "fl/expr/numbers.h"
+#include "fl/practice/random.h"
+#include "tests/fl/expr/settings_fixture.h"
+
+#include <gtest/gtest.h>
+
+namespace fl {
+namespace {
+
+class CircuitExerciseTest : public SettingsTest {
+  protected:
+    void SetUp() override {
+        SettingsTest::SetUp();
+        seedRandom(5);
+    }
+};
+
+TEST_F(CircuitExerciseTest, everyTemplateGivesAnExerciseThatTheForwardPassConfirms) {
+    for (const CircuitTemplate& t : circuitTemplates()) {
+        SCOPED_TRACE(t.name);
+        for (int i = 0; i < 20; ++i) {
+            const Exercise ex = circuitExercise(t);
+            ASSERT_FALSE(ex.empty());
+            ASSERT_TRUE(ex.circuit);
+            EXPECT_EQ(ex.key, "circ:" + t.mode + "|" + t.name);
+            EXPECT_EQ(ex.topic, t.mode == "ac" ? "Kredsløb – vekselstrøm" : "Kredsløb – jævnstrøm");
+            Values in = ex.given;
+            walk(ex.circuit->root, [&](const CNodePtr& n) {
+                if (!n->group) in[n->name] = readValue(n->v);
+            });
+            const Values out = forward(ex.circuit->root, in, t.mode == "ac");
+            ASSERT_TRUE(out.count(ex.target)) << ex.target;
+            EXPECT_NEAR(out.at(ex.target), ex.facit, 1e-9 * ex.facit) << ex.target;
+            EXPECT_TRUE(plausibleAnswer(ex.target, ex.unit, ex.facit)) << ex.target << " = " << ex.facit;
+            EXPECT_EQ(ex.statement.rfind("<p class=\"hint0\">Givet: <span class=\"v\">U</span> = ", 0), 0u);
+            EXPECT_NE(ex.statement.find(". Komponenternes værdier står på tegningen.</p>"),
+                      std::string::npos);
+            EXPECT_NE(ex.solution.html.find("FACIT"), std::string::npos);
+        }
+    }
+}
+
+TEST_F(CircuitExerciseTest, theTeachersKeysCloseTemplates) {
+    EXPECT_TRUE(
+        makeCircuitExercise("ac", [](const std::string& k) { return k.rfind("circ:ac|", 0) != 0; }).empty());
+    for (int i = 0; i < 30; ++i) {
+        const Exercise ex =
+            makeCircuitExercise("ac", [](const std::string& k) { return k != "circ:ac|Kompensering"; });
+        ASSERT_FALSE(ex.empty());
+        EXPECT_NE(ex.key, "circ:ac|Kompensering");
+        EXPECT_EQ(ex.key.rfind("circ:ac|", 0), 0u);
+    }
+}
+
+} // namespace
+} // namespace fl
