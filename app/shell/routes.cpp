@@ -8,6 +8,7 @@
 #include "app/pages/reference/insttestpage.h"
 #include "app/pages/reference/minformpage.h"
 #include "app/pages/reference/ordlistepage.h"
+#include "app/pages/tools/cablepages.h"
 #include "app/shell/lockedpage.h"
 #include "app/widgets/page.h"
 #include "fl/formulas/catalogue.h"
@@ -48,11 +49,11 @@ const std::map<std::string, PageCreator>& pageFactory() {
         {"trafo", named("trafo")},
         {"trefase", named("trefase")},
         {"komp", named("komp")},
-        {"kabel", named("kabel")},
-        {"sf1", named("sf1")},
-        {"sf3", named("sf3")},
-        {"ikmax", named("ikmax")},
-        {"ikmin", named("ikmin")},
+        {"kabel", [](PageHost* h) -> Page* { return new KabelPage(h); }},
+        {"sf1", [](PageHost* h) -> Page* { return new DropPage(false, h); }},
+        {"sf3", [](PageHost* h) -> Page* { return new DropPage(true, h); }},
+        {"ikmax", [](PageHost* h) -> Page* { return new IkmaxPage(h); }},
+        {"ikmin", [](PageHost* h) -> Page* { return new IkminPage(h); }},
         {"motor", named("motor")},
         {"ac", named("ac")},
         {"res", named("res")},

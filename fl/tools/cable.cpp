@@ -38,7 +38,8 @@ std::string sectionLine(int chosen) {
 }
 
 // Up to seven sizes around the chosen one (two below it where there are),
-// each with its drop against the limit.
+// each with its drop against the limit; without prefixes, so a column
+// compares at a glance.
 std::string comparison(const ToolSheet& s, int chosen, bool threePhase, const std::string& uv) {
     const double rho = s.vars.at("rho"), l = s.vars.at("l"), i = s.vars.at("I"), u = s.vars.at(uv),
                  limit = s.vars.at("dUpmax");
@@ -54,8 +55,8 @@ std::string comparison(const ToolSheet& s, int chosen, bool threePhase, const st
         const double dup = du * 100 / u;
         const bool fits = dup <= limit + kSnap;
         out += std::string("<tr") + (static_cast<int>(k) == chosen ? " class=\"calc\"" : "") + "><td>" +
-               fmtNumber(list[k]) + " mm²</td><td>" + formatValue(r, "Ω") + "</td><td>" + formatValue(du, "V") +
-               "</td><td>" + formatValue(dup, "%") + "</td><td>" +
+               fmtNumber(list[k]) + " mm²</td><td>" + fmtWithUnit(r, "Ω") + "</td><td>" + fmtWithUnit(du, "V") +
+               "</td><td>" + fmtWithUnit(dup, "%") + "</td><td>" +
                (fits ? "<span class=\"ok\">✓</span>" : "<span class=\"bad\">✗ for stort fald</span>") +
                "</td></tr>";
     }

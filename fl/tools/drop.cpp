@@ -36,7 +36,7 @@ std::string limitTable(double dup) {
                       "style=\"text-align:left\">Installationstype (tabel G.52.1)</th><th>Belysning</th><th>Anden "
                       "anvendelse</th></tr>";
     for (const Limit& l : kLimits)
-        out += std::string("<tr><td>") + l.installation + "</td>" + limitCell(l.lighting, dup) +
+        out += std::string("<tr><td style=\"text-align:left\">") + l.installation + "</td>" + limitCell(l.lighting, dup) +
                limitCell(l.other, dup) + "</tr>";
     return out + "</table></div>" +
            hint("✓ betyder, at " + formatValue(dup, "%") +

@@ -1,0 +1,248 @@
+// The cable tools as a student uses them: from the home page to a sized
+// cable, the answer reused in the voltage drop, refusals that keep the form,
+// the cable chooser filling R and X, "Ryd", and a closed tool.
+#include "tests/app/fresh_app.h"
+
+#include "app/shell/mainwindow.h"
+#include "app/shell/options.h"
+#include "app/pages/formulas/homepage.h"
+#include "app/pages/tools/cablepages.h"
+#include "app/pages/tools/cablepick.h"
+#include "app/sheet/resultarea.h"
+#include "app/sheet/sheetview.h"
+#include "app/widgets/valuefield.h"
+#include "fl/expr/markup.h"
+#include "store/datastore.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QTextBlock>
+#include <QTextDocument>
+
+namespace {
+
+bool contains(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+// Clicks the first anchor in the view that leads to `href`, as a user would.
+bool clickLink(app::SheetView* view, const QString& href) {
+    QTextDocument* doc = view->document();
+    for (QTextBlock block = doc->begin(); block.isValid(); block = block.next())
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const QTextFragment frag = it.fragment();
+            if (!frag.charFormat().isAnchor() || frag.charFormat().anchorHref() != href) continue;
+            QTextCursor cursor(doc);
+            cursor.setPosition(frag.position() + frag.length() / 2);
+            QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, view->cursorRect(cursor).center());
+            return true;
+        }
+    return false;
+}
+
+// Clears the edit and types as on a keyboard.
+void type(app::ValueField* field, const QString& text) {
+    QTest::mouseClick(field->edit, Qt::LeftButton);
+    field->edit->selectAll();
+    QTest::keyClick(field->edit, Qt::Key_Delete);
+    for (const QChar c : text) {
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString(c));
+        QApplication::sendEvent(field->edit, &press);
+    }
+}
+
+std::string sheetOf(app::ToolPage* page) {
+    return fl::stripTags(page->resultArea()->view()->markup());
+}
+
+class ToolPagesTest : public FreshAppTest {
+  protected:
+    app::MainWindow& open() {
+        window = std::make_unique<app::MainWindow>();
+        window->resize(1280, 800);
+        window->show();
+        QApplication::processEvents();
+        return *window;
+    }
+    template <typename P> P* current() const { return dynamic_cast<P*>(window->currentPage()); }
+};
+
+TEST_F(ToolPagesTest, studentSizesACableFromHomeAndReusesTheCurrentInTheVoltageDrop) {
+    app::MainWindow& w = open();
+    auto* home = current<app::HomePage>();
+    ASSERT_NE(home, nullptr);
+    ASSERT_TRUE(clickLink(home->view(), "go:kabel"));
+    auto* kabel = current<app::KabelPage>();
+    ASSERT_NE(kabel, nullptr);
+    EXPECT_EQ(w.windowTitle(), "Kabeldimensionering – Ostrovalden Skole");
+
+    EXPECT_EQ(kabel->field("U")->text(), "230");
+    type(kabel->field("I"), "10");
+    type(kabel->field("Lk"), "50");
+    type(kabel->field("dUpmax"), "3");
+    QTest::keyClick(kabel->field("dUpmax")->edit, Qt::Key_Return);
+
+    const std::string sheet = sheetOf(kabel);
+    for (const char* part : {"Kabel: 4 mm² kobber", "Givet", "Mindste tværsnit", "(formelsamlingen s. 6)",
+                             "2,5362 mm²", "Kontrol", "✓ 1,9022 % er under grænsen på 3 %", "FACIT"})
+        EXPECT_TRUE(contains(sheet, part)) << part;
+    EXPECT_FALSE(kabel->noteView()->isVisible());
+    ASSERT_EQ(w.resultRecords().size(), 1u);
+    EXPECT_EQ(w.resultRecords()[0].value, 4);
+
+    // The current goes on to the voltage drop through the strip.
+    w.navigate("sf1");
+    auto* drop = current<app::DropPage>();
+    ASSERT_NE(drop, nullptr);
+    EXPECT_EQ(drop->field("R_l")->text(), "12,1"); // the chooser's 1,5 mm² copper PVIK
+    EXPECT_EQ(drop->field("X_l")->text(), "0,108");
+    QTest::mouseClick(drop->field("I_B")->edit, Qt::LeftButton);
+    QPushButton* chip = nullptr;
+    for (QPushButton* b : w.resultStrip()->findChildren<QPushButton*>())
+        if (b->isVisible() && b->text() == "q = 4 mm²") chip = b;
+    ASSERT_NE(chip, nullptr);
+    QTest::mouseClick(chip, Qt::LeftButton);
+    EXPECT_EQ(drop->field("I_B")->text(), "4");
+    type(drop->field("I_B"), "10");
+    type(drop->field("l"), "30");
+    type(drop->field("cosphi"), "1");
+    QTest::keyClick(drop->field("l")->edit, Qt::Key_Return);
+    EXPECT_TRUE(contains(sheetOf(drop), "Spændingsfald 3,1565 %: 7,26 V")) << sheetOf(drop);
+    EXPECT_EQ(w.resultRecords()[0].unit, "V");
+    EXPECT_EQ(w.resultRecords()[1].unit, "%");
+}
+
+TEST_F(ToolPagesTest, refusalsShowInTheNoteMarkTheFieldsAndKeepTheForm) {
+    struct Row {
+        const char* name;
+        const char* route;
+        std::vector<std::pair<QString, QString>> typed;
+        const char* message;
+        std::vector<QString> marked;
+    };
+    const Row rows[] = {
+        {"letters", "ikmax", {{"l", "tre"}}, "Jeg kan ikke læse l", {"l"}},
+        {"a value the table doesn't have", "ikmax", {{"l", "10"}, {"R_l", ""}}, "Udfyld Rl.", {"R_l"}},
+        {"negative length", "sf3", {{"I_B", "16"}, {"l", "-40"}}, "Negative værdier giver ingen mening her – ret l.",
+         {"l"}},
+        {"no real answer", "ikmin",
+         {{"I_Nks", "0"}, {"l_stik", "10"}, {"l_grp", "10"}},
+         "Noget passer ikke – tjek værdierne. intet reelt svar",
+         {}},
+    };
+    app::MainWindow& w = open();
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.name);
+        w.navigate(r.route);
+        auto* page = current<app::ToolPage>();
+        ASSERT_NE(page, nullptr);
+        page->clearForm();
+        for (const auto& [key, text] : r.typed)
+            page->field(key)->setText(text);
+        QTest::mouseClick(page->runButton(), Qt::LeftButton);
+        EXPECT_FALSE(page->resultArea()->view()->hasContent());
+        EXPECT_TRUE(page->noteView()->isVisible());
+        EXPECT_EQ(fl::htmlToPlain(page->noteView()->markup()), r.message);
+        for (const auto& [key, text] : r.typed)
+            EXPECT_EQ(page->field(key)->text(), text);
+        for (const QString& key : r.marked)
+            EXPECT_EQ(page->field(key)->edit->property("class").toString(), "err") << key.toStdString();
+        EXPECT_EQ(page->runButton()->text(), "Beregn");
+        EXPECT_TRUE(page->runButton()->isEnabled());
+    }
+}
+
+TEST_F(ToolPagesTest, cablePickFillsFromTheTablesAndRemembersTheChoice) {
+    app::MainWindow& w = open();
+    w.navigate("sf3");
+    auto* drop = current<app::DropPage>();
+    app::CablePick* pick = drop->cable();
+    EXPECT_EQ(drop->field("X_l")->text(), "0,128"); // pvik5 at 1,5 mm²
+
+    pick->material()->setCurrentIndex(pick->material()->findData("al"));
+    EXPECT_EQ(drop->field("R_l")->text(), "");
+    EXPECT_EQ(drop->field("R_l")->edit->placeholderText(), "findes ikke i tabellen – skriv værdien");
+    pick->section()->setCurrentIndex(pick->section()->findData("16"));
+    EXPECT_EQ(drop->field("R_l")->text(), "1,91");
+    pick->type()->setCurrentIndex(pick->type()->findData("nosp4"));
+    EXPECT_EQ(drop->field("R_l")->text(), "1,91");
+    EXPECT_EQ(drop->field("X_l")->text(), "");
+    EXPECT_EQ(drop->field("X_l")->edit->placeholderText(), "findes ikke for denne kabeltype – skriv værdien");
+
+    const DataStore& store = DataStore::instance();
+    EXPECT_EQ(store.getString("sf3_mat"), "al");
+    EXPECT_EQ(store.getString("sf3_q"), "16");
+    EXPECT_EQ(store.getString("sf3_type"), "nosp4");
+
+    // A new page of the same tool opens with the same cable.
+    app::DropPage again(true, &w);
+    EXPECT_EQ(again.cable()->section()->currentData().toString(), "16");
+    EXPECT_EQ(again.field("R_l")->text(), "1,91");
+}
+
+TEST_F(ToolPagesTest, clearPutsTheDefaultsBackAndTheChooserRefillsRAndX) {
+    app::MainWindow& w = open();
+    w.navigate("ikmin");
+    auto* page = current<app::IkminPage>();
+    page->field("U_F")->setText("400");
+    page->field("R_lstik")->setText("9");
+    page->field("R_lgrp")->setText("");
+    page->field("I_Nks")->setText("35");
+    QTest::mouseClick(page->clearButton(), Qt::LeftButton);
+    EXPECT_EQ(page->field("U_F")->text(), "230");
+    EXPECT_EQ(page->field("k_v")->text(), "1,5");
+    EXPECT_EQ(page->field("I_Nks")->text(), "");
+    EXPECT_EQ(page->field("R_lstik")->text(), "1,83"); // 10 mm² copper
+    EXPECT_EQ(page->field("R_lgrp")->text(), "12,1"); // 1,5 mm² copper
+    EXPECT_FALSE(page->noteView()->isVisible());
+    EXPECT_FALSE(page->resultArea()->view()->hasContent());
+}
+
+TEST_F(ToolPagesTest, systemChoiceSetsTheVoltageUnlessTheStudentTypedOne) {
+    app::MainWindow& w = open();
+    w.navigate("kabel");
+    auto* kabel = current<app::KabelPage>();
+    kabel->systemChoice()->setCurrentIndex(1);
+    EXPECT_EQ(kabel->field("U")->text(), "400");
+    kabel->systemChoice()->setCurrentIndex(0);
+    EXPECT_EQ(kabel->field("U")->text(), "230");
+    kabel->field("U")->setText("231");
+    kabel->systemChoice()->setCurrentIndex(1);
+    EXPECT_EQ(kabel->field("U")->text(), "231");
+}
+
+TEST_F(ToolPagesTest, characteristicReachesTheCheckAndAThemeChangeRedrawsTheSameRun) {
+    app::MainWindow& w = open();
+    w.navigate("ikmin");
+    auto* page = current<app::IkminPage>();
+    page->field("I_Nks")->setText("35");
+    page->field("l_stik")->setText("20");
+    page->field("l_grp")->setText("30");
+    page->field("I_Ngrp")->setText("10");
+    auto* characteristic = page->form()->findChildren<QComboBox*>().last();
+    characteristic->setCurrentIndex(1); // C
+    page->run();
+    EXPECT_TRUE(contains(sheetOf(page), "slår ikke sikkert fra"));
+    // Typing afterwards changes nothing until Enter, also when the sheet is redrawn.
+    page->field("I_Ngrp")->setText("");
+    page->onTheme();
+    EXPECT_TRUE(contains(sheetOf(page), "er mindre end 100 A"));
+}
+
+TEST_F(ToolPagesTest, aClosedToolShowsTheLockedPage) {
+    app::options().off = {"vaerktoj"}; // the teacher closes the tools
+    app::MainWindow& w = open();
+    for (const char* route : {"kabel", "sf1", "sf3", "ikmax", "ikmin"}) {
+        w.navigate(route);
+        EXPECT_EQ(w.currentRoute(), "laast") << route;
+        EXPECT_EQ(DataStore::instance().getString("locked_page"), route);
+    }
+}
+
+} // namespace
