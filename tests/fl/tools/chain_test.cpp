@@ -124,14 +124,18 @@ TEST_F(ChainTest, everySubsetOfGivensFindsExactlyWhatItDetermines) {
                 const std::set<std::string> expected = determined(*c.list, given);
                 for (const std::string& n : names) {
                     ASSERT_EQ(vars.count(n) > 0, expected.count(n) > 0) << n;
-                    if (vars.count(n)) ASSERT_LE(rel(vars.at(n), truth.at(n)), 1e-9) << n;
+                    if (vars.count(n)) {
+                        ASSERT_LE(rel(vars.at(n), truth.at(n)), 1e-9) << n;
+                    }
                 }
                 ASSERT_EQ(r.blocks.size(), expected.size() - given.size());
                 for (const ChainEquation& eq : r.equations) {
                     bool known = true;
                     for (const std::string& s : symbolsOf(eq, *const_cast<NodePtr*>(&eq.node)))
                         known = known && vars.count(s);
-                    if (known) ASSERT_LE(rel(vars.at(eq.target), eval(eq.node, vars)), 1e-9) << eq.title;
+                    if (known) {
+                        ASSERT_LE(rel(vars.at(eq.target), eval(eq.node, vars)), 1e-9) << eq.title;
+                    }
                 }
             }
         }
@@ -182,7 +186,9 @@ TEST_F(ChainTest, eachKindOfStepWritesItsWorking) {
         ASSERT_EQ(c.blocks.size(), 1u);
         EXPECT_EQ(c.blocks[0].solves, r.found);
         EXPECT_NEAR(vars.at(r.found), r.value, 1e-12);
-        if (*r.text) EXPECT_EQ(sheetText(c.blocks[0].html, pass.maths), r.text);
+        if (*r.text) {
+            EXPECT_EQ(sheetText(c.blocks[0].html, pass.maths), r.text);
+        }
     }
 }
 

@@ -145,7 +145,9 @@ TEST_F(FrameTest, evaluateStepWritesFormulaNumbersEachRoundAndTheResult) {
         const Worked w = work(r.target, r.formula, vars, r.unit, r.shown);
         EXPECT_EQ(w.out.value, r.value);
         EXPECT_EQ(vars.at(r.target), r.value);
-        if (*r.text) EXPECT_EQ(w.text, r.text);
+        if (*r.text) {
+            EXPECT_EQ(w.text, r.text);
+        }
     }
 }
 
