@@ -5,6 +5,7 @@
 // largest views. Everything runs offscreen in one shown main window.
 #include "app/pages/formulas/finderpage.h"
 #include "app/pages/formulas/formulapage.h"
+#include "app/pages/tools/toolpage.h"
 #include "app/shell/mainwindow.h"
 #include "app/shell/theme.h"
 #include "app/widgets/valuefield.h"
@@ -132,6 +133,28 @@ void BM_enterToPainted(benchmark::State& state, const std::string& key) {
     settle();
 }
 
+// A tool from Enter in a field to its painted sheet, with a form a student
+// would fill (the cable chooser's R and X left as it filled them).
+void BM_toolEnterToPainted(benchmark::State& state, const std::string& route,
+                           const std::vector<std::pair<QString, QString>>& typed) {
+    app::MainWindow& w = window();
+    w.navigate(QString::fromStdString(route));
+    auto* page = dynamic_cast<app::ToolPage*>(w.currentPage());
+    if (!page) {
+        state.SkipWithError("no tool page");
+        return;
+    }
+    for (const auto& [key, text] : typed)
+        page->field(key)->setText(text);
+    QLineEdit* edit = page->field(typed.back().first)->edit;
+    for (auto _ : state) {
+        QTest::keyClick(edit, Qt::Key_Return);
+        paint(w);
+    }
+    state.SetLabel(route);
+    settle();
+}
+
 void BM_homeToPainted(benchmark::State& state) {
     app::MainWindow& w = window();
     for (auto _ : state) {
@@ -162,6 +185,15 @@ BENCHMARK_CAPTURE(BM_navigateToPainted, ohm, std::string("ohm"))->Unit(benchmark
 BENCHMARK_CAPTURE(BM_navigateToPainted, largest, kLargest)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(BM_enterToPainted, ohm, std::string("ohm"))->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(BM_enterToPainted, largest, kLargest)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_toolEnterToPainted, kabel, std::string("kabel"),
+                  {{"U", "400"}, {"P", "11k"}, {"cosphi", "0,85"}, {"Lk", "80"}, {"dUpmax", "4"}})
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_toolEnterToPainted, sf3, std::string("sf3"), {{"I_B", "16"}, {"l", "40"}})
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_toolEnterToPainted, ikmax, std::string("ikmax"), {{"l", "10"}})->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_toolEnterToPainted, ikmin, std::string("ikmin"),
+                  {{"I_Nks", "35"}, {"l_stik", "20"}, {"l_grp", "30"}, {"I_Ngrp", "10"}})
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_homeToPainted)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(BM_finderPathToPainted, rootCards, 0, std::string())->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(BM_finderPathToPainted, leafCards, 0, std::string("ac/serie"))

@@ -149,8 +149,9 @@ void ToolPage::runClicked() {
 
 void ToolPage::run() {
     note->hide();
+    // Only where a mark is: a needless re-polish costs a stylesheet pass.
     for (ValueField* f : formCard->fields)
-        f->setInvalid(false);
+        if (f->edit->property("class").toString() == QLatin1String("err")) f->setInvalid(false);
     // The form as it stands now: a later redraw (theme, settings) shows this
     // run again, not what has been typed since.
     const fl::FormMap form = formMap();
