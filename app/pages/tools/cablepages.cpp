@@ -15,8 +15,8 @@ const char kRun[] = "Beregn";
 
 } // namespace
 
-KabelPage::KabelPage(MainWindow* w, QWidget* parent)
-    : ToolPage(w, QStringLiteral("Kabeldimensionering"),
+KabelPage::KabelPage(PageHost* h, QWidget* parent)
+    : ToolPage(h, QStringLiteral("Kabeldimensionering"),
                QStringLiteral("Finder det mindste standardtværsnit, hvor spændingsfaldet holder sig under grænsen. "
                               "Skriv den største tilladte grænse for jeres installationstype. Giv strømmen I – "
                               "eller effekten P og cos φ."),
@@ -59,8 +59,8 @@ fl::ToolOut KabelPage::compute(const fl::FormMap& form) const {
     return fl::dimensionCable(form, choice("system") == "3", rho);
 }
 
-DropPage::DropPage(bool threePhase, MainWindow* w, QWidget* parent)
-    : ToolPage(w, threePhase ? QStringLiteral("Spændingsfald 3-faset") : QStringLiteral("Spændingsfald 1-faset"),
+DropPage::DropPage(bool threePhase, PageHost* h, QWidget* parent)
+    : ToolPage(h, threePhase ? QStringLiteral("Spændingsfald 3-faset") : QStringLiteral("Spændingsfald 1-faset"),
                threePhase ? QStringLiteral("Spændingsfaldet mellem to faser ved symmetrisk belastning: ΔU = √3 · "
                                            "I<sub>B,dim</sub> · L · (R<sub>l</sub> · cos φ + X<sub>l</sub> · sin φ). "
                                            "Vælg kablet, så kommer R og X fra tabellerne – eller skriv dem selv.")
@@ -103,8 +103,8 @@ void DropPage::afterClear() {
     pick->apply();
 }
 
-IkmaxPage::IkmaxPage(MainWindow* w, QWidget* parent)
-    : ToolPage(w, QStringLiteral("Ik max"),
+IkmaxPage::IkmaxPage(PageHost* h, QWidget* parent)
+    : ToolPage(h, QStringLiteral("Ik max"),
                QStringLiteral("Den største kortslutningsstrøm i gruppetavlen ud fra Ik max ved kabelskabet (oplyst i "
                               "FR) og stikledningen: I<sub>k,max</sub> = U<sub>N</sub> / (√3 · √(ΣR² + ΣX²)). Brug den "
                               "til at vælge sikringer med en stor nok brydeevne."),
@@ -133,8 +133,8 @@ void IkmaxPage::afterClear() {
     pick->apply();
 }
 
-IkminPage::IkminPage(MainWindow* w, QWidget* parent)
-    : ToolPage(w, QStringLiteral("Ik min"),
+IkminPage::IkminPage(PageHost* h, QWidget* parent)
+    : ToolPage(h, QStringLiteral("Ik min"),
                QStringLiteral("Den mindste kortslutningsstrøm i gruppetavlen og ved brugsgenstanden. Ik min ved "
                               "kabelskabet er 5 · I<sub>N</sub> (FR). Der regnes kun med modstanden – fase og nul (· 2) "
                               "– og ledningerne er varme efter kortslutningen (· 1,5)."),

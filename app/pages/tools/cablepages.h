@@ -14,7 +14,7 @@ class CablePick;
 class KabelPage : public ToolPage {
     Q_OBJECT
   public:
-    explicit KabelPage(MainWindow* window, QWidget* parent = nullptr);
+    explicit KabelPage(PageHost* host, QWidget* parent = nullptr);
     fl::ToolOut compute(const fl::FormMap& form) const override;
 
     QComboBox* systemChoice() const { return system; }
@@ -32,7 +32,7 @@ class KabelPage : public ToolPage {
 class DropPage : public ToolPage {
     Q_OBJECT
   public:
-    DropPage(bool threePhase, MainWindow* window, QWidget* parent = nullptr);
+    DropPage(bool threePhase, PageHost* host, QWidget* parent = nullptr);
     fl::ToolOut compute(const fl::FormMap& form) const override;
     void afterClear() override;
 
@@ -46,7 +46,7 @@ class DropPage : public ToolPage {
 class IkmaxPage : public ToolPage {
     Q_OBJECT
   public:
-    explicit IkmaxPage(MainWindow* window, QWidget* parent = nullptr);
+    explicit IkmaxPage(PageHost* host, QWidget* parent = nullptr);
     fl::ToolOut compute(const fl::FormMap& form) const override;
     void afterClear() override;
 
@@ -59,7 +59,7 @@ class IkmaxPage : public ToolPage {
 class IkminPage : public ToolPage {
     Q_OBJECT
   public:
-    explicit IkminPage(MainWindow* window, QWidget* parent = nullptr);
+    explicit IkminPage(PageHost* host, QWidget* parent = nullptr);
     fl::ToolOut compute(const fl::FormMap& form) const override;
     void afterClear() override;
 

@@ -1,6 +1,6 @@
 #include "app/pages/tools/toolpage.h"
 
-#include "app/shell/mainwindow.h"
+#include "app/shell/pagehost.h"
 #include "app/sheet/resultarea.h"
 #include "app/sheet/sheetview.h"
 #include "app/shell/theme.h"
@@ -30,9 +30,9 @@ constexpr int kNoteHeight = 200;
 
 } // namespace
 
-ToolPage::ToolPage(MainWindow* w, const QString& title, const QString& intro, const QString& headingText,
+ToolPage::ToolPage(PageHost* h, const QString& title, const QString& intro, const QString& headingText,
                    const QString& crumb, QWidget* parent)
-    : Page(parent), window(w) {
+    : Page(parent), host(h) {
     formCard = addCard();
     formCard->addLabel(crumb, QStringLiteral("crumb"));
     formCard->addLabel(title, QStringLiteral("h2"));
@@ -97,7 +97,7 @@ void ToolPage::addRunButton(const QString& text, bool withClear, const QString& 
     note->hide();
     formCard->layout->addWidget(note);
 
-    area = new ResultArea;
+    area = new ResultArea(host);
     auto* box = new QWidget;
     auto* column = new QVBoxLayout(box);
     column->setContentsMargins(0, 0, 0, 0);
@@ -106,7 +106,7 @@ void ToolPage::addRunButton(const QString& text, bool withClear, const QString& 
     column->addWidget(area, 1);
     addWidget(box);
     layout->setStretchFactor(box, 1);
-    if (window) connect(area->view(), &SheetView::action, window, &MainWindow::followLink);
+    if (host) connect(area->view(), &SheetView::action, this, [this](const QString& href) { host->openLink(href); });
 
     for (ValueField* f : formCard->fields)
         connect(f, &ValueField::enterPressed, this, &ToolPage::run);
@@ -169,9 +169,9 @@ void ToolPage::run() {
     });
     if (out->ok) {
         heading->show();
-        if (window)
+        if (host)
             for (const fl::RecentValue& r : out->recent)
-                window->addResult(QString::fromStdString(fl::symbolDisplay(r.symbol)), r.value,
+                host->addResult(QString::fromStdString(fl::symbolDisplay(r.symbol)), r.value,
                                   QString::fromStdString(r.unit));
         // After the layout has taken the sheet's height, so the range allows it.
         QTimer::singleShot(0, this, [this] { scrollToWidget(heading->parentWidget()->mapTo(inner, QPoint(0, 0)).y()); });

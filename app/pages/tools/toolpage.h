@@ -19,7 +19,7 @@ class QPushButton;
 
 namespace app {
 
-class MainWindow;
+class PageHost;
 class ResultArea;
 class SheetView;
 class ValueField;
@@ -29,7 +29,7 @@ class ToolPage : public Page {
   public:
     // `crumb` tells where the formulas stand in the class's book
     // ("Værktøj · formelsamling s. 6"); `heading` heads the result.
-    ToolPage(MainWindow* window, const QString& title, const QString& intro, const QString& heading,
+    ToolPage(PageHost* host, const QString& title, const QString& intro, const QString& heading,
              const QString& crumb, QWidget* parent = nullptr);
 
     // Declaring the form, in the order of display. `def` is what "Ryd" restores.
@@ -75,7 +75,7 @@ class ToolPage : public Page {
     const fl::ToolOut& lastOut() const { return *last; }
 
   protected:
-    MainWindow* window = nullptr;
+    PageHost* host = nullptr;
 
   private:
     void interpret(ValueField* f);

@@ -1,6 +1,7 @@
 // The cable tools as a student uses them: from the home page to a sized
 // cable, the answer reused in the voltage drop, refusals that keep the form,
 // the cable chooser filling R and X, "Ryd", and a closed tool.
+#include "tests/app/fake_host.h"
 #include "tests/app/fresh_app.h"
 
 #include "app/shell/mainwindow.h"
@@ -159,9 +160,9 @@ TEST_F(ToolPagesTest, refusalsShowInTheNoteMarkTheFieldsAndKeepTheForm) {
 }
 
 TEST_F(ToolPagesTest, cablePickFillsFromTheTablesAndRemembersTheChoice) {
-    app::MainWindow& w = open();
-    w.navigate("sf3");
-    auto* drop = current<app::DropPage>();
+    app::test::FakeHost host;
+    auto page = std::make_unique<app::DropPage>(true, &host);
+    app::DropPage* drop = page.get();
     app::CablePick* pick = drop->cable();
     EXPECT_EQ(drop->field("X_l")->text(), "0,128"); // pvik5 at 1,5 mm²
 
@@ -181,15 +182,14 @@ TEST_F(ToolPagesTest, cablePickFillsFromTheTablesAndRemembersTheChoice) {
     EXPECT_EQ(store.getString("sf3_type"), "nosp4");
 
     // A new page of the same tool opens with the same cable.
-    app::DropPage again(true, &w);
+    app::DropPage again(true, &host);
     EXPECT_EQ(again.cable()->section()->currentData().toString(), "16");
     EXPECT_EQ(again.field("R_l")->text(), "1,91");
 }
 
 TEST_F(ToolPagesTest, clearPutsTheDefaultsBackAndTheChooserRefillsRAndX) {
-    app::MainWindow& w = open();
-    w.navigate("ikmin");
-    auto* page = current<app::IkminPage>();
+    app::test::FakeHost host;
+    auto page = std::make_unique<app::IkminPage>(&host);
     page->field("U_F")->setText("400");
     page->field("R_lstik")->setText("9");
     page->field("R_lgrp")->setText("");
@@ -205,9 +205,8 @@ TEST_F(ToolPagesTest, clearPutsTheDefaultsBackAndTheChooserRefillsRAndX) {
 }
 
 TEST_F(ToolPagesTest, systemChoiceSetsTheVoltageUnlessTheStudentTypedOne) {
-    app::MainWindow& w = open();
-    w.navigate("kabel");
-    auto* kabel = current<app::KabelPage>();
+    app::test::FakeHost host;
+    auto kabel = std::make_unique<app::KabelPage>(&host);
     kabel->systemChoice()->setCurrentIndex(1);
     EXPECT_EQ(kabel->field("U")->text(), "400");
     kabel->systemChoice()->setCurrentIndex(0);
@@ -218,9 +217,8 @@ TEST_F(ToolPagesTest, systemChoiceSetsTheVoltageUnlessTheStudentTypedOne) {
 }
 
 TEST_F(ToolPagesTest, characteristicReachesTheCheckAndAThemeChangeRedrawsTheSameRun) {
-    app::MainWindow& w = open();
-    w.navigate("ikmin");
-    auto* page = current<app::IkminPage>();
+    app::test::FakeHost host;
+    auto page = std::make_unique<app::IkminPage>(&host);
     page->field("I_Nks")->setText("35");
     page->field("l_stik")->setText("20");
     page->field("l_grp")->setText("30");
@@ -228,11 +226,13 @@ TEST_F(ToolPagesTest, characteristicReachesTheCheckAndAThemeChangeRedrawsTheSame
     auto* characteristic = page->form()->findChildren<QComboBox*>().last();
     characteristic->setCurrentIndex(1); // C
     page->run();
-    EXPECT_TRUE(contains(sheetOf(page), "slår ikke sikkert fra"));
+    EXPECT_TRUE(contains(sheetOf(page.get()), "slår ikke sikkert fra"));
+    ASSERT_EQ(host.results.size(), 2u); // at the appliance, then at the board
+    EXPECT_EQ(host.results[0].unit, "A");
     // Typing afterwards changes nothing until Enter, also when the sheet is redrawn.
     page->field("I_Ngrp")->setText("");
     page->onTheme();
-    EXPECT_TRUE(contains(sheetOf(page), "er mindre end 100 A"));
+    EXPECT_TRUE(contains(sheetOf(page.get()), "er mindre end 100 A"));
 }
 
 TEST_F(ToolPagesTest, aClosedToolShowsTheLockedPage) {
