@@ -17,6 +17,7 @@
 
 #include "net/http.h"
 #include "store/json.h"
+#include "store/keys.h"
 
 #include <string>
 
@@ -34,20 +35,6 @@ inline constexpr char TaskAnswer[] = "/tasks/answer";
 inline constexpr char Telemetry[] = "/telemetry";
 inline constexpr char Bug[] = "/bug";
 } // namespace path
-
-// Store keys of the class service.
-namespace key {
-inline constexpr char ClassKey[] = "class_key";           // string: the class code the teacher handed out
-inline constexpr char ClassProfile[] = "class_profile";   // {"off": [ids], "profile": name}: the last check-in's
-inline constexpr char ClassUid[] = "class_uid";           // string: this copy's anonymous id in the class
-inline constexpr char ClassStats[] = "class_stats";       // bool: the teacher wants the class statistics
-inline constexpr char ClassStatsLast[] = "class_stats_last"; // number: seconds since the epoch of the last upload
-inline constexpr char ClassTasks[] = "class_tasks";       // object: the last "/tasks" reply
-inline constexpr char TasksUpdated[] = "tasks_updated";   // number: "tasksUpdated" of the check-in it belongs to
-inline constexpr char TasksSeen[] = "tasks_seen";         // object: one member per task id the student has seen
-inline constexpr char TaskAnswers[] = "task_answers";     // object: task id → {status, answer, at}
-inline constexpr char StudentName[] = "student_name";     // string
-} // namespace key
 
 inline constexpr char kUnexpectedReply[] = "Uventet svar fra serveren.";
 

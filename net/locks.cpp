@@ -2,6 +2,7 @@
 
 #include "fl/formulas/catalogue.h"
 #include "fl/formulas/lists.h"
+#include "fl/formulas/routes.h"
 
 namespace net {
 
@@ -20,7 +21,7 @@ std::string offReasonKey(const std::string& key, const OffSet& off) {
 std::string offReason(const std::string& route, const OffSet& off) {
     if (off.empty()) return {};
     if (const fl::Formula* f = fl::findFormula(route)) {
-        if (off.count("udregnere")) return "udregnere";
+        if (off.count(fl::route::Calculators)) return fl::route::Calculators;
         return offReasonKey("sub:" + f->group + "|" + f->topic, off);
     }
     for (const fl::Topic& topic : fl::topics()) {

@@ -4,6 +4,7 @@
 #include "app/shell/theme.h"
 #include "app/widgets/helpers.h"
 #include "store/datastore.h"
+#include "store/keys.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -94,9 +95,9 @@ AboutDialog::AboutDialog(QWidget* parent) : QDialog(parent) {
 }
 
 bool showWelcomeIfFirstRun(QWidget* parent) {
-    if (storeGet("welcome_seen").asBool(false)) return false;
+    if (storeGet(key::WelcomeSeen).asBool(false)) return false;
     // Stored first: a student who closes the window with × has seen it too.
-    storeSet("welcome_seen", Json(true));
+    storeSet(key::WelcomeSeen, Json(true));
     WelcomeDialog dialog(parent);
     dialog.exec();
     return true;

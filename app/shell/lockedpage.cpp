@@ -3,7 +3,9 @@
 #include "app/shell/locks.h"
 #include "app/shell/options.h"
 #include "app/shell/pagehost.h"
+#include "fl/formulas/routes.h"
 #include "store/datastore.h"
+#include "store/keys.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -31,10 +33,12 @@ LockedPage::LockedPage(PageHost* h, QWidget* parent) : Page(parent), host(h) {
     QHBoxLayout* row = card->addButtonRow();
     QPushButton* home = card->addButton(row, QStringLiteral("Til forsiden"), "primary");
     connect(home, &QPushButton::clicked, this, [this] {
-        if (host) host->navigate(QStringLiteral("hjem"));
+        if (host) host->navigate(QLatin1String(fl::route::Home));
     });
 }
 
-void LockedPage::onEnter() { text->setText(lockedText(storeGetString("locked_feature"), options().profile)); }
+void LockedPage::onEnter() {
+    text->setText(lockedText(storeGetString(key::LockedFeature), options().profile));
+}
 
 }  // namespace app

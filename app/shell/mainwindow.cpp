@@ -5,13 +5,15 @@
 #include "app/shell/routes.h"
 #include "app/shell/settingspanel.h"
 #include "app/shell/theme.h"
+#include "app/shell/visits.h"
 #include "app/widgets/flowlayout.h"
 #include "app/widgets/helpers.h"
 #include "app/widgets/page.h"
-#include "fl/expr/markup.h"
 #include "fl/expr/numbers.h"
 #include "fl/formulas/lists.h"
+#include "fl/formulas/routes.h"
 #include "store/datastore.h"
+#include "store/keys.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -46,23 +48,12 @@
 
 namespace app {
 
-namespace {
-
-// The page's title: the tile's or the family's name; none for the home page.
-QString pageTitle(const QString& route) {
-    if (route == QLatin1String("hjem")) return {};
-    const fl::Tile* tile = fl::findFamilyOrTile(route.toStdString());
-    return tile ? QString::fromStdString(fl::stripTags(tile->name)) : QString();
-}
-
-}  // namespace
-
 MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent), hub(new HostSignals(this)) {
     setWindowTitle(QApplication::applicationName());
     setWindowIcon(QIcon(QStringLiteral(":/ostrovalden-skole.ico")));
 
     sectionOpen = {{"n_tools", true}, {"n_ov", true}, {"n_help", true}};
-    const Json nav = storeGet("navOpen");
+    const Json nav = storeGet(key::NavOpen);
     for (const auto& [id, open] : nav.asObject())
         sectionOpen[QString::fromStdString(id)] = open.asBool(false);
     shownOff = options().off;
@@ -115,7 +106,8 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent), hub(new HostSigna
 #endif
     qApp->installEventFilter(this);
 
-    const QByteArray geometry = QByteArray::fromBase64(QByteArray::fromStdString(storeGetString("win_geom")));
+    const QByteArray geometry =
+        QByteArray::fromBase64(QByteArray::fromStdString(storeGetString(key::WinGeom)));
     if (geometry.isEmpty() || !restoreGeometry(geometry)) {
         QSize size(1280, 800);
         if (const QScreen* screen = QGuiApplication::primaryScreen())
@@ -135,7 +127,7 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent), hub(new HostSigna
     checkSaved();
     saveWatch->start();
 
-    navigate(QStringLiteral("hjem"));
+    navigate(QLatin1String(fl::route::Home));
 }
 
 MainWindow::~MainWindow() {
@@ -223,10 +215,10 @@ QWidget* MainWindow::buildNotice() {
     connect(close, &QPushButton::clicked, this, [this] {
         notice->hide();
         if (noticeId.isEmpty()) return;
-        Json seen = storeGet("notice_seen");
+        Json seen = storeGet(key::NoticeSeen);
         if (!seen.isArray()) seen = Json::array();
         seen.push(Json(noticeId.toStdString()));
-        storeSet("notice_seen", seen);
+        storeSet(key::NoticeSeen, seen);
     });
     row->addWidget(close, 0, Qt::AlignTop);
     notice->hide();
@@ -296,19 +288,19 @@ Page* MainWindow::currentPage() const { return page(current); }
 void MainWindow::navigate(const QString& requested) {
     // Unknown routes and routes the teacher has closed never show.
     QString route = requested;
-    if (!fl::findFamilyOrTile(route.toStdString())) route = QStringLiteral("hjem");
+    if (!fl::findFamilyOrTile(route.toStdString())) route = QLatin1String(fl::route::Home);
     const std::string reason = offReason(route.toStdString());
     if (!reason.empty()) {
-        storeSet("locked_feature", Json(reason));
-        storeSet("locked_page", Json(route.toStdString()));
-        route = QStringLiteral("laast");
+        storeSet(key::LockedFeature, Json(reason));
+        storeSet(key::LockedPage, Json(route.toStdString()));
+        route = QLatin1String(fl::route::Locked);
     }
 
     Page* target = page(route);
     if (!target) {
         target = createPage(route.toStdString(), this);
-        if (!target && route != QLatin1String("hjem")) {
-            route = QStringLiteral("hjem");
+        if (!target && route != QLatin1String(fl::route::Home)) {
+            route = QLatin1String(fl::route::Home);
             target = page(route);
             if (!target) target = createPage(route.toStdString(), this);
         }
@@ -323,30 +315,11 @@ void MainWindow::navigate(const QString& requested) {
 
     if (route != current) previous = current;
     current = route;
-    const std::string r = route.toStdString();
-    storeSet("last", Json(r));
+    recordVisit(route.toStdString());
 
-    if (route != QLatin1String("hjem") && route != QLatin1String("laast")) {
-        Json recent = Json::array();
-        recent.push(Json(r));
-        const Json stored = storeGet("recent");
-        for (const Json& entry : stored.asArray())
-            if (entry.isString() && entry.str != r && recent.arr.size() < 6) recent.push(entry);
-        storeSet("recent", recent);
-    }
-
-    const QString title = pageTitle(route);
+    const QString title = QString::fromStdString(pageTitle(route.toStdString()));
     const QString app = QApplication::applicationName();
     setWindowTitle(title.isEmpty() ? app : title + QStringLiteral(" – ") + app);
-
-    if (route != QLatin1String("laast")) {
-        Json usage = storeGet("usage");
-        if (!usage.isObject()) usage = Json::object();
-        const std::string member = title.isEmpty() ? std::string("Forside") : title.toStdString();
-        Json& count = usage[member];
-        count = Json(count.asNumber(0) + 1);
-        storeSet("usage", usage);
-    }
 
     if (stack->currentWidget() != target) {
         auto* effect = new QGraphicsOpacityEffect(target);
@@ -377,11 +350,11 @@ void MainWindow::openOwnLink(const QString& href) {
     if (scheme == QLatin1String("go:")) {
         navigate(rest);
     } else if (scheme == QLatin1String("gl:")) {
-        storeSet("ordliste_q", Json(rest.toStdString()));
-        navigate(QStringLiteral("ordliste"));
+        storeSet(key::OrdlisteQ, Json(rest.toStdString()));
+        navigate(QLatin1String(fl::route::Glossary));
     } else if (scheme == QLatin1String("it:")) {
-        storeSet("insttest_tab", Json("hvad"));
-        navigate(QStringLiteral("insttest"));
+        storeSet(key::InsttestTab, Json("hvad"));
+        navigate(QLatin1String(fl::route::InstTest));
     }
 }
 
@@ -436,7 +409,7 @@ void MainWindow::rebuildResults() {
 void MainWindow::showNotice(const QString& html, const QString& id) {
     if (!id.isEmpty()) {
         const std::string key = id.toStdString();
-        const Json seenIds = storeGet("notice_seen");
+        const Json seenIds = storeGet(key::NoticeSeen);
         for (const Json& seen : seenIds.asArray())
             if (seen.isString() && seen.str == key) return;
     }
@@ -493,7 +466,7 @@ void MainWindow::applyProfile() {
     if (changed) {
         // A running exam is the one page that survives a change.
         for (auto it = pages.begin(); it != pages.end();) {
-            if (it->first == current && current == QLatin1String("eksamen")) {
+            if (it->first == current && current == QLatin1String(fl::route::Exam)) {
                 ++it;
                 continue;
             }
@@ -508,17 +481,17 @@ void MainWindow::applyProfile() {
     emit hub->settingsChanged();
 
     QString target = current;
-    if (current == QLatin1String("laast")) {
-        const std::string locked = storeGetString("locked_page");
+    if (current == QLatin1String(fl::route::Locked)) {
+        const std::string locked = storeGetString(key::LockedPage);
         if (!locked.empty() && isOpen(locked)) target = QString::fromStdString(locked);
     }
-    if (!isOpen(target.toStdString())) target = QStringLiteral("hjem");
+    if (!isOpen(target.toStdString())) target = QLatin1String(fl::route::Home);
     if (!changed && target == current) return;
     navigate(target);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-    storeSet("win_geom", Json(saveGeometry().toBase64().toStdString()));
+    storeSet(key::WinGeom, Json(saveGeometry().toBase64().toStdString()));
     DataStore::instance().save();
     QMainWindow::closeEvent(event);
 }

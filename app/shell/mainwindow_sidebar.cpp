@@ -4,7 +4,9 @@
 #include "app/shell/mainwindow.h"
 #include "app/shell/theme.h"
 #include "fl/formulas/lists.h"
+#include "fl/formulas/routes.h"
 #include "store/datastore.h"
+#include "store/keys.h"
 
 #include <QApplication>
 #include <QHeaderView>
@@ -87,10 +89,10 @@ void MainWindow::rebuildSidebar() {
     tree->clear();
 
     auto* home = new QTreeWidgetItem(tree, {QStringLiteral("⌂ Forside")});
-    home->setData(0, RouteRole, QStringLiteral("hjem"));
+    home->setData(0, RouteRole, QString::fromLatin1(fl::route::Home));
     home->setFont(0, uiFont(10.5, QFont::Bold));
     home->setFirstColumnSpanned(true);
-    home->setSelected(current == QLatin1String("hjem"));
+    home->setSelected(current == QLatin1String(fl::route::Home));
 
     QFont sectionFont = uiFont(8.5, QFont::Bold);
     sectionFont.setLetterSpacing(QFont::AbsoluteSpacing, 0.8);
@@ -153,7 +155,7 @@ void MainWindow::sidebarClicked(QTreeWidgetItem* item) {
         item->setText(1, open ? QStringLiteral("▾") : QStringLiteral("▸"));
         Json nav = Json::object();
         for (const auto& [id, isOpen] : sectionOpen) nav[id.toStdString()] = Json(isOpen);
-        storeSet("navOpen", nav);
+        storeSet(key::NavOpen, nav);
         return;
     }
     // Later: navigating rebuilds the tree, which must not happen inside its own signal.
@@ -168,11 +170,11 @@ void MainWindow::openFirstHit() {
         if (data.isEmpty() || data.startsWith(QLatin1String("sec:")) || item->isHidden() ||
             !(item->flags() & Qt::ItemIsSelectable))
             continue;
-        if (filtered && data == QLatin1String("hjem")) continue;
+        if (filtered && data == QLatin1String(fl::route::Home)) continue;
         navigate(data);
         return;
     }
-    navigate(QStringLiteral("hjem"));
+    navigate(QLatin1String(fl::route::Home));
 }
 
 }  // namespace app

@@ -4,6 +4,7 @@
 #include "app/shell/pagehost.h"
 #include "app/shell/theme.h"
 #include "store/datastore.h"
+#include "store/keys.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -106,7 +107,7 @@ void SettingsPanel::popUpUnder(QWidget* gear) {
 void SettingsPanel::stepsToggled(bool on) {
     options().trinvis = on;
     applyDisplaySettings();
-    storeSet("trinvis", Json(on));
+    storeSet(key::Trinvis, Json(on));
     emit host->hostSignals()->stepModeChanged(on);
 }
 
@@ -115,21 +116,21 @@ void SettingsPanel::roundingChosen(int index) {
     if (code == options().rund) return;
     options().rund = code;
     applyDisplaySettings();
-    storeSet("rund", Json(code));
+    storeSet(key::Rund, Json(code));
     emit host->hostSignals()->settingsChanged();
 }
 
 void SettingsPanel::commaToggled(bool on) {
     options().komma = on;
     applyDisplaySettings();
-    storeSet("komma", Json(on));
+    storeSet(key::Komma, Json(on));
     emit host->hostSignals()->settingsChanged();
 }
 
 void SettingsPanel::cycleTheme() {
     // automatic → light → dark → automatic
     const int next = (themeMode() + 1) % 3;
-    storeSet("theme", Json(themeModeName(next)));
+    storeSet(key::Theme, Json(themeModeName(next)));
     setThemeMode(next);
     showThemeMode();
     emit host->hostSignals()->themeChanged();
@@ -139,7 +140,7 @@ void SettingsPanel::textSizeChosen(int index) {
     const double scale = textSize->itemData(index).toDouble();
     if (scale == textScale()) return;
     setTextScale(scale);
-    storeSet("tekst", Json(scale));
+    storeSet(key::Tekst, Json(scale));
     applyTheme();
     emit host->hostSignals()->settingsChanged();
     emit host->hostSignals()->themeChanged();

@@ -5,6 +5,7 @@
 #include "app/shell/options.h"
 #include "app/shell/theme.h"
 #include "store/datastore.h"
+#include "store/keys.h"
 
 #include <QDir>
 #include <QFile>
@@ -42,19 +43,19 @@ QString startData() {
     DataStore& store = DataStore::instance();
     store.setPath(QDir(dir).filePath("data.json").toStdString());
     store.load(); // a missing or damaged file leaves the store empty
-    store.set("usage_starts", store.get("usage_starts").asNumber(0) + 1);
+    store.set(key::UsageStarts, store.get(key::UsageStarts).asNumber(0) + 1);
     return dir;
 }
 
 void loadSettings() {
     AppOptions& o = options();
-    o.komma = storeGet("komma").asBool(true);
-    const Json rund = storeGet("rund");
+    o.komma = storeGet(key::Komma).asBool(true);
+    const Json rund = storeGet(key::Rund);
     o.rund = rund.isString() ? rund.str : "p5";
-    o.trinvis = storeGet("trinvis").asBool(false);
+    o.trinvis = storeGet(key::Trinvis).asBool(false);
     applyDisplaySettings();
-    setTextScale(storeGet("tekst").asNumber(1.0));
-    const std::string theme = storeGetString("theme", "auto");
+    setTextScale(storeGet(key::Tekst).asNumber(1.0));
+    const std::string theme = storeGetString(key::Theme, "auto");
     setThemeMode(theme == "light" ? ThemeLight : theme == "dark" ? ThemeDark : ThemeAuto);
 }
 

@@ -6,6 +6,7 @@
 #include "fl/circuit/json.h"
 #include "fl/expr/numbers.h"
 #include "store/datastore.h"
+#include "store/keys.h"
 
 #include <algorithm>
 #include <optional>
@@ -234,7 +235,7 @@ void edit(Circuit& c, const std::string& op, const std::string& kind) {
 }
 
 std::string storeKeyFor(const std::string& mode) {
-    return mode == "ac" ? "kreds_ac" : "kreds";
+    return mode == "ac" ? key::KredsAc : key::Kreds;
 }
 
 Circuit loadCircuit(const std::string& requested) {
@@ -242,19 +243,19 @@ Circuit loadCircuit(const std::string& requested) {
     Circuit read;
     bool ok;
     if (mode.empty()) {
-        ok = fromJson(storeGet("kreds"), read);
+        ok = fromJson(storeGet(key::Kreds), read);
         mode = ok ? read.mode : "dc";
     } else {
         ok = fromJson(storeGet(storeKeyFor(mode)), read);
     }
     if (ok && mode == "dc" && read.mode == "ac") {
         // An older version kept its alternating-current circuit under "kreds".
-        if (!storeGet("kreds_ac").isObject()) storeSet("kreds_ac", toJson(read));
+        if (!storeGet(key::KredsAc).isObject()) storeSet(key::KredsAc, toJson(read));
         ok = false;
     }
     if (!ok && mode == "ac") {
         Circuit old;
-        if (fromJson(storeGet("kreds"), old) && old.mode == "ac") {
+        if (fromJson(storeGet(key::Kreds), old) && old.mode == "ac") {
             read = old;
             ok = true;
         }
@@ -295,7 +296,7 @@ void resetCurrentCircuitForTest() {
 
 std::vector<std::string> savedCircuitNames() {
     std::vector<std::string> names;
-    const Json saved = storeGet("kreds_saved");
+    const Json saved = storeGet(key::KredsSaved);
     for (const auto& [name, value] : saved.asObject())
         names.push_back(name);
     return names;
@@ -304,30 +305,30 @@ std::vector<std::string> savedCircuitNames() {
 bool saveCircuitAs(const std::string& name, const Circuit& c) {
     const std::string key = trimmed(name);
     if (key.empty()) return false;
-    Json saved = storeGet("kreds_saved");
+    Json saved = storeGet(key::KredsSaved);
     if (!saved.isObject()) saved = Json::object();
     saved[key] = toJson(c);
-    storeSet("kreds_saved", saved);
+    storeSet(key::KredsSaved, saved);
     return true;
 }
 
 bool openSavedCircuit(const std::string& name, Circuit& out) {
-    return fromJson(storeGet("kreds_saved").at(trimmed(name)), out);
+    return fromJson(storeGet(key::KredsSaved).at(trimmed(name)), out);
 }
 
 bool renameSavedCircuit(const std::string& from, const std::string& to) {
     const std::string oldKey = trimmed(from), newKey = trimmed(to);
-    Json saved = storeGet("kreds_saved");
+    Json saved = storeGet(key::KredsSaved);
     if (newKey.empty() || newKey == oldKey || !saved.has(oldKey)) return false;
     saved[newKey] = saved.at(oldKey);
     saved.obj.erase(oldKey);
-    storeSet("kreds_saved", saved);
+    storeSet(key::KredsSaved, saved);
     return true;
 }
 
 void removeSavedCircuit(const std::string& name) {
-    Json saved = storeGet("kreds_saved");
-    if (saved.obj.erase(trimmed(name))) storeSet("kreds_saved", saved);
+    Json saved = storeGet(key::KredsSaved);
+    if (saved.obj.erase(trimmed(name))) storeSet(key::KredsSaved, saved);
 }
 
 } // namespace fl

@@ -5,6 +5,7 @@
 
 #include "fl/formulas/catalogue.h"
 #include "fl/formulas/icons.h"
+#include "fl/formulas/routes.h"
 
 #include <set>
 
@@ -117,7 +118,7 @@ std::vector<std::string> recentRoutes(const std::vector<std::string>& recent, co
     std::vector<std::string> out;
     for (const std::string& route : recent) {
         if (out.size() == 3) break;
-        if (route == "laast" || !findFamilyOrTile(route) || (open && !open(route))) continue;
+        if (route == fl::route::Locked || !findFamilyOrTile(route) || (open && !open(route))) continue;
         out.push_back(route);
     }
     return out;
@@ -155,7 +156,7 @@ std::string homeMarkup(const HomeState& s) {
           chipRow({"finder", "install", "insttest", "calc", "enheder", "farve", "ordliste", "minform",
                    "minedata", "tri", "vec"},
                   s.open));
-    if (!s.open || s.open("udregnere")) {
+    if (!s.open || s.open(fl::route::Calculators)) {
         const std::string chips = formulaChips(s.open);
         if (!chips.empty()) html += "<h3 class=\"sh\">Formler</h3><p class=\"chips\">" + chips + "</p>";
     }

@@ -191,7 +191,7 @@ TEST_F(ClientTest, untrustedCertificateIsRefusedAloud) {
 
 TEST_F(ClientTest, checkInBringsProfileMessageAndNewTasks) {
     addTask("t1", "Opgave 1", 1000);
-    storeSet(net::key::ClassKey, Json("klas-2345")); // typed loosely
+    storeSet(key::ClassKey, Json("klas-2345")); // typed loosely
     std::vector<std::string> calls;
     const net::ServiceResult r = net::serviceJob(job(calls));
 
@@ -204,16 +204,16 @@ TEST_F(ClientTest, checkInBringsProfileMessageAndNewTasks) {
     EXPECT_EQ(r.newVersion, "");
     EXPECT_EQ(calls, (std::vector<std::string>{"/check", "/tasks", "/version"}));
 
-    const Json tasks = storeGet(net::key::ClassTasks).at("tasks");
+    const Json tasks = storeGet(key::ClassTasks).at("tasks");
     ASSERT_EQ(tasks.asArray().size(), 1u);
     EXPECT_EQ(tasks.arr[0].at("circuit").at("mode").asString(), "dc");
-    EXPECT_GT(storeGet(net::key::TasksUpdated).asNumber(0), 0);
+    EXPECT_GT(storeGet(key::TasksUpdated).asNumber(0), 0);
     EXPECT_EQ(net::lastProfile().off, (net::OffSet{"ac_komp"}));
 }
 
 TEST_F(ClientTest, unchangedListIsNotFetchedAndSeenTasksAreNotNew) {
     addTask("t1", "Opgave 1", 1000);
-    storeSet(net::key::ClassKey, Json(kCode));
+    storeSet(key::ClassKey, Json(kCode));
     std::vector<std::string> calls;
     net::serviceJob(job(calls));
 
@@ -225,7 +225,7 @@ TEST_F(ClientTest, unchangedListIsNotFetchedAndSeenTasksAreNotNew) {
     // A second task arrives; one the student has already seen elsewhere is not new.
     Json seen = Json::object();
     seen["t3"] = Json(true);
-    storeSet(net::key::TasksSeen, seen);
+    storeSet(key::TasksSeen, seen);
     addTask("t2", "Opgave 2", 2000);
     addTask("t3", "Opgave 3", 3000);
     calls.clear();
@@ -236,13 +236,13 @@ TEST_F(ClientTest, unchangedListIsNotFetchedAndSeenTasksAreNotNew) {
 
 TEST_F(ClientTest, failedTaskFetchIsRetriedAtTheNextStart) {
     addTask("t1", "Opgave 1", 1000);
-    storeSet(net::key::ClassKey, Json(kCode));
+    storeSet(key::ClassKey, Json(kCode));
     std::vector<std::string> calls;
     net::JobInput in = job(calls);
     in.poster = counting(calls, "/tasks");
     EXPECT_TRUE(net::serviceJob(in).newTasks.empty());
-    EXPECT_EQ(storeGet(net::key::TasksUpdated).asNumber(0), 0);
-    EXPECT_TRUE(storeGet(net::key::ClassTasks).isNull());
+    EXPECT_EQ(storeGet(key::TasksUpdated).asNumber(0), 0);
+    EXPECT_TRUE(storeGet(key::ClassTasks).isNull());
 
     EXPECT_EQ(net::serviceJob(job(calls)).newTasks, (std::vector<std::string>{"Opgave 1"}));
 }
@@ -250,21 +250,21 @@ TEST_F(ClientTest, failedTaskFetchIsRetriedAtTheNextStart) {
 TEST_F(ClientTest, refusedOrMissingCodeAndNoNetwork) {
     std::vector<std::string> calls;
 
-    storeSet(net::key::ClassKey, Json("FORKERT1"));
+    storeSet(key::ClassKey, Json("FORKERT1"));
     net::ServiceResult r = net::serviceJob(job(calls));
     EXPECT_EQ(r.outcome, -1);
     EXPECT_EQ(r.text, "Klassekoden findes ikke. Tjek koden, som din lærer har givet dig, under Opgaver fra læreren.");
     EXPECT_EQ(calls, (std::vector<std::string>{"/check"}));
 
     calls.clear();
-    storeSet(net::key::ClassKey, Json(""));
+    storeSet(key::ClassKey, Json(""));
     r = net::serviceJob(job(calls));
     EXPECT_TRUE(r.noLogin);
     EXPECT_EQ(r.outcome, 0);
     EXPECT_EQ(calls, (std::vector<std::string>{"/version"}));
 
     // No network: nothing changes, and the last known profile stays in force.
-    storeSet(net::key::ClassKey, Json(kCode));
+    storeSet(key::ClassKey, Json(kCode));
     net::serviceJob(job(calls));
     setenv("OSTROVALDEN_SERVICE_URL", ("https://127.0.0.1:" + std::to_string(closedPort()) + "/api").c_str(), 1);
     r = net::serviceJob(job(calls));
@@ -275,7 +275,7 @@ TEST_F(ClientTest, refusedOrMissingCodeAndNoNetwork) {
 }
 
 TEST_F(ClientTest, statisticsAtMostOnceIn20HoursAndNeverWithForce) {
-    storeSet(net::key::ClassKey, Json(kCode));
+    storeSet(key::ClassKey, Json(kCode));
     const std::string summary = R"({"topics":{"Ohms lov":{"right":3,"total":5}},"answered":5})";
     int reports = 0;
     const auto run = [&](double now, bool force) {
@@ -297,7 +297,7 @@ TEST_F(ClientTest, statisticsAtMostOnceIn20HoursAndNeverWithForce) {
 
     const std::vector<server::StatsUpload> stored = srv->db->statsOf(classId);
     ASSERT_EQ(stored.size(), 1u);
-    EXPECT_EQ(stored[0].uid, storeGetString(net::key::ClassUid));
+    EXPECT_EQ(stored[0].uid, storeGetString(key::ClassUid));
     EXPECT_EQ(stored[0].uid.size(), 24u);
     Json upload;
     ASSERT_TRUE(Json::tryParse(stored[0].summary, upload));
@@ -309,7 +309,7 @@ TEST_F(ClientTest, statisticsAtMostOnceIn20HoursAndNeverWithForce) {
     c.stats = false;
     srv->db->updateClass(c);
     EXPECT_EQ(run(t0 + 50 * 3600, false), (std::vector<std::string>{"/check", "/version"}));
-    EXPECT_FALSE(storeGet(net::key::ClassStats).asBool(true));
+    EXPECT_FALSE(storeGet(key::ClassStats).asBool(true));
 }
 
 TEST_F(ClientTest, newVersionOnlyWhenTheServiceKnowsAnother) {
@@ -335,21 +335,21 @@ TEST_F(ClientTest, handInsReachTheTeacherAndOnlyTheirOwnClass) {
 
     EXPECT_FALSE(net::sendAnswer(poster, "t1", "done", "0,12 A", "Ida", "1.12.2026 10:00", error));
     EXPECT_EQ(error, net::kNoClassCode);
-    storeSet(net::key::ClassKey, Json(kCode));
+    storeSet(key::ClassKey, Json(kCode));
     EXPECT_FALSE(net::sendAnswer(poster, "t1", "done", "0,12 A", "", "1.12.2026 10:00", error));
     EXPECT_EQ(error, "Skriv dit navn øverst først.");
     EXPECT_TRUE(calls.empty());
 
     ASSERT_TRUE(net::sendAnswer(poster, "t1", "done", "0,12 A", "Ida", "1.12.2026 10:00", error)) << error;
     ASSERT_TRUE(net::sendAnswer(poster, "t1", "question", "Hvorfor?", "Ida", "1.12.2026 10:05", error)) << error;
-    const Json record = storeGet(net::key::TaskAnswers).at("t1");
+    const Json record = storeGet(key::TaskAnswers).at("t1");
     EXPECT_EQ(record.at("status").asString(), "question");
     EXPECT_EQ(record.at("answer").asString(), "Hvorfor?");
     EXPECT_EQ(record.at("at").asString(), "1.12.2026 10:05");
     const std::vector<server::Answer> answers = srv->db->answersOf(classId, "t1");
     ASSERT_EQ(answers.size(), 2u);
     EXPECT_EQ(answers[1].answer, "0,12 A");
-    EXPECT_EQ(answers[1].uid, storeGetString(net::key::ClassUid));
+    EXPECT_EQ(answers[1].uid, storeGetString(key::ClassUid));
 
     EXPECT_FALSE(net::sendAnswer(poster, "gone", "done", "x", "Ida", "1.12.2026 10:06", error));
     EXPECT_EQ(error, "Opgaven findes ikke længere. Tryk »Hent opgaver igen«.");
@@ -360,11 +360,11 @@ TEST_F(ClientTest, handInsReachTheTeacherAndOnlyTheirOwnClass) {
     other.name = "2B";
     other.code = "ANDEN234";
     srv->db->addClass(other);
-    storeSet(net::key::ClassKey, Json("ANDEN234"));
+    storeSet(key::ClassKey, Json("ANDEN234"));
     EXPECT_FALSE(net::sendAnswer(poster, "t1", "done", "snyd", "Mallory", "1.12.2026 10:07", error));
     EXPECT_EQ(srv->db->answersOf(classId, "t1").size(), 2u);
     ASSERT_TRUE(net::refetchTasks(poster, error)) << error;
-    EXPECT_TRUE(storeGet(net::key::ClassTasks).at("tasks").asArray().empty());
+    EXPECT_TRUE(storeGet(key::ClassTasks).at("tasks").asArray().empty());
 }
 
 } // namespace

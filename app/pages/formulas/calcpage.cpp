@@ -1,8 +1,9 @@
 #include "app/pages/formulas/calcpage.h"
 
-#include "app/widgets/calcpanel.h"
 #include "app/shell/pagehost.h"
+#include "app/widgets/calcpanel.h"
 #include "fl/formulas/lists.h"
+#include "fl/formulas/routes.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -11,7 +12,7 @@
 namespace app {
 
 CalcPage::CalcPage(PageHost* h, QWidget* parent) : Page(parent), host(h) {
-    const fl::Tile* tile = fl::findTile("calc");
+    const fl::Tile* tile = fl::findTile(fl::route::Calc);
     auto* heading = new QLabel(QString::fromStdString(tile ? tile->name : "Lommeregner"), inner);
     heading->setProperty("class", "h2");
     addWidget(heading);

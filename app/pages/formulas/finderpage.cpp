@@ -9,6 +9,7 @@
 #include "fl/formulas/finderview.h"
 #include "fl/formulas/lists.h"
 #include "store/datastore.h"
+#include "store/keys.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -39,7 +40,7 @@ FinderPage::FinderPage(int mode_, PageHost* h, QWidget* parent) : Page(parent), 
 }
 
 std::string FinderPage::storeKey() const {
-    return mode == fl::FinderCalculators ? "udregnere_path" : "finder_path";
+    return mode == fl::FinderCalculators ? key::CalculatorsPath : key::FinderPath;
 }
 
 void FinderPage::follow(const QString& href) {

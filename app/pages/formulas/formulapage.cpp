@@ -12,6 +12,7 @@
 #include "fl/formulas/fields.h"
 #include "fl/formulas/finderview.h"
 #include "fl/formulas/help.h"
+#include "fl/formulas/routes.h"
 #include "fl/formulas/solve.h"
 
 #include <QApplication>
@@ -114,10 +115,10 @@ void FormulaPage::styleNote() {
 void FormulaPage::onEnter() {
     const QString from = host ? host->previousRoute() : QString();
     backRoute.clear();
-    if (from == QLatin1String("udregnere") || from == QLatin1String("finder")) {
+    if (from == QLatin1String(fl::route::Calculators) || from == QLatin1String(fl::route::Finder)) {
         backRoute = from;
-        const QString name =
-            from == QLatin1String("finder") ? QStringLiteral("Formelfinder") : QStringLiteral("Udregnere");
+        const QString name = from == QLatin1String(fl::route::Finder) ? QStringLiteral("Formelfinder")
+                                                                      : QStringLiteral("Udregnere");
         back->setText(
             QStringLiteral("<a href=\"go:%1\" style=\"text-decoration:none\">← %2</a>").arg(from, name));
     }

@@ -6,6 +6,7 @@
 #include "app/shell/pagehost.h"
 #include "app/shell/theme.h"
 #include "store/datastore.h"
+#include "store/keys.h"
 
 namespace app {
 
@@ -39,7 +40,7 @@ HomePage::HomePage(PageHost* h, QWidget* parent) : Page(parent), host(h) {
 
 fl::RenderResult HomePage::render() {
     fl::HomeState s;
-    const Json recent = storeGet("recent");
+    const Json recent = storeGet(key::Recent);
     for (const Json& entry : recent.asArray())
         if (entry.isString()) s.recent.push_back(entry.str);
     s.open = openRoutes();

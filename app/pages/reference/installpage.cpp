@@ -1,13 +1,15 @@
 #include "app/pages/reference/installpage.h"
 
-#include "app/shell/pagehost.h"
 #include "app/sheet/sheetview.h"
+#include "app/shell/pagehost.h"
 #include "app/shell/theme.h"
 #include "app/widgets/helpers.h"
 #include "fl/expr/markup.h"
 #include "fl/formulas/lists.h"
+#include "fl/formulas/routes.h"
 #include "fl/glossary/install.h"
 #include "store/datastore.h"
+#include "store/keys.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -17,16 +19,16 @@
 namespace app {
 
 void openInstallCards(PageHost* host, const QString& deck) {
-    Json opt = storeGet("fc_opt");
+    Json opt = storeGet(key::FcOpt);
     if (!opt.isObject()) opt = Json::object();
     opt["deck"] = Json("inst:" + deck.toStdString());
     opt["mode"] = Json("nf");
-    storeSet("fc_opt", opt);
-    if (host) host->navigate(QStringLiteral("formelkort"));
+    storeSet(key::FcOpt, opt);
+    if (host) host->navigate(QLatin1String(fl::route::Flashcards));
 }
 
 InstallPage::InstallPage(PageHost* h, QWidget* parent) : Page(parent), host(h) {
-    const fl::Tile* tile = fl::findTile("install");
+    const fl::Tile* tile = fl::findTile(fl::route::Install);
     auto* heading = new QLabel(QString::fromStdString(tile ? tile->name : "Installation"), inner);
     heading->setProperty("class", "h2");
     heading->setWordWrap(true);
@@ -61,7 +63,7 @@ InstallPage::InstallPage(PageHost* h, QWidget* parent) : Page(parent), host(h) {
     ipLayout->addStretch(1);
     addWidget(ipRow);
     connect(ip, &QLineEdit::textChanged, this, [this](const QString& text) {
-        storeSet("inst_ip", Json(text.toStdString()));
+        storeSet(key::InstIp, Json(text.toStdString()));
         draw();
     });
 
@@ -70,8 +72,8 @@ InstallPage::InstallPage(PageHost* h, QWidget* parent) : Page(parent), host(h) {
     addWidget(sheet);
     connect(sheet, &SheetView::action, this, &InstallPage::follow);
 
-    ip->setText(QString::fromStdString(storeGetString("inst_ip")));
-    setTab(QString::fromStdString(storeGetString("inst_tab", "farver")));
+    ip->setText(QString::fromStdString(storeGetString(key::InstIp)));
+    setTab(QString::fromStdString(storeGetString(key::InstTab, "farver")));
 }
 
 void InstallPage::setTab(const QString& tab) {
@@ -79,7 +81,7 @@ void InstallPage::setTab(const QString& tab) {
     bool known = false;
     for (const auto& [id, b] : tabs) known = known || id == tab;
     if (!known) current = QStringLiteral("farver");
-    storeSet("inst_tab", Json(current.toStdString()));
+    storeSet(key::InstTab, Json(current.toStdString()));
     for (const auto& [id, b] : tabs) {
         b->setProperty("sel", id == current);
         repolish(b);

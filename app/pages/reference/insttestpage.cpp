@@ -1,14 +1,16 @@
 #include "app/pages/reference/insttestpage.h"
 
 #include "app/pages/reference/installpage.h"
-#include "app/shell/pagehost.h"
 #include "app/sheet/sheetview.h"
-#include "app/widgets/valuefield.h"
+#include "app/shell/pagehost.h"
 #include "app/widgets/helpers.h"
+#include "app/widgets/valuefield.h"
 #include "fl/expr/markup.h"
 #include "fl/formulas/lists.h"
+#include "fl/formulas/routes.h"
 #include "fl/glossary/insttest.h"
 #include "store/datastore.h"
+#include "store/keys.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>
@@ -22,7 +24,7 @@
 namespace app {
 
 InstTestPage::InstTestPage(PageHost* h, QWidget* parent) : Page(parent), host(h) {
-    const fl::Tile* tile = fl::findTile("insttest");
+    const fl::Tile* tile = fl::findTile(fl::route::InstTest);
     auto* heading = new QLabel(QString::fromStdString(tile ? tile->name : "Test af installation"), inner);
     heading->setProperty("class", "h2");
     addWidget(heading);
@@ -81,7 +83,7 @@ InstTestPage::InstTestPage(PageHost* h, QWidget* parent) : Page(parent), host(h)
     calcCard->layout->addWidget(result);
     connect(result, &SheetView::action, this, &InstTestPage::follow);
 
-    setTab(QString::fromStdString(storeGetString("insttest_tab", "hvad")));
+    setTab(QString::fromStdString(storeGetString(key::InsttestTab, "hvad")));
 }
 
 void InstTestPage::setTab(const QString& tab) {
@@ -89,7 +91,7 @@ void InstTestPage::setTab(const QString& tab) {
     bool known = false;
     for (const auto& [id, b] : tabs) known = known || id == tab;
     if (!known) current = QStringLiteral("hvad");
-    storeSet("insttest_tab", Json(current.toStdString()));
+    storeSet(key::InsttestTab, Json(current.toStdString()));
     for (const auto& [id, b] : tabs) {
         b->setProperty("sel", id == current);
         repolish(b);
@@ -142,7 +144,7 @@ void InstTestPage::follow(const QString& href) {
 
 void InstTestPage::onEnter() {
     // An "it:" link from elsewhere asks for the first tab through the store.
-    const QString wanted = QString::fromStdString(storeGetString("insttest_tab", "hvad"));
+    const QString wanted = QString::fromStdString(storeGetString(key::InsttestTab, "hvad"));
     if (wanted != current)
         setTab(wanted);
     else

@@ -1,13 +1,15 @@
 #include "app/pages/reference/minformpage.h"
 
-#include "app/widgets/flowlayout.h"
-#include "app/shell/pagehost.h"
 #include "app/sheet/sheetview.h"
+#include "app/shell/pagehost.h"
+#include "app/widgets/flowlayout.h"
 #include "app/widgets/helpers.h"
 #include "fl/expr/markup.h"
 #include "fl/expr/numbers.h"
 #include "fl/formulas/lists.h"
+#include "fl/formulas/routes.h"
 #include "store/datastore.h"
+#include "store/keys.h"
 
 #include <QCheckBox>
 #include <QDir>
@@ -23,7 +25,7 @@ namespace app {
 
 std::vector<fl::MinformItem> loadMinform() {
     std::vector<fl::MinformItem> out;
-    const Json list = storeGet("minform");
+    const Json list = storeGet(key::Minform);
     if (!list.isArray()) return out;
     for (const Json& j : list.asArray()) {
         if (!j.isObject() || !j.at("key").isString()) continue;
@@ -42,11 +44,11 @@ void saveMinform(const std::vector<fl::MinformItem>& items) {
         o["note"] = Json(item.note);
         list.push(std::move(o));
     }
-    storeSet("minform", list);
+    storeSet(key::Minform, list);
 }
 
 MinformPage::MinformPage(PageHost* h, QWidget* parent) : Page(parent), host(h) {
-    const fl::Tile* tile = fl::findTile("minform");
+    const fl::Tile* tile = fl::findTile(fl::route::Minform);
     auto* heading = new QLabel(QString::fromStdString(tile ? tile->name : "Min formelsamling (PDF)"), inner);
     heading->setProperty("class", "h2");
     addWidget(heading);
@@ -77,7 +79,7 @@ MinformPage::MinformPage(PageHost* h, QWidget* parent) : Page(parent), host(h) {
     list->setSpacing(6);
     mine->layout->addWidget(listBox);
 
-    const Json opt = storeGet("minform_opt");
+    const Json opt = storeGet(key::MinformOpt);
     forms = new QCheckBox(QStringLiteral("Vis formlen omskrevet til hver størrelse"), mine);
     legend = new QCheckBox(QStringLiteral("Vis hvad bogstaverne betyder"), mine);
     forms->setChecked(!opt.isObject() || opt.at("forms").asBool(true));
@@ -89,7 +91,7 @@ MinformPage::MinformPage(PageHost* h, QWidget* parent) : Page(parent), host(h) {
             Json o = Json::object();
             o["forms"] = Json(forms->isChecked());
             o["legend"] = Json(legend->isChecked());
-            storeSet("minform_opt", o);
+            storeSet(key::MinformOpt, o);
             draw();
         });
     QHBoxLayout* buttons = mine->addButtonRow();

@@ -1,13 +1,15 @@
 #include "app/pages/reference/ordlistepage.h"
 
+#include "app/sheet/sheetview.h"
 #include "app/shell/locks.h"
 #include "app/shell/pagehost.h"
-#include "app/sheet/sheetview.h"
 #include "app/widgets/helpers.h"
 #include "fl/expr/markup.h"
 #include "fl/formulas/lists.h"
+#include "fl/formulas/routes.h"
 #include "fl/glossary/glossary.h"
 #include "store/datastore.h"
+#include "store/keys.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -26,7 +28,7 @@ fl::KeyOpen openKeys() {
 } // namespace
 
 OrdlistePage::OrdlistePage(PageHost* h, QWidget* parent) : Page(parent), host(h) {
-    const fl::Tile* tile = fl::findTile("ordliste");
+    const fl::Tile* tile = fl::findTile(fl::route::Glossary);
     auto* heading = new QLabel(QString::fromStdString(tile ? tile->name : "Ordliste"), inner);
     heading->setProperty("class", "h2");
     addWidget(heading);
@@ -43,7 +45,7 @@ OrdlistePage::OrdlistePage(PageHost* h, QWidget* parent) : Page(parent), host(h)
     addWidget(search);
     connect(search, &QLineEdit::textChanged, this, [this](const QString& text) {
         entry.clear();
-        storeSet("ordliste_q", Json(text.toStdString()));
+        storeSet(key::OrdlisteQ, Json(text.toStdString()));
         draw();
     });
 
@@ -58,7 +60,7 @@ OrdlistePage::OrdlistePage(PageHost* h, QWidget* parent) : Page(parent), host(h)
     addWidget(sheet);
     connect(sheet, &SheetView::action, this, &OrdlistePage::follow);
 
-    current = QString::fromStdString(storeGetString("ordliste_sec", fl::glossarySections().front()));
+    current = QString::fromStdString(storeGetString(key::OrdlisteSec, fl::glossarySections().front()));
     rebuildSections();
 }
 
@@ -88,7 +90,7 @@ void OrdlistePage::rebuildSections() {
 void OrdlistePage::setSection(const QString& section) {
     current = section;
     entry.clear();
-    storeSet("ordliste_sec", Json(section.toStdString()));
+    storeSet(key::OrdlisteSec, Json(section.toStdString()));
     if (!search->text().isEmpty())
         search->clear(); // draws through textChanged
     else
@@ -135,7 +137,7 @@ void OrdlistePage::follow(const QString& href) {
 
 void OrdlistePage::onEnter() {
     // A "gl:" link from elsewhere left its text in the store.
-    const QString wanted = QString::fromStdString(storeGetString("ordliste_q"));
+    const QString wanted = QString::fromStdString(storeGetString(key::OrdlisteQ));
     rebuildSections();
     if (wanted != search->text())
         search->setText(wanted);
