@@ -73,6 +73,11 @@ inline constexpr char Minform[] = "minform";
 inline constexpr char MinformOpt[] = "minform_opt";
 // {"deck": deck id, "mode": mode id}: the flashcards' choice. Flashcards, "cards:" links.
 inline constexpr char FcOpt[] = "fc_opt";
+// {"topics": {name: {right, total}}, "formulas": {key: {total, wrong}}, "days": {"YYYY-MM-DD":
+// {right, wrong}}}: practice answers. recordAnswer (fl/practice/stats.h).
+inline constexpr char OvStats[] = "ov_stats";
+// [{date, topic, right, total, seconds}, …], newest first, at most ten: exams. recordExam.
+inline constexpr char ExamHist[] = "exam_hist";
 
 // ---- The class service; the background job writes these from its thread
 

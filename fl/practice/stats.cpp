@@ -1,6 +1,7 @@
 #include "fl/practice/stats.h"
 
 #include "store/datastore.h"
+#include "store/keys.h"
 
 #include <QDate>
 
@@ -206,15 +207,15 @@ std::string classSummary(const PracticeStats& s, const std::vector<ExamRecord>& 
 }
 
 PracticeStats loadStats() {
-    return statsFromJson(storeGet("ov_stats", Json::object()));
+    return statsFromJson(storeGet(key::OvStats, Json::object()));
 }
 
 void saveStats(const PracticeStats& stats) {
-    storeSet("ov_stats", statsToJson(stats));
+    storeSet(key::OvStats, statsToJson(stats));
 }
 
 std::vector<ExamRecord> loadExams() {
-    return examsFromJson(storeGet("exam_hist", Json::array()));
+    return examsFromJson(storeGet(key::ExamHist, Json::array()));
 }
 
 std::string today() {
@@ -230,12 +231,12 @@ void recordAnswer(const std::string& key, const std::string& topic, bool right) 
 void recordExam(const ExamRecord& exam) {
     std::vector<ExamRecord> exams = loadExams();
     addExam(exams, exam);
-    storeSet("exam_hist", examsToJson(exams));
+    storeSet(key::ExamHist, examsToJson(exams));
 }
 
 void resetStats() {
     DataStore& store = DataStore::instance();
-    for (const char* key : {"ov_stats", "exam_hist", "ov_right", "ov_total"})
+    for (const char* key : {key::OvStats, key::ExamHist, "ov_right", "ov_total"})
         store.remove(key);
 }
 
