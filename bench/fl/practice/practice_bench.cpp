@@ -1,17 +1,21 @@
 // What a student waits for on the practice pages: a fresh exercise with its
 // statement and worked solution, the diagnosis of a wrong answer (the worst
 // case, which tries every mistake and finds none), and the statistics page's
-// markup from a year of daily practice.
+// markup from a year of daily practice; a text problem and a flashcard's back.
 #include "fl/expr/markup.h"
 #include "fl/formulas/catalogue.h"
 #include "fl/practice/exercise.h"
 #include "fl/practice/judge.h"
 #include "fl/practice/random.h"
 #include "fl/practice/statsheet.h"
+#include "fl/practice/tekst.h"
+#include "fl/practice/cards.h"
 
 #include <benchmark/benchmark.h>
 
 #include <QDate>
+
+#include <optional>
 
 namespace {
 
@@ -64,5 +68,28 @@ void BM_StatsPageOfAYear(benchmark::State& state) {
     }
 }
 BENCHMARK(BM_StatsPageOfAYear)->Unit(benchmark::kMicrosecond);
+
+// A text problem: a scenario drawn, every part worked and checked.
+void BM_DrawTextProblem(benchmark::State& state) {
+    fl::seedRandom(3);
+    for (auto _ : state) {
+        fl::resetFigures();
+        std::optional<fl::TekstProblem> p = fl::makeTekst("alle");
+        benchmark::DoNotOptimize(p);
+    }
+}
+BENCHMARK(BM_DrawTextProblem)->Unit(benchmark::kMicrosecond);
+
+// The markup of a flipped card: a formula with its legend, the heaviest kind.
+void BM_CardBack(benchmark::State& state) {
+    const std::vector<std::string> deck = fl::deckCards("alle");
+    size_t i = 0;
+    for (auto _ : state) {
+        fl::resetFigures();
+        std::string html = fl::cardBackHtml(deck[i++ % deck.size()], fl::Direction::NameToFormula);
+        benchmark::DoNotOptimize(html);
+    }
+}
+BENCHMARK(BM_CardBack)->Unit(benchmark::kMicrosecond);
 
 } // namespace
