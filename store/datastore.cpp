@@ -1,8 +1,11 @@
 // DataStore: the entries in memory, the file form of "data.json" and the
 // export bundle, which is the same document. The file is always rewritten
-// whole: write path + ".tmp", then move it over the real file.
+// whole: write path + ".tmp", flush it, move it over the real file, flush the
+// folder. A damaged file is renamed aside at load, never written over.
 #include "store/datastore.h"
 
+#include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <ctime>
 #include <filesystem>
@@ -10,7 +13,11 @@
 #include <iterator>
 
 #ifdef _WIN32
+#include <io.h>
 #include <windows.h>
+#else
+#include <fcntl.h>
+#include <unistd.h>
 #endif
 
 namespace {
@@ -59,24 +66,128 @@ std::string danishDate(const std::string& iso) {
            iso.substr(0, 4);
 }
 
-bool readFile(const std::string& utf8Path, std::string& out) {
-    std::ifstream in(fsPath(utf8Path), std::ios::binary);
-    if (!in) return false;
-    std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    if (in.bad()) return false;
-    out = std::move(text);
-    return true;
+enum class ReadResult {
+    Ok,
+    Missing,  // nothing at the path: a first start
+    NotAFile, // a folder or the like: not ours to move
+    Failed,   // a file that exists but can't be opened or read
+};
+
+ReadResult readFile(const std::string& utf8Path, std::string& out) {
+    std::error_code ec;
+    const auto status = std::filesystem::status(fsPath(utf8Path), ec);
+    if (status.type() == std::filesystem::file_type::not_found) return ReadResult::Missing;
+    if (ec || status.type() != std::filesystem::file_type::regular) return ReadResult::NotAFile;
+    // libstdc++ throws from inside the stream buffer on a read error (EIO,
+    // EISDIR), whatever the exception mask says.
+    try {
+        std::ifstream in(fsPath(utf8Path), std::ios::binary);
+        if (!in) return ReadResult::Failed;
+        std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+        if (in.bad()) return ReadResult::Failed;
+        out = std::move(text);
+        return ReadResult::Ok;
+    } catch (...) {
+        return ReadResult::Failed;
+    }
 }
 
-bool replaceFile(const std::string& from, const std::string& to) {
+// "data.json" ⇒ "data-beskadiget-2026-03-05-101112.json" beside it, in local
+// time because the student looks for it; "-2", "-3" … when that name is taken.
+std::filesystem::path damagedName(const std::filesystem::path& file, int attempt) {
+    const std::time_t now = std::time(nullptr);
+    std::tm tm{};
 #ifdef _WIN32
-    return MoveFileExW(fsPath(from).c_str(), fsPath(to).c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
+    localtime_s(&tm, &now);
 #else
-    std::error_code ec;
-    std::filesystem::rename(fsPath(from), fsPath(to), ec);
-    return !ec;
+    localtime_r(&now, &tm);
 #endif
+    char stamp[80];
+    std::snprintf(stamp, sizeof stamp, "-beskadiget-%04d-%02d-%02d-%02d%02d%02d", tm.tm_year + 1900,
+                  tm.tm_mon + 1, tm.tm_mday, tm.tm_hour, tm.tm_min, tm.tm_sec);
+    std::u8string name = file.stem().u8string();
+    const std::string suffix = stamp + (attempt > 1 ? "-" + std::to_string(attempt) : std::string());
+    name += std::u8string(suffix.begin(), suffix.end());
+    name += file.extension().u8string();
+    return file.parent_path() / name;
 }
+
+// Renames the file to a fresh dated name; the UTF-8 path of the copy, or
+// empty when it can't be moved (a read-only folder: then no save can
+// overwrite it either).
+std::string setAside(const std::string& utf8Path) {
+    const std::filesystem::path file = fsPath(utf8Path);
+    for (int attempt = 1; attempt <= 100; ++attempt) {
+        const std::filesystem::path copy = damagedName(file, attempt);
+        std::error_code ec;
+        if (std::filesystem::exists(copy, ec) || ec) continue; // never replace an earlier copy
+        std::filesystem::rename(file, copy, ec);
+        if (ec) return {};
+        const std::u8string u8 = copy.u8string();
+        return std::string(u8.begin(), u8.end());
+    }
+    return {};
+}
+
+#ifdef _WIN32
+// Writes and commits the whole text; on any failure the temporary is removed.
+bool writeDurably(const std::filesystem::path& tmp, const std::string& text) {
+    const int fd = _wopen(tmp.c_str(), _O_WRONLY | _O_CREAT | _O_TRUNC | _O_BINARY, _S_IREAD | _S_IWRITE);
+    if (fd < 0) return false;
+    bool ok = true;
+    for (size_t done = 0; ok && done < text.size();) {
+        const int n = _write(fd, text.data() + done, unsigned(std::min<size_t>(text.size() - done, 1 << 20)));
+        ok = n > 0;
+        if (ok) done += size_t(n);
+    }
+    ok = ok && _commit(fd) == 0;
+    ok = _close(fd) == 0 && ok;
+    if (!ok) _wunlink(tmp.c_str());
+    return ok;
+}
+
+bool replaceFile(const std::filesystem::path& from, const std::filesystem::path& to) {
+    return MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+}
+
+bool syncFolder(const std::filesystem::path&) {
+    return true; // MOVEFILE_WRITE_THROUGH has waited for the move
+}
+#else
+// Writes and fsyncs the whole text; on any failure the temporary is removed.
+// Without the fsync a power cut after the rename can leave an empty file.
+bool writeDurably(const std::filesystem::path& tmp, const std::string& text) {
+    const int fd = ::open(tmp.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+    if (fd < 0) return false; // also a folder named like the temporary: not ours to remove
+    bool ok = true;
+    for (size_t done = 0; ok && done < text.size();) {
+        const ssize_t n = ::write(fd, text.data() + done, text.size() - done);
+        if (n < 0 && errno == EINTR) continue;
+        ok = n > 0;
+        if (ok) done += size_t(n);
+    }
+    ok = ok && ::fsync(fd) == 0;
+    ok = ::close(fd) == 0 && ok;
+    if (!ok) ::unlink(tmp.c_str());
+    return ok;
+}
+
+bool replaceFile(const std::filesystem::path& from, const std::filesystem::path& to) {
+    std::error_code ec;
+    std::filesystem::rename(from, to, ec);
+    return !ec;
+}
+
+// The rename lives in the folder's entries; they reach the disk with the folder.
+bool syncFolder(const std::filesystem::path& folder) {
+    const int fd = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd < 0) return false;
+    // Some file systems can't sync a folder (EINVAL); the data are as safe as they allow.
+    const bool ok = ::fsync(fd) == 0 || errno == EINVAL;
+    ::close(fd);
+    return ok;
+}
+#endif
 
 } // namespace
 
@@ -100,10 +211,16 @@ void DataStore::fillFrom(const Json& source) {
 bool DataStore::load() {
     std::lock_guard lock(mutex_);
     if (path_.empty()) return false;
+    damagedCopy_.clear();
     std::string text;
-    if (!readFile(path_, text)) return false;
+    const ReadResult read = readFile(path_, text);
+    if (read == ReadResult::Missing || read == ReadResult::NotAFile) return false;
     Json doc;
-    if (!Json::tryParse(text, doc) || !doc.isObject()) return false;
+    if (read == ReadResult::Failed || !Json::tryParse(text, doc) || !doc.isObject()) {
+        // An empty file (a cut power before saves were flushed) holds nothing to keep.
+        if (read == ReadResult::Failed || !text.empty()) damagedCopy_ = setAside(path_);
+        return false;
+    }
     // Older versions kept the prefixed members at the top level.
     fillFrom(doc.has("data") ? doc.at("data") : doc);
     return true;
@@ -162,17 +279,23 @@ std::string DataStore::documentText() const {
 bool DataStore::save() {
     std::lock_guard lock(mutex_);
     if (path_.empty()) return false;
-    const std::string tmp = path_ + ".tmp";
-    {
-        std::ofstream out(fsPath(tmp), std::ios::binary | std::ios::trunc);
-        if (!out) return false;
-        const std::string text = documentText();
-        out.write(text.data(), std::streamsize(text.size()));
-        out.close();
-        // A short write (full disk) must not replace a good file.
-        if (!out) return false;
+    const std::filesystem::path file = fsPath(path_);
+    const std::filesystem::path tmp = fsPath(path_ + ".tmp");
+    // A short write (full disk) must not replace a good file.
+    bool ok = writeDurably(tmp, documentText());
+    if (ok && !replaceFile(tmp, file)) {
+        std::error_code ec;
+        std::filesystem::remove(tmp, ec);
+        ok = false;
     }
-    return replaceFile(tmp, path_);
+    ok = ok && syncFolder(file.parent_path());
+    saveFailing_ = !ok;
+    return ok;
+}
+
+bool DataStore::saveFailing() const {
+    std::lock_guard lock(mutex_);
+    return saveFailing_;
 }
 
 void DataStore::autoSave() {
@@ -212,6 +335,8 @@ void DataStore::resetForTest() {
     std::lock_guard lock(mutex_);
     entries_.clear();
     path_.clear();
+    damagedCopy_.clear();
+    saveFailing_ = false;
 }
 
 Json storeGet(const std::string& key, const Json& fallback) {

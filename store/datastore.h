@@ -1,8 +1,9 @@
 // The single key-value store behind "data.json". Every key is kept with the
 // prefix "fs_", every value as compact JSON text; each set/remove rewrites the
-// whole file through a ".tmp" file and an atomic rename, so a crash mid-save
-// leaves the old file whole. Reads never fail: a missing or unreadable value
-// gives the caller's fallback.
+// whole file through a ".tmp" file flushed to the disk and an atomic rename,
+// so a crash or power cut mid-save leaves the old file whole. Reads never
+// fail: a missing or unreadable value gives the caller's fallback. A file that
+// can't be read is moved aside, never overwritten: it holds a student's work.
 #pragma once
 
 #include "store/json.h"
@@ -20,9 +21,13 @@ class DataStore {
     const std::string& path() const { return path_; }
 
     // Reads the file, nested ("data" member) or the older flat form. Any
-    // failure (no path, no file, bad JSON, top level not an object) returns
-    // false and leaves the entries as they were.
+    // failure (no path, no file, a read error, bad JSON, top level not an
+    // object) returns false and leaves the entries as they were. A file that
+    // exists but can't be read or parsed is first renamed to a dated copy
+    // beside it (see damagedCopy), so the next save can't destroy it.
     bool load();
+    // The UTF-8 path of the copy the last load set aside; empty when it made none.
+    const std::string& damagedCopy() const { return damagedCopy_; }
     Json get(const std::string& key, const Json& fallback = Json()) const;
     // The stored value if it is a string, else the fallback.
     std::string getString(const std::string& key, const std::string& fallback = std::string()) const;
@@ -30,9 +35,13 @@ class DataStore {
     void remove(const std::string& key);
     // Without prefix, in byte order.
     std::vector<std::string> keys() const;
-    // Writes the file now; false when there is no path or the file could not
-    // be written or moved into place (the old file then stays as it was).
+    // Writes the file now and flushes it and its folder to the disk; false
+    // when there is no path or the file could not be written, flushed or moved
+    // into place (the old file then stays as it was, and no ".tmp" is left).
     bool save();
+    // True while the latest save with a path failed: the entries live in
+    // memory only until a later save gets through.
+    bool saveFailing() const;
 
     // The file's text with a fresh "saved", for an export file.
     std::string exportText() const;
@@ -54,6 +63,8 @@ class DataStore {
     std::string path_;
     std::map<std::string, std::string> entries_;
     bool autosave_ = true;
+    std::string damagedCopy_;
+    bool saveFailing_ = false;
     // Guards the map and the file against the one background job that
     // touches a few keys of its own.
     mutable std::recursive_mutex mutex_;

@@ -1,12 +1,20 @@
 // DataStore against real files in a fresh temporary directory: the exact file
-// form, load of both forms and of broken files, atomic saves, bundles.
+// form, load of both forms and of broken files, damaged files set aside,
+// atomic saves and saves that fail on a read-only folder or a full disk, bundles.
 #include "store/datastore.h"
 
 #include <gtest/gtest.h>
 
+#include <pwd.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <optional>
 #include <regex>
@@ -110,29 +118,216 @@ TEST_F(DataStoreTest, withoutPathNothingIsWritten) {
     EXPECT_TRUE(fs::is_empty(dir));
 }
 
-TEST_F(DataStoreTest, failedSaveLeavesTheOldFileWholeAndRetriesLater) {
+// Root passes every permission check, so a test that needs one to fail runs
+// as "nobody" for the moment; the saved set-user-ID brings root back.
+class AsNobody {
+  public:
+    static uid_t uid() {
+        const passwd* pw = getpwnam("nobody");
+        return pw ? pw->pw_uid : 65534;
+    }
+    AsNobody() {
+        if (geteuid() != 0) return;
+        active = setegid(uid()) == 0 && seteuid(uid()) == 0;
+        EXPECT_TRUE(active) << "could not drop root";
+    }
+    ~AsNobody() {
+        if (active && (seteuid(0) != 0 || setegid(0) != 0)) std::abort();
+    }
+    AsNobody(const AsNobody&) = delete;
+    AsNobody& operator=(const AsNobody&) = delete;
+
+  private:
+    bool active = false;
+};
+
+std::vector<fs::path> damagedCopies(const fs::path& dir) {
+    std::vector<fs::path> out;
+    for (const auto& entry : fs::directory_iterator(dir))
+        if (entry.path().filename().string().rfind("data-beskadiget-", 0) == 0) out.push_back(entry.path());
+    return out;
+}
+
+struct DamageRow {
+    const char* name;
+    std::string bytes;
+    bool unreadable = false;
+};
+
+TEST_F(DataStoreTest, damagedFileIsMovedAsideByteForByteAndTheStoreStartsEmpty) {
+    const std::string good = R"({"app":"Keldvarn","data":{"fs_fc":"{\"kort\":[1,2]}"},"version":1})";
+    const DamageRow rows[] = {
+        {"cut off", good.substr(0, good.size() / 2)},
+        {"byte order mark in front", "\xEF\xBB\xBF" + good},
+        {"random bytes", std::string("\x8f\x00\xd3\x1b\xff\x7f\x02\xc3", 8)},
+        {"NUL bytes after a valid file", good + std::string(512, '\0')},
+        {"top level is an array", "[" + good + "]"},
+        {"nesting deeper than the parser goes", std::string(1 << 20, '[')},
+        {"a file the user can't read", good, true},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        for (const fs::path& old : damagedCopies(dir))
+            fs::remove(old);
+        writeAll(file, row.bytes);
+        store().resetForTest();
+        store().set("kept", "yes"); // memory only: no path yet
+        usePath();
+        if (row.unreadable) {
+            fs::permissions(file, fs::perms::none);
+            if (geteuid() == 0) {
+                ASSERT_EQ(chown(dir.c_str(), AsNobody::uid(), AsNobody::uid()), 0);
+            }
+            AsNobody nobody;
+            EXPECT_FALSE(store().load());
+        } else {
+            EXPECT_FALSE(store().load());
+        }
+        EXPECT_EQ(store().keys(), std::vector<std::string>{"kept"});
+
+        const fs::path copy =
+            fs::path(std::u8string(store().damagedCopy().begin(), store().damagedCopy().end()));
+        EXPECT_EQ(copy.parent_path(), dir);
+        if (row.unreadable) fs::permissions(copy, fs::perms::owner_read);
+        EXPECT_EQ(damagedCopies(dir), std::vector<fs::path>{copy});
+        EXPECT_EQ(readAll(copy), row.bytes);
+        EXPECT_FALSE(fs::exists(file));
+
+        // The start's first save makes a fresh file; the next start reads it
+        // and leaves the copy alone.
+        store().set("usage_starts", 1);
+        store().resetForTest();
+        usePath();
+        EXPECT_TRUE(store().load());
+        EXPECT_EQ(store().damagedCopy(), "");
+        EXPECT_EQ(damagedCopies(dir), std::vector<fs::path>{copy});
+        EXPECT_EQ(readAll(copy), row.bytes);
+    }
+}
+
+TEST_F(DataStoreTest, aSecondDamageInTheSameSecondKeepsBothCopies) {
     usePath();
+    writeAll(file, "{1");
+    EXPECT_FALSE(store().load());
+    const std::string first = store().damagedCopy();
+    writeAll(file, "{2");
+    EXPECT_FALSE(store().load());
+    const std::string second = store().damagedCopy();
+    ASSERT_NE(first, second);
+    EXPECT_EQ(readAll(first), "{1");
+    EXPECT_EQ(readAll(second), "{2");
+}
+
+TEST_F(DataStoreTest, nothingToKeepIsNotSetAside) {
+    for (const bool empty : {false, true}) {
+        SCOPED_TRACE(empty ? "empty file" : "missing file");
+        fs::remove(file);
+        if (empty) writeAll(file, "");
+        store().resetForTest();
+        store().set("kept", "yes"); // memory only: no path yet
+        usePath();
+        EXPECT_FALSE(store().load());
+        EXPECT_EQ(store().keys(), std::vector<std::string>{"kept"});
+        EXPECT_EQ(store().damagedCopy(), "");
+        EXPECT_TRUE(damagedCopies(dir).empty());
+    }
+}
+
+TEST_F(DataStoreTest, folderNamedLikeTheFileStartsEmptyAndSavesFail) {
+    fs::create_directories(file / "inside");
+    usePath();
+    EXPECT_FALSE(store().load());
+    EXPECT_EQ(store().damagedCopy(), "");
+    EXPECT_TRUE(store().keys().empty());
     store().set("a", 1);
-    const std::string before = readAll(file);
+    EXPECT_TRUE(store().saveFailing());
+    EXPECT_EQ(store().get("a"), Json(1));
+    EXPECT_TRUE(fs::is_directory(file / "inside"));
+    EXPECT_FALSE(fs::exists(dir / "data.json.tmp"));
+}
 
-    // The temporary cannot be opened: the real file is not touched.
-    fs::create_directory(dir / "data.json.tmp");
-    store().set("a", 2);
-    EXPECT_FALSE(store().save());
-    EXPECT_EQ(readAll(file), before);
-    EXPECT_EQ(store().get("a"), Json(2));
+// What fails a save, and how to take the obstacle away again.
+struct SaveObstacle {
+    const char* name;
+    std::function<void(const fs::path& dir)> put;
+    std::function<void(const fs::path& dir)> clear;
+    bool asNobody = false;
+};
 
-    // The next save after the obstacle is gone writes everything.
-    fs::remove(dir / "data.json.tmp");
-    store().set("b", 3);
-    EXPECT_NE(readAll(file).find("\"fs_a\": \"2\""), std::string::npos);
+TEST_F(DataStoreTest, failedSaveKeepsTheOldFileAndMemoryAndRetriesLater) {
+    const SaveObstacle rows[] = {
+        {"read-only folder", [](const fs::path& d) { fs::permissions(d, fs::perms(0555)); },
+         [](const fs::path& d) { fs::permissions(d, fs::perms(0700)); }, true},
+        // Writes into /dev/full fail with ENOSPC, as on a full disk.
+        {"full disk", [](const fs::path& d) { fs::create_symlink("/dev/full", d / "data.json.tmp"); },
+         [](const fs::path&) {}},
+        {"folder named like the temporary",
+         [](const fs::path& d) { fs::create_directory(d / "data.json.tmp"); },
+         [](const fs::path& d) { fs::remove(d / "data.json.tmp"); }},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        store().resetForTest();
+        usePath();
+        store().set("a", 1);
+        ASSERT_FALSE(store().saveFailing());
+        const std::string before = readAll(file);
 
-    // The move fails when the real path is a directory with contents.
+        row.put(dir);
+        {
+            std::optional<AsNobody> nobody;
+            if (row.asNobody) nobody.emplace();
+            store().set("a", 2); // the set's own save fails
+        }
+        EXPECT_TRUE(store().saveFailing());
+        EXPECT_EQ(readAll(file), before);
+        EXPECT_EQ(store().get("a"), Json(2));
+        // Only the obstacle itself may stand where the temporary goes.
+        const auto tmp = fs::symlink_status(dir / "data.json.tmp").type();
+        EXPECT_TRUE(tmp == fs::file_type::not_found || tmp == fs::file_type::directory)
+            << "a partial temporary remains";
+
+        row.clear(dir);
+        store().set("b", 3);
+        EXPECT_FALSE(store().saveFailing());
+        EXPECT_NE(readAll(file).find("\"fs_a\": \"2\""), std::string::npos);
+    }
+}
+
+// A real full file system, where the machine lets a test mount one.
+TEST_F(DataStoreTest, fullDiskKeepsTheOldFileByteForByte) {
+    const fs::path mnt = dir / "lille";
+    fs::create_directory(mnt);
+    if (mount("tmpfs", mnt.c_str(), "tmpfs", 0, "size=64k") != 0)
+        GTEST_SKIP() << "no tmpfs here (" << std::strerror(errno)
+                     << "); the /dev/full row covers the write path";
+    struct Unmount {
+        fs::path at;
+        ~Unmount() { umount2(at.c_str(), MNT_DETACH); }
+    } unmount{mnt};
+    store().setPath((mnt / "data.json").string());
+    store().set("stats", std::string(24000, 's'));
+    ASSERT_FALSE(store().saveFailing());
+    const std::string before = readAll(mnt / "data.json");
+
+    store().set("fc", std::string(30000, 'f')); // the temporary no longer fits beside the file
+    EXPECT_TRUE(store().saveFailing());
+    EXPECT_EQ(readAll(mnt / "data.json"), before);
+    EXPECT_FALSE(fs::exists(mnt / "data.json.tmp"));
+    EXPECT_EQ(store().get("fc").asString().size(), 30000u);
+
+    store().remove("stats"); // room again: the next save writes everything
+    EXPECT_FALSE(store().saveFailing());
+    EXPECT_NE(readAll(mnt / "data.json").find("fs_fc"), std::string::npos);
+}
+
+TEST_F(DataStoreTest, moveOverAFolderFailsAndLeavesIt) {
     const fs::path blocked = dir / "blocked";
     fs::create_directories(blocked / "inside");
     store().setPath(blocked.string());
     EXPECT_FALSE(store().save());
     EXPECT_TRUE(fs::is_directory(blocked / "inside"));
+    EXPECT_FALSE(fs::exists(dir / "blocked.tmp"));
 }
 
 TEST_F(DataStoreTest, pathIsUtf8) {
@@ -192,39 +387,6 @@ TEST_F(DataStoreTest, loadReadsBothFormsAndFiltersMembers) {
         for (auto& key : keys)
             key = "fs_" + key;
         EXPECT_EQ(saved, keys);
-    }
-}
-
-struct BadFileRow {
-    const char* name;
-    std::optional<std::string> text; // nullopt: no file at all
-};
-
-TEST_F(DataStoreTest, failedLoadChangesNothing) {
-    const BadFileRow rows[] = {
-        {"missing file", std::nullopt},
-        {"empty file", std::string()},
-        {"top-level array", std::string("[]")},
-        {"truncated document", std::string(R"({"app":"Keldvarn","data":{"fs_a":"1")")},
-        {"binary bytes", std::string("\x00\xff\xfe{\"", 5)},
-        {"a megabyte of [", std::string(1 << 20, '[')},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        fs::remove(file);
-        if (row.text) writeAll(file, *row.text);
-        store().resetForTest();
-        usePath();
-        EXPECT_FALSE(store().load());
-        EXPECT_TRUE(store().keys().empty());
-
-        // With entries already in memory, they stay as they were.
-        store().resetForTest();
-        store().set("kept", "yes"); // no path yet: memory only
-        usePath();
-        EXPECT_FALSE(store().load());
-        EXPECT_EQ(store().keys(), std::vector<std::string>{"kept"});
-        EXPECT_EQ(store().getString("kept"), "yes");
     }
 }
 
