@@ -54,6 +54,16 @@ void normaliseSymbols(QString& s, const QRegularExpression& sqrtNumber) {
     s.replace(QChar(0x03BC), QChar(0x00B5)); // Greek mu → micro sign
 }
 
+// "4k7", "2M2", "0m5": an electrician's value, the prefix standing where the
+// decimal mark goes. Only a whole number token of that shape: "4,7k7", "1e4k7",
+// "R4k7" and "4k7x" keep their usual reading. Shared by calc and the preview
+// so both read the same tokens.
+const QRegularExpression& reNotation() {
+    static const QRegularExpression re(QStringLiteral(
+        "(?<![A-Za-z_µ\\d.,])(?<![eE][-+])(\\d+)(p|n|u|µ|m|k|M|G)(\\d+)(?![A-Za-z_µ\\d.,])"));
+    return re;
+}
+
 // 2π, 3sin(30), 2(5), 2ans and (a)(b) multiply; nothing else does.
 void addImplicitProducts(QString& s) {
     static const QRegularExpression digitBefore(
@@ -99,6 +109,14 @@ double calc(const std::string& text, const std::map<std::string, double>* vars) 
     s.replace(QLatin1Char(','), QLatin1Char('.')); // every comma, unlike the plain reader
     normaliseSymbols(s, sqrtNumber);
 
+    // 4k7 → 4.7e3, before the plain prefixes would make it 4e37.
+    replaceEach(s, reNotation(), [](const QRegularExpressionMatch& m, QString& out) {
+        out += m.capturedView(1);
+        out += QLatin1Char('.');
+        out += m.capturedView(3);
+        out += QLatin1Char('e');
+        out += QString::number(exponentOf(m.capturedView(2)));
+    });
     // 5.5k → 5.5e3, 70u → 70e-6; a letter or "(" behind keeps "3min" and "2m(" as they are.
     replaceEach(s, prefixed, [](const QRegularExpressionMatch& m, QString& out) {
         out += m.capturedView(1);
@@ -189,9 +207,11 @@ std::string prettyCalc(const std::string& text) {
     // A number as the tokeniser reads one ("5", "2,5", "5,", ",5", "1e-3"), not inside a name
     // ("R12"), behind a prefix ("2µ5") or behind another number's digits; a prefix only
     // right after a digit, as in calc.
-    static const QRegularExpression literal(QStringLiteral(
-        "(?<![A-Za-z_µ\\d.,])((?:\\d+(?:[.,]\\d*)?|[.,]\\d+)(?:[eE][-+]?\\d+)?)"
-        "(?:(?<=\\d)(p|n|u|µ|m|k|M|G)(?![A-Za-z_(]))?"));
+    // "4k7" is tried first (groups 1 to 3), as calc rewrites it first.
+    static const QRegularExpression literal(
+        reNotation().pattern() +
+        QStringLiteral("|(?<![A-Za-z_µ\\d.,])((?:\\d+(?:[.,]\\d*)?|[.,]\\d+)(?:[eE][-+]?\\d+)?)"
+                       "(?:(?<=\\d)(p|n|u|µ|m|k|M|G)(?![A-Za-z_(]))?"));
 
     QString s = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
     normaliseSymbols(s, sqrtNumber);
@@ -200,12 +220,14 @@ std::string prettyCalc(const std::string& text) {
     const bool comma = displaySettings().decimalComma;
     std::vector<Literal> literals;
     replaceEach(s, literal, [&](const QRegularExpressionMatch& m, QString& out) {
-        std::string num = ascii(m.capturedView(1));
+        const bool notation = m.capturedStart(1) >= 0;
+        std::string num = notation ? ascii(m.capturedView(1)) + "." + ascii(m.capturedView(3))
+                                   : ascii(m.capturedView(4));
         std::replace(num.begin(), num.end(), ',', '.');
         const size_t e = num.find_first_of("eE");
         const std::string mantissa = num.substr(0, e);
         const std::string exponent = e == std::string::npos ? std::string() : num.substr(e + 1);
-        const QStringView prefix = m.capturedView(2);
+        const QStringView prefix = m.capturedView(notation ? 2 : 5);
 
         Literal lit;
         lit.shown = mantissa.back() == '.' ? mantissa.substr(0, mantissa.size() - 1) : mantissa;
@@ -227,7 +249,7 @@ std::string prettyCalc(const std::string& text) {
         if (!prefix.isEmpty()) machine += "e" + std::to_string(exponentOf(prefix));
         // "1e3k" becomes "1e3e3", two tokens that the parser refuses anyway.
         lit.checkable = exponent.empty() || prefix.isEmpty();
-        // A digit right after the prefix joins its exponent, as in calc ("1m2" is 1e-32):
+        // A digit right after the prefix joins its exponent, as in calc ("1,5m2" is 1.5e-32):
         // showing "1m" would hide what is computed.
         const qsizetype after = m.capturedEnd(0);
         lit.asValue = !prefix.isEmpty() && after < s.size() && s.at(after) >= u'0' && s.at(after) <= u'9';

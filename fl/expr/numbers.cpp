@@ -50,9 +50,47 @@ int shortestDigits(double v) {
     return n;
 }
 
-// value rounded to `sig` significant digits, as "%.*e" writes it.
+// "%.*e" with `sig` significant digits. Where rounding up would pass the
+// largest double (1.797…e308 to 2e308, which reads back as infinity), the
+// digits are cut instead: a value carried to another field must stay a number.
+std::string printSig(double v, int sig) {
+    const int precision = std::max(sig - 1, 0);
+    std::string text = chars::printE(v, precision);
+    if (!std::isfinite(v) || std::isfinite(chars::toDouble(text).value_or(0.0))) return text;
+    const std::string exact = chars::printE(v, 330); // every digit a double near 1e308 has
+    const size_t digitsEnd = (v < 0 ? 1 : 0) + 1 + (precision > 0 ? 1 + size_t(precision) : 0);
+    return exact.substr(0, digitsEnd) + exact.substr(exact.find('e'));
+}
+
+// value rounded to `sig` significant digits, as printSig writes it.
 double roundSig(double v, int sig) {
-    return chars::toDouble(chars::printE(v, std::max(sig - 1, 0))).value_or(v);
+    return chars::toDouble(printSig(v, sig)).value_or(v);
+}
+
+// "4k7", "-2M2", "1u5": digits, one prefix, digits and nothing else. An
+// electrician writes the prefix where the decimal mark goes, so 4k7 is 4,7 k.
+bool readElectricianNotation(const std::string& s, double* mantissa, std::string* prefix) {
+    const size_t n = s.size();
+    size_t i = n > 0 && (s[0] == '+' || s[0] == '-') ? 1 : 0;
+    const size_t whole = i;
+    while (i < n && isDigit(s[i]))
+        ++i;
+    if (i == whole) return false;
+    for (const auto& p : kPrefixes) {
+        const size_t len = std::char_traits<char>::length(p.text);
+        if (s.compare(i, len, p.text) != 0) continue;
+        size_t j = i + len;
+        const size_t fraction = j;
+        while (j < n && isDigit(s[j]))
+            ++j;
+        if (j == fraction || j != n) return false;
+        const auto value = chars::toDouble(s.substr(0, i) + "." + s.substr(fraction));
+        if (!value) return false;
+        if (mantissa) *mantissa = *value;
+        if (prefix) *prefix = p.text;
+        return true;
+    }
+    return false;
 }
 
 void replaceFirst(std::string& s, char from, char to) {
@@ -159,7 +197,7 @@ bool parseWithPrefix(const std::string& text, double* mantissa, std::string* pre
         }
     }
     const std::string suffix = s.substr(i);
-    if (!suffix.empty() && !findPrefix(suffix)) return false;
+    if (!suffix.empty() && !findPrefix(suffix)) return readElectricianNotation(s, mantissa, prefix);
     const auto value = chars::toDouble(std::string_view(s).substr(0, i));
     if (!value) return false;
     if (mantissa) *mantissa = *value;
@@ -204,7 +242,7 @@ std::string fmtPlain(double value, int sig) {
     if (std::isnan(value)) return "nan";
     if (std::isinf(value)) return value < 0 ? "-inf" : "inf";
     if (value == 0) return "0";
-    const std::string e = chars::printE(value, std::max(sig - 1, 0)); // [-]d.ddde±xx
+    const std::string e = printSig(value, sig); // [-]d.ddde±xx
     const bool neg = e[0] == '-';
     const size_t start = neg ? 1 : 0;
     const size_t epos = e.find('e');

@@ -17,12 +17,15 @@ struct DisplaySettings {
 DisplaySettings& displaySettings();
 
 // One field as typed: a plain number with an optional prefix ("5,5k", "70µ"),
-// else a whole expression without names ("230/47", "√3·400"). NaN for
+// or in electricians' notation with the prefix as the decimal mark ("4k7" is
+// 4700), else a whole expression without names ("230/47", "√3·400"). NaN for
 // anything unreadable or not finite; never throws. `*empty` tells a blank field.
 double readValue(const std::string& text, bool* empty = nullptr);
-// A plain number ("-5,5e3", "5 500") with an optional prefix as suffix; false otherwise.
+// A plain number ("-5,5e3", "5 500") with an optional prefix as suffix, or
+// "4k7" as mantissa 4.7 and prefix "k"; false otherwise.
 bool parseWithPrefix(const std::string& text, double* mantissa, std::string* prefix);
-// Normalises, parses and evaluates a typed expression. Throws std::runtime_error
+// Normalises, parses and evaluates a typed expression; a number token like
+// "4k7" reads as 4,7k there too. Throws std::runtime_error
 // with "Ukendt tegn", "Ukendt navn: " + name, or the parser's texts.
 double calc(const std::string& text, const std::map<std::string, double>* vars = nullptr);
 // The calculator's live line: the typed expression as HTML with its numbers as

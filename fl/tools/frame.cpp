@@ -45,7 +45,10 @@ std::string displayForm(const std::string& text, double value) {
     std::string s;
     for (char c : text)
         if (!isSpace(c)) s += c;
-    s.erase(s.size() - prefix.size());
+    if (endsWith(s, prefix))
+        s.erase(s.size() - prefix.size());
+    else
+        s = fmtShortest(mantissa); // "4k7": the prefix stood where the mark goes
     if (!s.empty() && s[0] == '+') s.erase(0, 1);
     std::string exponent;
     if (auto e = s.find_first_of("eE"); e != std::string::npos) {

@@ -53,6 +53,11 @@ TEST_F(CalcTest, evaluatesTypedExpressions) {
         {"implicitLastResult", "2ans", 6, true},
         {"exponentBeforeName", "1e3ans", 3000, true},
         {"divisionByZeroIsAValue", "1/0", INFINITY, false},
+        {"electricianNotation", "4k7", 4700, false},
+        {"electricianNotationInASum", "4k7+2k2", 6900, false},
+        {"electricianNotationTimesPrefix", "1u5·1M", 1.5, false},
+        {"electricianNotationWithComma", "4,7k", 4700, false},
+        {"electricianNotationBeforeParenthesis", "2k2(2)", 4400, false},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -140,6 +145,7 @@ TEST_F(CalcTest, prettyCalcShowsNumbersAsTyped) {
         {"strayCommaIsAPoint", "sin(30,)", fn + "sin</span>(30°)"},
         {"trailingPointBeforeExponent", "9,e1", "9·10<sup>1</sup>"},
         {"rootOfADecimal", "√2,25", "[<span class=\"sq\">√<span class=\"rad\">2,25</span></span>]"},
+        {"electricianNotationShowsTheMark", "4k7+1u5", "4,7k + 1,5µ"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -173,8 +179,8 @@ TEST_F(CalcTest, fuzzFindsStayFixed) {
         SCOPED_TRACE(text);
         EXPECT_EQ(calcDisagreement(text), "");
     }
-    EXPECT_DOUBLE_EQ(calc("2k5"), 2e35) << "a digit after the prefix joins its exponent";
-    EXPECT_EQ(preview("2k5"), fmtNumber(2e35)) << "and the preview shows that, not 2k";
+    EXPECT_DOUBLE_EQ(calc("2,1k5"), 2.1e35) << "a digit after the prefix joins its exponent";
+    EXPECT_EQ(preview("2,1k5"), fmtNumber(2.1e35)) << "and the preview shows that, not 2,1k";
 }
 
 TEST_F(CalcTest, prettyCalcPassesParserFailuresOn) {

@@ -6,9 +6,11 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cmath>
 #include <limits>
 #include <random>
+#include <vector>
 
 namespace fl {
 namespace {
@@ -39,6 +41,13 @@ TEST_F(NumbersTest, readValueReadsWhatStudentsType) {
         {"blankBeforePrefix", "5,5 k", 5500},
         {"surroundingBlanks", "\t 12 \n", 12},
         {"division", "230/47", 230.0 / 47.0},
+        {"pointWithKilo", "4.7k", 4700},
+        {"electricianKilo", "4k7", 4700},
+        {"electricianMega", "2M2", 2.2e6},
+        {"electricianMicro", "1u5", 1.5e-6},
+        {"electricianMicroSign", "4µ7", 4.7e-6},
+        {"electricianBelowOne", "0m5", 0.5e-3},
+        {"electricianNegative", "-4k7", -4700},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -89,7 +98,9 @@ TEST_F(NumbersTest, parseWithPrefixSplitsMantissaAndPrefix) {
         {"5.", true, 5, ""},         {".5", true, 0.5, ""},     {"1e3k", true, 1000, "k"},
         {"5 5 0 0", true, 5500, ""}, {"1,234,5", false, 0, ""}, {"1e", false, 0, ""},
         {"-", false, 0, ""},         {".", false, 0, ""},       {"2,5 mm", false, 0, ""},
-        {"5T", false, 0, ""},        {"k5", false, 0, ""},
+        {"5T", false, 0, ""},        {"k5", false, 0, ""},      {"4k7", true, 4.7, "k"},
+        {"-2M2", true, -2.2, "M"},   {"4µ7", true, 4.7, "µ"},   {"4k7k", false, 0, ""},
+        {"4,7k7", false, 0, ""},     {"4k7e3", false, 0, ""},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.text);
@@ -212,6 +223,47 @@ TEST_F(NumbersTest, carriedValuesReadBack) {
             const double back = readValue(fmtValue10(x));
             ASSERT_NEAR(back, x, 1e-9 * std::fabs(x)) << fmtValue10(x);
             ASSERT_EQ(readValue(fmtShortest(x)), x) << fmtShortest(x);
+        }
+    }
+}
+
+// Any finite double, the largest and the subnormal ones included, formats to
+// text that reads back as a finite number within one unit of the last digit
+// shown: "inf" in a field would be lost as NaN.
+TEST_F(NumbersTest, everyFiniteDoubleFormatsToAFiniteNumber) {
+    using limits = std::numeric_limits<double>;
+    std::vector<double> values{limits::max(),
+                               -limits::max(),
+                               std::nextafter(limits::max(), 0.0),
+                               9.9999999995e307,
+                               1e308,
+                               limits::min(),
+                               limits::denorm_min(),
+                               -limits::denorm_min(),
+                               0.0};
+    std::mt19937_64 rng(314159);
+    while (values.size() < 4000) {
+        const double v = std::bit_cast<double>(rng()); // every exponent equally likely
+        if (std::isfinite(v)) values.push_back(v);
+    }
+    auto near = [](double back, double v, int sig) {
+        return std::isfinite(back) &&
+               std::fabs(back - v) <= std::fabs(v) * std::pow(10.0, 1 - sig) + limits::denorm_min();
+    };
+    for (bool comma : {true, false}) {
+        use(comma, "p5");
+        for (const double v : values) {
+            SCOPED_TRACE(fmtShortest(v));
+            for (int sig : {1, 2, 5, 10, 15}) {
+                ASSERT_TRUE(near(chars::toDouble(fmtRounded(v, sig)).value_or(NAN), v, sig))
+                    << fmtRounded(v, sig);
+                ASSERT_TRUE(near(chars::toDouble(fmtPlain(v, sig)).value_or(NAN), v, sig))
+                    << fmtPlain(v, sig);
+            }
+            ASSERT_TRUE(near(readValue(fmtValue10(v)), v, 10)) << fmtValue10(v);
+            ASSERT_EQ(chars::toDouble(fmtShortest(v)), v);
+            const std::string shown = fmtNumber(v);
+            ASSERT_TRUE(shown != "?" && shown.find("inf") == std::string::npos) << shown;
         }
     }
 }

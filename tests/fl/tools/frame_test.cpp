@@ -33,6 +33,7 @@ TEST_F(FrameTest, readFormKeepsNumbersAsTypedAndSortsOutTheRest) {
         {"point shown as comma", "0.3", true, 0.3, "0,3", false},
         {"comma shown as point", "0,3", false, 0.3, "0.3", false},
         {"micro typed as u", "70u", true, 70e-6, "70µ", false},
+        {"electricians' notation", "4k7", true, 4700, "4,7k", false},
         {"minus", "-5", true, -5, "−5", false},
         {"blanks inside", " 5 500 ", true, 5500, "5500", false},
         {"exponent", "1e3", true, 1000, "1·10<sup>3</sup>", false},
