@@ -92,7 +92,16 @@ Setup readSetup(const Circuit& c, const MeterInfo* meters) {
     const bool isAc = c.mode == "ac";
     const CNodePtr& root = c.root;
     std::vector<std::string> bad;
+    std::vector<std::string> negative;                         // "<b>R1 = −5 Ω</b> … "
     std::vector<std::pair<std::string, std::string>> linkList; // follower → leader, as typed
+
+    // No part has a negative R, L or C; with one the sheet would give P = −20 W
+    // beside P_R1 = 20 W and cos φ = −1.
+    auto refuseNegative = [&](const std::string& symbol, double v, const char* what) {
+        if (v < 0.0)
+            negative.push_back("<b>" + symbolDisplay(symbol) + " = " + fmtWithUnit(v, unitOf(symbol, root)) +
+                               "</b> kan ikke bruges – " + what + " kan ikke være negativ.");
+    };
 
     auto addTarget = [&](const std::string& symbol, double value, const std::string& label) {
         su.values[symbol] = value;
@@ -154,6 +163,10 @@ Setup readSetup(const Circuit& c, const MeterInfo* meters) {
             } else {
                 su.values[name] = v;
                 su.givenSymbols.insert(name);
+                refuseNegative(name, v,
+                               n->k == "L"   ? "en spoles induktans"
+                               : n->k == "C" ? "en kondensators kapacitet"
+                                             : "en modstand");
                 const bool meter = n->id == "A" || n->id == "V";
                 const char* words = meter         ? "målerens indre modstand"
                                     : n->k == "L" ? "induktans"
@@ -175,6 +188,7 @@ Setup readSetup(const Circuit& c, const MeterInfo* meters) {
                 } else {
                     su.values[own] = v;
                     su.givenSymbols.insert(own);
+                    refuseNegative(own, v, "spolens egen modstand");
                     su.given.push_back({givenLine(own, v, "spolens egen modstand", root), own, v});
                 }
             }
@@ -215,6 +229,11 @@ Setup readSetup(const Circuit& c, const MeterInfo* meters) {
 
     if (!bad.empty()) {
         su.error = "Jeg kan ikke læse: " + joinWith(bad, ", ") + ".";
+        return su;
+    }
+    if (!negative.empty()) {
+        su.error = joinWith(negative, " ") +
+                   (negative.size() == 1 ? " Skriv værdien uden minus." : " Skriv værdierne uden minus.");
         return su;
     }
 

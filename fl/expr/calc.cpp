@@ -59,8 +59,8 @@ void normaliseSymbols(QString& s, const QRegularExpression& sqrtNumber) {
 // "R4k7" and "4k7x" keep their usual reading. Shared by calc and the preview
 // so both read the same tokens.
 const QRegularExpression& reNotation() {
-    static const QRegularExpression re(QStringLiteral(
-        "(?<![A-Za-z_µ\\d.,])(?<![eE][-+])(\\d+)(p|n|u|µ|m|k|M|G)(\\d+)(?![A-Za-z_µ\\d.,])"));
+    static const QRegularExpression re(
+        QStringLiteral("(?<![A-Za-z_µ\\d.,])(?<![eE][-+])(\\d+)(p|n|u|µ|m|k|M|G)(\\d+)(?![A-Za-z_µ\\d.,])"));
     return re;
 }
 
@@ -221,8 +221,8 @@ std::string prettyCalc(const std::string& text) {
     std::vector<Literal> literals;
     replaceEach(s, literal, [&](const QRegularExpressionMatch& m, QString& out) {
         const bool notation = m.capturedStart(1) >= 0;
-        std::string num = notation ? ascii(m.capturedView(1)) + "." + ascii(m.capturedView(3))
-                                   : ascii(m.capturedView(4));
+        std::string num =
+            notation ? ascii(m.capturedView(1)) + "." + ascii(m.capturedView(3)) : ascii(m.capturedView(4));
         std::replace(num.begin(), num.end(), ',', '.');
         const size_t e = num.find_first_of("eE");
         const std::string mantissa = num.substr(0, e);

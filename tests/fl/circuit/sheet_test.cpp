@@ -35,6 +35,15 @@ TEST(Solve, answersWithTheMessageOfTheFirstProblem) {
         {"fields that can't be read",
          circuit("dc", {leaf("R", "5 Ω"), known(leaf("R", "1"), "", "2A")}, {{"U", "abc"}, {"R", "1,2,3"}}),
          "Jeg kan ikke læse: kildespænding, samlet modstand, R1, strøm gennem R2."},
+        {"a negative resistor", circuit("dc", {leaf("R", "-5")}, {{"U", "10"}}),
+         "<b>R<sub>1</sub> = −5 Ω</b> kan ikke bruges – en modstand kan ikke være negativ. "
+         "Skriv værdien uden minus."},
+        {"a negative coil, capacitor and own resistance",
+         circuit("ac", {leaf("L", "−0,1", "-3"), leaf("C", "-4µ7"), leaf("R", "0")}, {{"U", "230"}}),
+         "<b>L<sub>1</sub> = −0,1 H</b> kan ikke bruges – en spoles induktans kan ikke være negativ. "
+         "<b>R<sub>L1</sub> = −3 Ω</b> kan ikke bruges – spolens egen modstand kan ikke være negativ. "
+         "<b>C<sub>1</sub> = −4,7·10⁻⁶ F</b> kan ikke bruges – "
+         "en kondensators kapacitet kan ikke være negativ. Skriv værdierne uden minus."},
         {"a link to nothing", circuit("dc", {leaf("R", "5"), leaf("R", "=R7")}, {{"U", "1"}}), link + "R7"},
         {"a link to itself", circuit("dc", {leaf("R", "5"), leaf("R", "= r2")}, {{"U", "1"}}), link + "R2"},
         {"a link to another kind", circuit("ac", {leaf("C", "1u"), leaf("R", "=C1")}, {{"U", "1"}}),
@@ -151,6 +160,10 @@ TEST(Solve, worksForwardsAndBackwards) {
         {"forwards",
          circuit("dc", {leaf("R", "4"), leaf("R", "2")}, {{"U", "12"}}),
          {{"I", 2}, {"U_R1", 8}, {"P_R2", 8}, {"P_tot", 24}},
+         0},
+        {"electricians' notation",
+         circuit("dc", {leaf("R", "4k7"), leaf("R", "0k3")}, {{"U", "10"}}),
+         {{"R1", 4700}, {"I", 0.002}, {"U_R2", 0.6}},
          0},
         {"a resistor from the current",
          circuit("dc", {leaf("R", "4"), leaf("R")}, {{"U", "12"}, {"I", "2"}}),
