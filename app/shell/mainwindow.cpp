@@ -4,6 +4,7 @@
 #include "app/shell/options.h"
 #include "app/shell/routes.h"
 #include "app/shell/settingspanel.h"
+#include "app/shell/startup.h"
 #include "app/shell/theme.h"
 #include "app/shell/visits.h"
 #include "app/widgets/flowlayout.h"
@@ -128,6 +129,8 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent), hub(new HostSigna
     saveWatch->start();
 
     navigate(QLatin1String(fl::route::Home));
+    // Once, at the start that moved the file aside: the next start reads the new file.
+    if (const QString damaged = damagedDataNotice(); !damaged.isEmpty()) showNotice(damaged, QString());
 }
 
 MainWindow::~MainWindow() {
@@ -267,7 +270,12 @@ void MainWindow::styleFrames() {
                                   .arg(qstr(c.panel), qstr(c.line)));
     strip->setStyleSheet(QStringLiteral("QWidget#results { background: %1; border-top: 1px solid %2; }")
                              .arg(qstr(c.panel), qstr(c.line)));
-    saved->setStyleSheet(QStringLiteral("color: %1;").arg(qstr(c.ok)));
+    styleSavedMark();
+}
+
+void MainWindow::styleSavedMark() {
+    const ThemeColors& c = colors();
+    saved->setStyleSheet(QStringLiteral("color: %1;").arg(qstr(saveFailingShown ? c.bad : c.ok)));
 }
 
 void MainWindow::systemSchemeChanged() {
@@ -432,6 +440,19 @@ void MainWindow::updateStatus() {
 }
 
 void MainWindow::checkSaved() {
+    // A failed save stands until a save gets through: the student's work is
+    // only in memory meanwhile.
+    const bool failing = DataStore::instance().saveFailing();
+    if (failing != saveFailingShown) {
+        saveFailingShown = failing;
+        styleSavedMark();
+        savedHide->stop();
+        saved->setText(failing
+                           ? QStringLiteral("⚠ Kunne ikke gemme dine data – prøver igen ved næste ændring")
+                           : QString());
+        saved->setVisible(failing);
+    }
+    if (failing) return;
     const std::string& path = DataStore::instance().path();
     const QFileInfo file(QString::fromStdString(path));
     const QDateTime modified = path.empty() || !file.exists() ? QDateTime() : file.lastModified();

@@ -86,8 +86,9 @@ public:
     void openFirstHit();
     // The settings panel under the gear.
     void showSettings();
-    // Shows "✓ gemt HH:mm" when "data.json" has changed since the last look;
-    // a timer calls it every two seconds.
+    // Shows "✓ gemt HH:mm" when "data.json" has changed since the last look,
+    // and a warning in its place while saves fail; a timer calls it every two
+    // seconds.
     void checkSaved();
 
 signals:
@@ -110,6 +111,7 @@ private:
     // The few frames the application stylesheet doesn't reach, and the
     // sidebar's width for the text size.
     void styleFrames();
+    void styleSavedMark();
 
     HostSignals* hub = nullptr;
     std::map<QString, Page*> pages;
@@ -124,6 +126,7 @@ private:
     std::set<std::string> shownOff;
     std::string shownProfile;
     QDateTime lastSaved;
+    bool saveFailingShown = false;
 
     QStackedWidget* stack = nullptr;
     QWidget* sideWidget = nullptr;

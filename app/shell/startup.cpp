@@ -47,6 +47,14 @@ QString startData() {
     return dir;
 }
 
+QString damagedDataNotice() {
+    const std::string& copy = DataStore::instance().damagedCopy();
+    if (copy.empty()) return {};
+    return QStringLiteral("Dine gemte data kunne ikke læses, så programmet er startet forfra uden dem. "
+                          "Den gamle fil er gemt urørt som <b>%1</b> – den bliver ikke slettet.")
+        .arg(QDir::toNativeSeparators(QString::fromStdString(copy)).toHtmlEscaped());
+}
+
 void loadSettings() {
     AppOptions& o = options();
     o.komma = storeGet(key::Komma).asBool(true);

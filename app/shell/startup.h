@@ -19,8 +19,14 @@ void migrateEarlierData(const QString& dataDir);
 
 // Finds and migrates the data directory, points the crash record and the store
 // into it, loads the store and counts the start ("usage_starts"), which is the
-// run's first save and so also replaces a damaged file. Returns the directory.
+// run's first save. A damaged file has been moved aside by then, never
+// overwritten. Returns the directory.
 QString startData();
+
+// The notice bar's words when this start moved a damaged "data.json" aside:
+// that it couldn't be read, where the copy lies and that the program started
+// afresh. Empty when the file was read, or there was none.
+QString damagedDataNotice();
 
 // Reads "komma", "rund", "trinvis", "tekst" and "theme" into the options and
 // the theme, each with its fallback when missing or of another kind. Applies

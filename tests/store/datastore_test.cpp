@@ -2,16 +2,14 @@
 // form, load of both forms and of broken files, damaged files set aside,
 // atomic saves and saves that fail on a read-only folder or a full disk, bundles.
 #include "store/datastore.h"
+#include "tests/support/disk_faults.h"
 
 #include <gtest/gtest.h>
 
-#include <pwd.h>
-#include <sys/mount.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -117,29 +115,6 @@ TEST_F(DataStoreTest, withoutPathNothingIsWritten) {
     EXPECT_EQ(store().get("a"), Json(1));
     EXPECT_TRUE(fs::is_empty(dir));
 }
-
-// Root passes every permission check, so a test that needs one to fail runs
-// as "nobody" for the moment; the saved set-user-ID brings root back.
-class AsNobody {
-  public:
-    static uid_t uid() {
-        const passwd* pw = getpwnam("nobody");
-        return pw ? pw->pw_uid : 65534;
-    }
-    AsNobody() {
-        if (geteuid() != 0) return;
-        active = setegid(uid()) == 0 && seteuid(uid()) == 0;
-        EXPECT_TRUE(active) << "could not drop root";
-    }
-    ~AsNobody() {
-        if (active && (seteuid(0) != 0 || setegid(0) != 0)) std::abort();
-    }
-    AsNobody(const AsNobody&) = delete;
-    AsNobody& operator=(const AsNobody&) = delete;
-
-  private:
-    bool active = false;
-};
 
 std::vector<fs::path> damagedCopies(const fs::path& dir) {
     std::vector<fs::path> out;
@@ -297,14 +272,9 @@ TEST_F(DataStoreTest, failedSaveKeepsTheOldFileAndMemoryAndRetriesLater) {
 // A real full file system, where the machine lets a test mount one.
 TEST_F(DataStoreTest, fullDiskKeepsTheOldFileByteForByte) {
     const fs::path mnt = dir / "lille";
-    fs::create_directory(mnt);
-    if (mount("tmpfs", mnt.c_str(), "tmpfs", 0, "size=64k") != 0)
-        GTEST_SKIP() << "no tmpfs here (" << std::strerror(errno)
-                     << "); the /dev/full row covers the write path";
-    struct Unmount {
-        fs::path at;
-        ~Unmount() { umount2(at.c_str(), MNT_DETACH); }
-    } unmount{mnt};
+    SmallDisk disk(mnt);
+    if (!disk.mounted)
+        GTEST_SKIP() << "no tmpfs here (" << disk.refused << "); the /dev/full row covers the write path";
     store().setPath((mnt / "data.json").string());
     store().set("stats", std::string(24000, 's'));
     ASSERT_FALSE(store().saveFailing());

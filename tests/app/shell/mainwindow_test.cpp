@@ -13,12 +13,14 @@
 #include "fl/formulas/lists.h"
 #include "store/datastore.h"
 #include "tests/app/fresh_app.h"
+#include "tests/support/disk_faults.h"
 
 #include <gtest/gtest.h>
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QGraphicsEffect>
@@ -31,11 +33,19 @@
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
 
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <memory>
 
 namespace {
 
 using Strings = std::vector<std::string>;
+
+std::string readAll(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+}
 
 Strings strings(const Json& array) {
     Strings out;
@@ -538,6 +548,60 @@ TEST_F(WindowTest, statusBarMarksASaveOfTheDataFile) {
     w.checkSaved();
     EXPECT_FALSE(w.savedMark()->isHidden());
     EXPECT_EQ(w.savedMark()->text(), "✓ gemt " + later.toString("HH:mm"));
+}
+
+TEST_F(WindowTest, statusBarWarnsWhileSavesFailAndClearsWhenOneGetsThrough) {
+    const std::string root = dir.path().toStdString();
+    SmallDisk small(root + "/lille");
+    for (const bool readOnly : {true, false}) {
+        SCOPED_TRACE(readOnly ? "read-only folder" : "full disk");
+        // Without a tmpfs, writes into /dev/full fail the same way, with ENOSPC.
+        const std::string folder =
+            readOnly || !small.mounted ? root + (readOnly ? "/laast" : "/fuld") : root + "/lille";
+        std::filesystem::create_directories(folder);
+        DataStore& store = DataStore::instance();
+        store.resetForTest();
+        store.setPath(folder + "/data.json");
+        store.set("stats", std::string(24000, 's'));
+        app::MainWindow& w = open(); // the first navigation saves too
+        const std::string before = readAll(folder + "/data.json");
+        if (readOnly) {
+            std::filesystem::permissions(folder, std::filesystem::perms(0555));
+            AsNobody nobody;
+            store.set("fc", "kort");
+        } else {
+            if (!small.mounted) std::filesystem::create_symlink("/dev/full", folder + "/data.json.tmp");
+            store.set("fc", std::string(30000, 'f')); // no room for the temporary beside the file
+        }
+        w.checkSaved();
+        EXPECT_FALSE(w.savedMark()->isHidden());
+        EXPECT_EQ(w.savedMark()->text(), "⚠ Kunne ikke gemme dine data – prøver igen ved næste ændring");
+        EXPECT_TRUE(readAll(folder + "/data.json") == before) << "the old file changed";
+        EXPECT_FALSE(std::filesystem::exists(std::filesystem::symlink_status(folder + "/data.json.tmp")));
+
+        std::filesystem::permissions(folder, std::filesystem::perms(0755));
+        store.remove("stats");
+        w.checkSaved();
+        EXPECT_TRUE(w.savedMark()->text().startsWith("✓ gemt ")) << w.savedMark()->text().toStdString();
+    }
+}
+
+TEST_F(WindowTest, damagedDataFileNoticeNamesTheCopy) {
+    const std::string file = DataStore::instance().path();
+    {
+        std::ofstream out(file, std::ios::binary);
+        out << "{\"app\":\"Keldvarn\",\"data\":{";
+    }
+    ASSERT_FALSE(DataStore::instance().load());
+    const QString copy = QString::fromStdString(DataStore::instance().damagedCopy());
+    ASSERT_FALSE(copy.isEmpty());
+    app::MainWindow& w = open();
+    EXPECT_FALSE(w.noticeBar()->isHidden());
+    EXPECT_TRUE(w.noticeLabel()->text().contains(QDir::toNativeSeparators(copy)));
+
+    freshStore(); // the next start read its file
+    window.reset();
+    EXPECT_TRUE(open().noticeBar()->isHidden());
 }
 
 // ---------------------------------------------------------------- profile

@@ -104,21 +104,54 @@ TEST_F(StartupTest, firstStartMakesTheDirectoryAndCountsEveryStart) {
     EXPECT_FALSE(QFile::exists(dataFile() + ".tmp"));
 }
 
-TEST_F(StartupTest, damagedFileIsReplacedByAValidOne) {
+// What the student sees of a damaged file: a fresh start, and the old bytes
+// kept beside it under a name the notice gives. The next start reads the new
+// file and says nothing more.
+TEST_F(StartupTest, damagedFileIsKeptAsADatedCopyAndTheStartGoesOnAfresh) {
     const std::pair<const char*, std::string> rows[] = {
         {"garbage", "\x01\x02 not json"},
-        {"empty", ""},
+        {"byte order mark", "\xEF\xBB\xBF" + documentFrom("bom")},
         {"array", "[]"},
         {"cut off", R"({"app":"Keldvarn","data":{"fs_usage_starts":"9")"},
     };
     for (const auto& [name, text] : rows) {
         SCOPED_TRACE(name);
+        QDir(share()).removeRecursively();
         writeText(dataFile(), text);
         start();
         Json data = Json::object();
         data["fs_usage_starts"] = "1";
         EXPECT_EQ(savedData(), data);
+
+        const QStringList copies = QDir(dataDir()).entryList({"data-beskadiget-*.json"}, QDir::Files);
+        ASSERT_EQ(copies.size(), 1);
+        const QString copy = QDir(dataDir()).filePath(copies[0]);
+        EXPECT_EQ(readText(copy), text);
+        const QString notice = app::damagedDataNotice();
+        EXPECT_TRUE(notice.startsWith("Dine gemte data kunne ikke læses, så programmet er startet forfra"));
+        EXPECT_TRUE(notice.contains("<b>" + QDir::toNativeSeparators(copy) + "</b>")) << notice.toStdString();
+
+        start();
+        EXPECT_EQ(app::damagedDataNotice(), "");
+        EXPECT_EQ(QDir(dataDir()).entryList({"data-beskadiget-*.json"}, QDir::Files), copies);
     }
+}
+
+TEST_F(StartupTest, anEmptyFileStartsAfreshWithoutACopyOrANotice) {
+    writeText(dataFile(), "");
+    start();
+    EXPECT_EQ(storeGet("usage_starts"), Json(1));
+    EXPECT_EQ(app::damagedDataNotice(), "");
+    EXPECT_TRUE(QDir(dataDir()).entryList({"data-beskadiget-*"}).isEmpty());
+}
+
+TEST_F(StartupTest, aFolderNamedLikeTheDataFileStartsWithAnEmptyStore) {
+    QDir().mkpath(dataFile() + "/indhold");
+    start();
+    EXPECT_EQ(DataStore::instance().keys(), std::vector<std::string>{"usage_starts"});
+    EXPECT_TRUE(DataStore::instance().saveFailing());
+    EXPECT_EQ(app::damagedDataNotice(), "");
+    EXPECT_TRUE(QFileInfo(dataFile() + "/indhold").isDir());
 }
 
 struct MigrationRow {
