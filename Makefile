@@ -40,18 +40,21 @@ bench: setup $(BENCHBUILD)/CMakeCache.txt
 	cmake --build $(BENCHBUILD) -j$(JOBS) --target benchmarks
 	LC_ALL=da_DK.UTF-8 QT_QPA_PLATFORM=offscreen bench/run.sh $(BENCHBUILD)
 
-# Each fuzz target under libFuzzer for FUZZTIME seconds (needs clang);
-# FUZZ=calc runs one of them.
+# Each fuzz target under libFuzzer for FUZZTIME seconds (installs clang);
+# FUZZ=calc runs one of them. An input that finds a fault is written into
+# fuzz/seeds/<target>/ as find-<hash>: commit it, and the suite replays it.
 FUZZBUILD ?= build-fuzz
 FUZZTIME  ?= 60
-FUZZ      ?= json calc
+FUZZ      ?= json calc value fmt circuit
 fuzz:
-	@command -v clang++ >/dev/null || { echo "fuzz: clang++ is needed (apt-get install clang)"; exit 1; }
+	@scripts/setup.sh fuzz
 	CXX=clang++ cmake -S fuzz -B $(FUZZBUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo
 	cmake --build $(FUZZBUILD) -j$(JOBS)
 	@for t in $(FUZZ); do \
 		mkdir -p $(FUZZBUILD)/corpus/$$t && \
-		$(FUZZBUILD)/fuzz_$$t $(FUZZBUILD)/corpus/$$t fuzz/seeds/$$t -max_total_time=$(FUZZTIME) || exit 1; \
+		LC_ALL=da_DK.UTF-8 $(FUZZBUILD)/fuzz_$$t $(FUZZBUILD)/corpus/$$t fuzz/seeds/$$t \
+			-max_total_time=$(FUZZTIME) -timeout=30 -rss_limit_mb=4096 \
+			-artifact_prefix=fuzz/seeds/$$t/find- || exit 1; \
 	done
 
 clean:

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Installs what the build, the tests and the program need, but only what is
-# missing, so that a second run costs a fraction of a second. Run as root, or
-# as a user who may use sudo.
+# Installs what the build, the tests and the program need (with "fuzz": also
+# what `make fuzz` needs), but only what is missing, so that a second run
+# costs a fraction of a second. Run as root, or as a user who may use sudo.
 set -euo pipefail
 
 packages=(
@@ -15,6 +15,11 @@ packages=(
     xvfb xauth
     fonts-dejavu-core fonts-dejavu-extra fonts-noto-core fonts-liberation2 fonts-stix fonts-texgyre
 )
+
+# `make fuzz` alone needs clang and its sanitizer runtimes.
+if [ "${1:-}" = fuzz ]; then
+    packages+=(clang libclang-rt-14-dev)
+fi
 
 missing=()
 for p in "${packages[@]}"; do
