@@ -1,0 +1,525 @@
+// The element writers, the polygon figure and the chart.
+#include "fl/fig/canvas.h"
+
+#include "fl/expr/markup.h"
+#include "fl/expr/numbers.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace fl {
+
+namespace {
+
+constexpr double kDeg = 0.017453292519943295; // π/180
+
+bool finite(std::initializer_list<double> vs) {
+    for (double v : vs)
+        if (!std::isfinite(v)) return false;
+    return true;
+}
+
+void attr(std::string& out, const char* name, double v) {
+    out += ' ';
+    out += name;
+    out += "=\"";
+    appendNum(out, v);
+    out += '"';
+}
+
+void appendEscaped(std::string& out, std::string_view s) {
+    for (char c : s) {
+        if (c == '&') out += "&amp;";
+        else if (c == '<') out += "&lt;";
+        else if (c == '>') out += "&gt;";
+        else out += c;
+    }
+}
+
+std::string pointList(const std::vector<Pt>& points) {
+    std::string s;
+    for (const Pt& p : points) {
+        if (!s.empty()) s += ' ';
+        appendNum(s, p.x);
+        s += ',';
+        appendNum(s, p.y);
+    }
+    return s;
+}
+
+bool finitePoints(const std::vector<Pt>& points) {
+    for (const Pt& p : points)
+        if (!finite({p.x, p.y})) return false;
+    return true;
+}
+
+struct Run {
+    std::string_view text;
+    bool sub = false;
+};
+
+std::vector<Run> runsOf(std::string_view content) {
+    std::vector<Run> runs;
+    bool sub = false;
+    size_t i = 0;
+    while (i < content.size()) {
+        const size_t open = content.find(sub ? "</sub>" : "<sub>", i);
+        const size_t end = open == std::string_view::npos ? content.size() : open;
+        if (end > i) runs.push_back({content.substr(i, end - i), sub});
+        if (open == std::string_view::npos) break;
+        i = open + (sub ? 6 : 5);
+        sub = !sub;
+    }
+    return runs;
+}
+
+} // namespace
+
+std::string svgHead(int w, int h) {
+    const std::string ws = std::to_string(w), hs = std::to_string(h);
+    return "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 " + ws + " " + hs + "\" width=\"" + ws +
+           "\" height=\"" + hs + "\">";
+}
+
+void Canvas::line(double x1, double y1, double x2, double y2, std::string_view cls) {
+    if (!finite({x1, y1, x2, y2})) return;
+    std::string s = "<line";
+    attr(s, "x1", x1);
+    attr(s, "y1", y1);
+    attr(s, "x2", x2);
+    attr(s, "y2", y2);
+    s += shapeAttrs(cls);
+    s += "/>";
+    items.push_back(std::move(s));
+}
+
+void Canvas::rect(double x, double y, double w, double h, std::string_view cls, double rx) {
+    if (!finite({x, y, w, h, rx}) || w < 0 || h < 0) return;
+    std::string s = "<rect";
+    attr(s, "x", x);
+    attr(s, "y", y);
+    attr(s, "width", w);
+    attr(s, "height", h);
+    if (rx > 0) attr(s, "rx", rx);
+    s += shapeAttrs(cls);
+    s += "/>";
+    items.push_back(std::move(s));
+}
+
+void Canvas::circle(double cx, double cy, double r, std::string_view cls) {
+    if (!finite({cx, cy, r}) || r < 0) return;
+    std::string s = "<circle";
+    attr(s, "cx", cx);
+    attr(s, "cy", cy);
+    attr(s, "r", r);
+    s += shapeAttrs(cls);
+    s += "/>";
+    items.push_back(std::move(s));
+}
+
+void Canvas::polygon(const std::vector<Pt>& points, std::string_view cls) {
+    if (points.size() < 2 || !finitePoints(points)) return;
+    items.push_back("<polygon points=\"" + pointList(points) + "\"" + shapeAttrs(cls) + "/>");
+}
+
+void Canvas::polyline(const std::vector<Pt>& points, std::string_view cls) {
+    if (points.size() < 2 || !finitePoints(points)) return;
+    items.push_back("<polyline points=\"" + pointList(points) + "\"" + shapeAttrs(cls) + "/>");
+}
+
+void Canvas::path(const std::string& d, std::string_view cls) {
+    if (d.empty()) return;
+    items.push_back("<path d=\"" + d + "\"" + shapeAttrs(cls) + "/>");
+}
+
+namespace {
+std::string arcPath(double cx, double cy, double r, double a0, double a1, bool closed) {
+    // Screen y points down: a counter-clockwise turn on the screen is sweep 0.
+    const double x0 = cx + r * std::cos(a0 * kDeg), y0 = cy - r * std::sin(a0 * kDeg);
+    const double x1 = cx + r * std::cos(a1 * kDeg), y1 = cy - r * std::sin(a1 * kDeg);
+    const bool large = std::fabs(a1 - a0) > 180;
+    const bool sweep = a1 < a0;
+    std::string d;
+    if (closed) {
+        d = "M";
+        appendNum(d, cx);
+        d += ' ';
+        appendNum(d, cy);
+        d += " L";
+    } else {
+        d = "M";
+    }
+    appendNum(d, x0);
+    d += ' ';
+    appendNum(d, y0);
+    d += " A";
+    appendNum(d, r);
+    d += ' ';
+    appendNum(d, r);
+    d += large ? " 0 1 " : " 0 0 ";
+    d += sweep ? "1 " : "0 ";
+    appendNum(d, x1);
+    d += ' ';
+    appendNum(d, y1);
+    if (closed) d += " Z";
+    return d;
+}
+} // namespace
+
+void Canvas::arc(double cx, double cy, double r, double a0, double a1, std::string_view cls) {
+    if (!finite({cx, cy, r, a0, a1}) || r <= 0 || std::fabs(a1 - a0) < 1e-9) return;
+    path(arcPath(cx, cy, r, a0, a1, true), cls);
+}
+
+void Canvas::bow(double cx, double cy, double r, double a0, double a1, std::string_view cls) {
+    if (!finite({cx, cy, r, a0, a1}) || r <= 0 || std::fabs(a1 - a0) < 1e-9) return;
+    path(arcPath(cx, cy, r, a0, a1, false), cls);
+}
+
+void Canvas::arrow(double x1, double y1, double x2, double y2, std::string_view cls, double headLength,
+                   double headWidth) {
+    if (!finite({x1, y1, x2, y2, headLength, headWidth})) return;
+    const double dx = x2 - x1, dy = y2 - y1, len = std::hypot(dx, dy);
+    if (len < 1e-9) return;
+    // A short arrow keeps a head in proportion, so that the head stays visible
+    // and the line doesn't come out behind it.
+    if (len < headLength * 1.6) {
+        const double k = len / (headLength * 1.6);
+        headLength *= k;
+        headWidth *= std::max(k, 0.6);
+    }
+    const double ux = dx / len, uy = dy / len;
+    const double bx = x2 - ux * headLength, by = y2 - uy * headLength;
+    const std::string c(cls);
+    line(x1, y1, bx, by, c + " ar");
+    const double hx = -uy * headWidth / 2, hy = ux * headWidth / 2;
+    polygon({{x2, y2}, {bx + hx, by + hy}, {bx - hx, by - hy}}, c + " ah");
+}
+
+void Canvas::text(double x, double y, std::string_view content, std::string_view anchor, std::string_view cls) {
+    textAt(x, y, content, anchor, textStyle(cls));
+}
+
+void Canvas::textFit(double x, double y, std::string_view content, std::string_view anchor,
+                     std::string_view cls, double maxWidth) {
+    TextStyle style = textStyle(cls);
+    const double w = textWidth(content, style.size, style.bold);
+    if (w > maxWidth && maxWidth > 0) style.size = std::max(9.0, std::floor(style.size * maxWidth / w * 10) / 10);
+    textAt(x, y, content, anchor, style);
+}
+
+void Canvas::textAt(double x, double y, std::string_view content, std::string_view anchor,
+                    const TextStyle& given) {
+    if (!finite({x, y}) || content.empty()) return;
+    TextStyle style = given;
+    if (boundW > 0) {
+        const bool heavy = style.bold || style.weight >= 600;
+        double w = textWidth(content, style.size, heavy);
+        if (w > boundW - 4) {
+            style.size = std::max(8.0, std::floor(style.size * (boundW - 4) / w * 10) / 10);
+            w = textWidth(content, style.size, heavy);
+        }
+        const double left = anchor == "middle" ? x - w / 2 : anchor == "end" ? x - w : x;
+        if (left < 2) x += 2 - left;
+        else if (left + w > boundW - 2) x -= left + w - (boundW - 2);
+    }
+    if (boundH > 0) y = std::clamp(y, 0.6 * style.size + 1, boundH - 0.6 * style.size - 1);
+    const std::string& halo = figColors().slot[1];
+    const std::string attrs = textAttrs(style);
+    const std::vector<Run> runs = runsOf(content);
+    if (runs.empty()) return;
+
+    const auto element = [&](double tx, double ty, std::string_view a, std::string_view text, double size,
+                             bool isHalo) {
+        // Spaces count as written: "U = 230 V  ·  f = 50 Hz", and the blank
+        // that follows a subscript.
+        std::string s = "<text xml:space=\"preserve\"";
+        attr(s, "x", tx);
+        attr(s, "y", ty);
+        if (a != "start") {
+            s += " text-anchor=\"";
+            s += a;
+            s += '"';
+        }
+        if (size == style.size) {
+            s += attrs;
+        } else {
+            TextStyle small = style;
+            small.size = size;
+            s += textAttrs(small);
+        }
+        if (isHalo) {
+            // The halo is the same text in the panel colour, stroked wide:
+            // drawn first, it clears lines from behind the letters.
+            const size_t f = s.find(" fill=\"");
+            s.replace(f, s.find('"', f + 7) + 1 - f, " fill=\"" + halo + "\"");
+            s += " stroke=\"" + halo + "\" stroke-width=\"4\" stroke-linejoin=\"round\"";
+        }
+        s += '>';
+        appendEscaped(s, text);
+        s += "</text>";
+        items.push_back(std::move(s));
+    };
+
+    const double base = y + 0.35 * style.size;
+    if (runs.size() == 1 && !runs[0].sub) {
+        element(x, base, anchor, runs[0].text, style.size, true);
+        element(x, base, anchor, runs[0].text, style.size, false);
+        return;
+    }
+    // A subscript needs its own element: the renderer places no tspan by
+    // itself, so each run starts where the estimate says the last one ended.
+    const double subSize = std::round(style.size * kSubSize * 10) / 10;
+    const bool heavy = style.bold || style.weight >= 600;
+    double total = 0;
+    for (const Run& r : runs)
+        total += textWidth(r.text, r.sub ? subSize : style.size, heavy);
+    double cx = anchor == "middle" ? x - total / 2 : anchor == "end" ? x - total : x;
+    for (int pass = 0; pass < 2; ++pass) {
+        double px = cx;
+        for (const Run& r : runs) {
+            const double size = r.sub ? subSize : style.size;
+            element(px, base + (r.sub ? kSubDrop * style.size : 0), "start", r.text, size, pass == 0);
+            px += textWidth(r.text, size, heavy);
+        }
+    }
+}
+
+std::string Canvas::body() const {
+    size_t n = 0;
+    for (const std::string& s : items)
+        n += s.size();
+    std::string out;
+    out.reserve(n);
+    for (const std::string& s : items)
+        out += s;
+    return out;
+}
+
+std::string Canvas::document(int w, int h) const { return svgHead(w, h) + body() + "</svg>"; }
+
+std::string svgDocument(const FigureOut& fig) {
+    if (fig.empty()) return {};
+    return svgHead(fig.w, fig.h) + fig.body + "</svg>";
+}
+
+std::string figureMarkup(const FigureOut& fig) {
+    if (fig.empty()) return {};
+    return figure(fig.body, fig.w, fig.h, fig.caption);
+}
+
+// ---- Fig ----
+
+void Fig::fit() {
+    double x0 = 0, x1 = 1, y0 = 0, y1 = 1;
+    if (!pts.empty()) {
+        x0 = x1 = pts[0].x;
+        y0 = y1 = pts[0].y;
+        for (const Pt& p : pts) {
+            x0 = std::min(x0, p.x), x1 = std::max(x1, p.x);
+            y0 = std::min(y0, p.y), y1 = std::max(y1, p.y);
+        }
+    }
+    const double spanX = x1 - x0, spanY = y1 - y0;
+    scale = std::min((H - 2 * my) / std::max(1e-9, spanY), (W - 2 * mx) / std::max(1e-9, spanX));
+    minX = x0, minY = y0;
+    ox = (W - spanX * scale) * 0.5;
+    oy = (H - spanY * scale) * 0.5;
+}
+
+Pt Fig::pt(Pt model) const { return {ox + (model.x - minX) * scale, H - oy - (model.y - minY) * scale}; }
+
+std::vector<Pt> Fig::polyPoints(const std::vector<Pt>& model) const {
+    std::vector<Pt> out;
+    out.reserve(model.size());
+    for (const Pt& p : model)
+        out.push_back(pt(p));
+    return out;
+}
+
+std::string Fig::captionText() const {
+    std::string s = title + caption;
+    if (!note.empty()) s += (s.empty() ? "" : " ") + note;
+    return s;
+}
+
+namespace {
+
+// The anchor of a label that sits on the side a normal points to.
+std::string_view anchorFor(double nx) {
+    if (std::fabs(nx) < 0.3) return "middle";
+    return nx > 0 ? "start" : "end";
+}
+
+double angleOf(Pt from, Pt to) { return std::atan2(-(to.y - from.y), to.x - from.x) / kDeg; }
+
+} // namespace
+
+namespace {
+
+struct EdgeLabel {
+    double x = 0, y = 0;
+    std::string_view anchor = "middle";
+    double x0 = 0, y0 = 0, x1 = 0, y1 = 0; // estimated extent
+};
+
+// At the edge's middle, on the side away from the centroid, anchored by the
+// outward normal.
+EdgeLabel edgeLabel(Pt a, Pt b, Pt c, const FigEdge& e) {
+    const Pt mid{(a.x + b.x) / 2, (a.y + b.y) / 2};
+    const double len = std::hypot(b.x - a.x, b.y - a.y);
+    double nx = 0, ny = -1;
+    if (len > 1e-9) nx = -(b.y - a.y) / len, ny = (b.x - a.x) / len;
+    if (nx * (mid.x - c.x) + ny * (mid.y - c.y) < 0) nx = -nx, ny = -ny;
+    const TextStyle st = textStyle(e.cls);
+    const double gap = 8 + 0.5 * st.size * std::fabs(ny);
+    EdgeLabel l;
+    l.x = mid.x + nx * gap, l.y = mid.y + ny * gap;
+    l.anchor = anchorFor(nx);
+    const double w = textWidth(e.text, e.cls);
+    l.x0 = l.anchor == "middle" ? l.x - w / 2 : l.anchor == "end" ? l.x - w : l.x;
+    l.x1 = l.x0 + w;
+    l.y0 = l.y - st.size * 0.6, l.y1 = l.y + st.size * 0.6;
+    return l;
+}
+
+Pt centroidOf(const Fig& fig) {
+    Pt c;
+    for (const Pt& p : fig.pts)
+        c.x += p.x / fig.pts.size(), c.y += p.y / fig.pts.size();
+    return c;
+}
+
+} // namespace
+
+FigureOut drawFig(Fig& fig) {
+    if (!fig.custom) fig.W = 460, fig.H = 280, fig.mx = 90, fig.my = 36;
+    const auto valid = [&](int i) { return i >= 0 && static_cast<size_t>(i) < fig.pts.size(); };
+    // A long label may not fit in the margin: the drawing shrinks until the
+    // side labels stay inside the figure.
+    for (int round = 0; round < 4; ++round) {
+        fig.fit();
+        const Pt c = fig.pt(centroidOf(fig));
+        double over = 0, overY = 0;
+        for (const FigEdge& e : fig.edges) {
+            if (!valid(e.a) || !valid(e.b) || e.text.empty()) continue;
+            const EdgeLabel l = edgeLabel(fig.pt(fig.pts[e.a]), fig.pt(fig.pts[e.b]), c, e);
+            over = std::max({over, 4 - l.x0, l.x1 - (fig.W - 4)});
+            overY = std::max({overY, 4 - l.y0, l.y1 - (fig.H - 4)});
+        }
+        if (over <= 0 && overY <= 0) break;
+        if (over > 0) fig.mx = std::min(fig.mx + over + 2, fig.W / 2.0 - 10);
+        if (overY > 0) fig.my = std::min(fig.my + overY + 2, fig.H / 2.0 - 10);
+    }
+    const Pt c = fig.pt(centroidOf(fig));
+    const std::vector<Pt> screen = fig.polyPoints(fig.pts);
+    fig.setBounds(fig.W, fig.H);
+
+    if (fig.strokeShape && screen.size() >= 2) fig.polygon(screen, "shape");
+    if (fig.preDraw) fig.preDraw(fig, c);
+    for (const FigEdge& e : fig.edges)
+        if (valid(e.a) && valid(e.b) && e.cls.find("hl") != std::string::npos)
+            fig.line(screen[e.a].x, screen[e.a].y, screen[e.b].x, screen[e.b].y, "hlL");
+    if (fig.inner) fig.text(c.x, c.y, fig.inner->text, "middle", fig.inner->cls);
+
+    for (const FigMark& m : fig.marks) {
+        const Pt p = fig.pt(m.p);
+        fig.circle(p.x, p.y, 3.5, "node");
+        double dx = p.x - c.x, dy = p.y - c.y;
+        const double len = std::hypot(dx, dy);
+        if (len < 1e-9) dx = 0, dy = -1;
+        else dx /= len, dy /= len;
+        if (!m.label.empty()) fig.text(p.x + dx * 26, p.y + dy * 26, m.label, "middle", m.cls);
+    }
+
+    for (const FigEdge& e : fig.edges) {
+        if (!valid(e.a) || !valid(e.b) || e.text.empty()) continue;
+        const EdgeLabel l = edgeLabel(screen[e.a], screen[e.b], c, e);
+        fig.text(l.x, l.y, e.text, l.anchor, e.cls);
+    }
+
+    for (const FigAngle& an : fig.angles) {
+        if (!valid(an.vertex) || !valid(an.from) || !valid(an.to)) continue;
+        const Pt v = screen[an.vertex];
+        double a0 = angleOf(v, screen[an.from]), a1 = angleOf(v, screen[an.to]);
+        // The interior: the shorter way round.
+        if (a1 - a0 > 180) a1 -= 360;
+        if (a0 - a1 > 180) a1 += 360;
+        const double mid = (a0 + a1) / 2 * kDeg;
+        const double ux = std::cos(mid), uy = -std::sin(mid);
+        if (an.square) {
+            const double s = 12;
+            const double e0x = std::cos(a0 * kDeg) * s, e0y = -std::sin(a0 * kDeg) * s;
+            const double e1x = std::cos(a1 * kDeg) * s, e1y = -std::sin(a1 * kDeg) * s;
+            fig.polyline({{v.x + e0x, v.y + e0y}, {v.x + e0x + e1x, v.y + e0y + e1y}, {v.x + e1x, v.y + e1y}},
+                         "thin");
+        } else {
+            fig.arc(v.x, v.y, an.radius, std::min(a0, a1), std::max(a0, a1), "ang");
+        }
+        if (!an.label.empty()) {
+            const double r = an.radius * 1.35 + 8;
+            fig.text(v.x + ux * r, v.y + uy * r, an.label, std::fabs(ux) < 0.5 ? "middle" : ux > 0 ? "start" : "end",
+                     "angt " + an.cls);
+        }
+    }
+    if (fig.postDraw) fig.postDraw(fig, c);
+    return {fig.body(), fig.W, fig.H, fig.captionText()};
+}
+
+// ---- Chart ----
+
+double tickStep(double span, int most) {
+    if (!(span > 0) || !std::isfinite(span)) return 1;
+    const double raw = span / most;
+    const double p = std::pow(10.0, std::floor(std::log10(raw)));
+    for (double m : {1.0, 2.5, 5.0, 10.0})
+        if (m * p >= raw) return m * p;
+    return 10 * p;
+}
+
+FigureOut drawAxes(const AxesSpec& spec) {
+    Canvas cv;
+    cv.setBounds(spec.W, spec.H);
+    double y0 = spec.y0, y1 = spec.y1, x0 = spec.x0, x1 = spec.x1;
+    if (!(x1 > x0)) x0 = 0, x1 = 1;
+    if (!(y1 > y0)) y0 = -1, y1 = 1;
+    // Room above and below the curves.
+    const double midY = (y0 + y1) / 2, halfY = (y1 - y0) / 2 * 1.18;
+    y0 = midY - halfY, y1 = midY + halfY;
+    const double pw = spec.W - spec.left - spec.right, ph = spec.H - spec.top - spec.bottom;
+    const auto map = [&](Pt p) -> Pt {
+        return {spec.left + (p.x - x0) / (x1 - x0) * pw, spec.top + (y1 - p.y) / (y1 - y0) * ph};
+    };
+
+    const double sx = tickStep(x1 - x0, 8), sy = tickStep(y1 - y0, 6);
+    for (double t = std::ceil(x0 / sx) * sx; t <= x1 + 1e-9 * sx; t += sx) {
+        const Pt a = map({t, y0}), b = map({t, y1});
+        cv.line(a.x, a.y, b.x, b.y, "grid");
+        cv.text(a.x, a.y + 12, fmtNumber(t) + spec.xUnit, "middle", "tick tbig");
+    }
+    for (double t = std::ceil(y0 / sy) * sy; t <= y1 + 1e-9 * sy; t += sy) {
+        const Pt a = map({x0, t}), b = map({x1, t});
+        cv.line(a.x, a.y, b.x, b.y, "grid");
+        cv.text(a.x - 6, a.y, fmtNumber(std::fabs(t) < 1e-9 * sy ? 0.0 : t), "end", "tick tbig");
+    }
+    // The axes through the origin, or along the edge when it is outside.
+    const double ax = std::clamp(0.0, x0, x1), ay = std::clamp(0.0, y0, y1);
+    Pt a = map({x0, ay}), b = map({x1, ay});
+    cv.line(a.x, a.y, b.x, b.y, "axis");
+    a = map({ax, y0}), b = map({ax, y1});
+    cv.line(a.x, a.y, b.x, b.y, "axis");
+
+    for (const AxesSpec::Curve& curve : spec.curves) {
+        std::vector<Pt> pts;
+        pts.reserve(curve.points.size());
+        for (const Pt& p : curve.points)
+            pts.push_back(map(p));
+        cv.polyline(pts, curve.cls + " ln");
+    }
+    if (!spec.xLabel.empty()) cv.text(spec.W - spec.right, map({x1, ay}).y - 12, spec.xLabel, "end", "mut");
+    if (!spec.yLabel.empty()) cv.text(map({ax, y1}).x + 8, spec.top + 2, spec.yLabel, "start", "mut");
+    if (spec.overlay) spec.overlay(cv, map);
+    return {cv.body(), spec.W, spec.H, {}};
+}
+
+} // namespace fl

@@ -1,0 +1,206 @@
+// The palette of figures, the number rule and the class words.
+#include "fl/fig/style.h"
+
+#include <charconv>
+#include <cmath>
+
+namespace fl {
+
+namespace {
+
+FigColors& current() {
+    static FigColors c = lightFigColors();
+    return c;
+}
+
+bool hasWord(std::string_view cls, std::string_view word) {
+    size_t i = 0;
+    while (i < cls.size()) {
+        while (i < cls.size() && cls[i] == ' ')
+            ++i;
+        size_t j = i;
+        while (j < cls.size() && cls[j] != ' ')
+            ++j;
+        if (cls.substr(i, j - i) == word) return true;
+        i = j;
+    }
+    return false;
+}
+
+// Advance widths of the interface face (Noto Sans, where Segoe UI is absent;
+// the two are close) in thousandths of the size, for ASCII 32…126.
+constexpr short kAscii[95] = {
+    260, 269, 408, 646, 572, 831, 732, 225, 300, 300, 551, 572, 268, 322, 268, 372, 572, 572, 572,
+    572, 572, 572, 572, 572, 572, 572, 268, 268, 572, 572, 572, 434, 899, 639, 650, 632, 730, 556,
+    519, 728, 741, 339, 273, 619, 524, 907, 760, 781, 605, 781, 622, 549, 556, 731, 600, 930, 586,
+    566, 572, 329, 372, 329, 572, 444, 281, 561, 615, 480, 615, 564, 344, 615, 618, 258, 258, 534,
+    258, 935, 618, 605, 615, 615, 413, 479, 361, 618, 508, 786, 529, 510, 470, 380, 551, 380, 572};
+
+struct Wide {
+    char32_t c;
+    short w;
+};
+constexpr Wide kOther[] = {
+    {U'Æ', 881}, {U'Ø', 781}, {U'Å', 639}, {U'æ', 864}, {U'ø', 605}, {U'å', 561}, {U'é', 564},
+    {U'φ', 725}, {U'Ω', 782}, {U'µ', 623}, {U'μ', 623}, {U'√', 637}, {U'−', 838}, {U'·', 268},
+    {U'°', 428}, {U'²', 350}, {U'³', 350}, {U'±', 572}, {U'≈', 838}, {U'∠', 896}, {U'π', 659},
+    {U'Δ', 581}, {U'δ', 604}, {U'ρ', 605}, {U'∞', 833}, {U'⁻', 338}, {U'¹', 350}, {U'×', 572},
+    {U'–', 500}, {U'…', 791}, {U'½', 771}, {U'θ', 595}, {U'α', 615}, {U'β', 631}, {U'ω', 782},
+    {U'λ', 542}, {U'Σ', 570}, {U'∼', 838}, {U'∿', 838}, {U'⁰', 350}, {U'⁴', 350}, {U'⁵', 350},
+    {U'⁶', 350}, {U'⁷', 350}, {U'⁸', 350}, {U'⁹', 350}};
+
+int advance(char32_t c) {
+    if (c >= 32 && c < 127) return kAscii[c - 32];
+    for (const Wide& w : kOther)
+        if (w.c == c) return w.w;
+    return 620; // a wide-ish guess, so that an unknown letter never overflows its room
+}
+
+// Decodes one UTF-8 sequence at `i`, moving past it.
+char32_t nextChar(std::string_view s, size_t& i) {
+    const unsigned char b = static_cast<unsigned char>(s[i]);
+    int len = b < 0x80 ? 1 : b < 0xE0 ? 2 : b < 0xF0 ? 3 : 4;
+    if (i + len > s.size()) len = 1;
+    char32_t c = len == 1 ? b : len == 2 ? (b & 0x1F) : len == 3 ? (b & 0x0F) : (b & 0x07);
+    for (int k = 1; k < len; ++k)
+        c = (c << 6) | (static_cast<unsigned char>(s[i + k]) & 0x3F);
+    i += len;
+    return c;
+}
+
+} // namespace
+
+const FigColors& lightFigColors() {
+    static const FigColors c{{"#f3f5f8", "#ffffff", "#1b1f24", "#5d6672", "#d3d9e1", "#2457d6", "#e7edfc",
+                              "#1a7f37", "#c62828", "#ffffff", "#eef1f5", "#0b7a75", "#d9480f", "#7048e8",
+                              "#2b8a3e"},
+                             false};
+    return c;
+}
+
+const FigColors& figColors() { return current(); }
+void setFigColors(const FigColors& colors) { current() = colors; }
+
+void appendNum(std::string& out, double v) {
+    if (!std::isfinite(v)) {
+        out += '0';
+        return;
+    }
+    const double x = std::round(10.0 * v) / 10.0;
+    char buf[40];
+    const bool whole = x == std::floor(x);
+    const auto r = std::to_chars(buf, buf + sizeof buf, x, std::chars_format::fixed, whole ? 0 : 1);
+    out.append(buf, r.ptr);
+}
+
+std::string num(double v) {
+    std::string s;
+    appendNum(s, v);
+    return s;
+}
+
+std::string shapeAttrs(std::string_view cls) {
+    const FigColors& c = figColors();
+    const auto col = [&](int slot) { return c.slot[static_cast<size_t>(slot)]; };
+    std::string fill = "none", stroke, width, extra;
+    const auto has = [&](std::string_view w) { return hasWord(cls, w); };
+
+    // Checked in this order; a later word overrides what an earlier one set.
+    if (has("shape")) fill = col(6), stroke = col(2), width = "2", extra += " stroke-linejoin=\"round\"";
+    if (has("ln")) fill = "none", stroke = col(2), width = "2";
+    if (has("hlL") || has("hlArc")) fill = "none", stroke = col(5), width = "4.5", extra += " stroke-linecap=\"round\"";
+    if (has("thin")) fill = "none", stroke = col(3), width = "1.3";
+    if (has("dash")) fill = "none", stroke = col(3), width = "1.5", extra += " stroke-dasharray=\"5 4\"";
+    if (has("axis")) fill = "none", stroke = col(3), width = "1";
+    if (has("grid")) fill = "none", stroke = col(4), width = "1";
+    if (has("ang")) fill = "none", stroke = col(5), width = "1.6";
+    if (has("node")) fill = col(2);
+    if (has("wire")) fill = "none", stroke = col(2), width = "2", extra += " stroke-linejoin=\"round\"";
+    if (has("comp")) fill = col(1), stroke = col(2), width = "2";
+    if (has("gap")) fill = col(1);
+    if (has("plate")) stroke = col(2), width = has("short") ? "5" : "2.5";
+    if (has("hlc")) stroke = col(5), width = "2";
+    const bool ar = has("ar"), ah = has("ah");
+    if (ar) fill = "none", stroke = col(2), width = "2.5";
+    if (ah) fill = col(2), stroke.clear(), width.clear();
+    // The colour of an arrow: its line's stroke, its head's fill.
+    const auto arrowColour = [&](int slot) {
+        if (ar) stroke = col(slot);
+        if (ah) fill = col(slot);
+    };
+    if (has("res")) arrowColour(5);
+    if (has("cur")) arrowColour(11);
+    if (has("ref")) arrowColour(3);
+    if (has("w1")) stroke = col(11);
+    if (has("w2")) stroke = col(12);
+    for (int k = 1; k <= 4; ++k)
+        if (has("seg" + std::to_string(k))) stroke = col(10 + k);
+    if (has("coil")) fill = "none", stroke = col(2), width = "2";
+    if (has("gbox")) fill = "none", stroke = col(3), width = "1.2", extra += " stroke-dasharray=\"4 4\"";
+    if (has("gsel") && has("gbox")) stroke = col(5);
+    if (has("hsel")) fill = col(6), stroke.clear(), width.clear();
+    if (has("hsel") && has("hlc")) stroke = col(5), width = "2";
+
+    std::string out = " fill=\"" + fill + "\"";
+    if (!stroke.empty()) out += " stroke=\"" + stroke + "\"";
+    if (!stroke.empty() && !width.empty()) out += " stroke-width=\"" + width + "\"";
+    return out + extra;
+}
+
+TextStyle textStyle(std::string_view cls) {
+    TextStyle s;
+    const auto has = [&](std::string_view w) { return hasWord(cls, w); };
+    if (has("hl")) s.size = 15, s.colour = 5, s.bold = true;
+    if (has("mut")) s.size = 13.5, s.colour = 3;
+    if (has("angt")) s.size = 14;
+    if (has("vname")) s.size = 16, s.italic = true, s.bold = true;
+    if (has("sym")) s.size = 14, s.bold = true;
+    if (has("t1")) s.colour = 11, s.bold = true;
+    if (has("t2")) s.colour = 12, s.bold = true;
+    for (int k = 1; k <= 4; ++k)
+        if (has("vl" + std::to_string(k))) s.colour = 10 + k;
+    if (has("res")) s.size = 13, s.colour = 5;
+    // A current's text takes the colour of its arrow.
+    if (has("cur")) s.colour = 11;
+    if (has("tick")) s.size = has("tbig") ? 12.5 : 10.5, s.colour = 3;
+    if (has("glab")) s.size = 11.5, s.colour = has("hl") ? 5 : 3;
+    if (has("big30")) s.size = 30, s.weight = 600;
+    if (has("s16")) s.size = 16;
+    if (has("s17")) s.size = 17;
+    return s;
+}
+
+std::string textAttrs(const TextStyle& style) {
+    std::string out = " font-family=\"";
+    out += kFigFont;
+    out += "\" font-size=\"";
+    appendNum(out, style.size);
+    out += "\" fill=\"" + figColors().slot[static_cast<size_t>(style.colour)] + "\"";
+    if (style.bold) out += " font-weight=\"bold\"";
+    else if (style.weight) out += " font-weight=\"" + std::to_string(style.weight) + "\"";
+    if (style.italic) out += " font-style=\"italic\"";
+    return out;
+}
+
+double textWidth(std::string_view content, double size, bool bold) {
+    double total = 0, scale = 1;
+    for (size_t i = 0; i < content.size();) {
+        if (content.substr(i, 5) == "<sub>") {
+            scale = kSubSize, i += 5;
+            continue;
+        }
+        if (content.substr(i, 6) == "</sub>") {
+            scale = 1, i += 6;
+            continue;
+        }
+        total += advance(nextChar(content, i)) * scale;
+    }
+    return total * size / 1000.0 * (bold ? 1.05 : 1.0);
+}
+
+double textWidth(std::string_view content, std::string_view cls) {
+    const TextStyle s = textStyle(cls);
+    return textWidth(content, s.size, s.bold || s.weight >= 600);
+}
+
+} // namespace fl
