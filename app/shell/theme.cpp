@@ -4,6 +4,7 @@
 #include "app/shell/theme.h"
 
 #include "app/shell/stylesheets.h"
+#include "fl/fig/style.h"
 #include "fl/expr/replace_each.h"
 
 #include <QApplication>
@@ -79,6 +80,10 @@ void applyTheme() {
     const bool dark = mode == ThemeDark || (mode == ThemeAuto && systemPrefersDark());
     state().colors = dark ? darkColors() : lightColors();
     const ThemeColors& c = state().colors;
+    // Figures are drawn by the core, which can't see this record.
+    fl::setFigColors({{c.bg, c.panel, c.text, c.muted, c.line, c.accent, c.soft, c.ok, c.bad, c.input, c.chip,
+                       c.teal, c.orange, c.purple, c.green},
+                      c.dark});
     if (!qApp) return;
 
     QPalette pal;

@@ -8,6 +8,7 @@
 #include "fl/expr/markup.h"
 #include "fl/expr/numbers.h"
 #include "fl/expr/symbols.h"
+#include "fl/fig/formulafig.h"
 #include "fl/formulas/catalogue.h"
 #include "fl/formulas/fields.h"
 #include "fl/formulas/finderview.h"
@@ -192,7 +193,7 @@ void FormulaPage::solve() {
     solved = NAN;
     area->setProvider([this, f, values, wanted] {
         try {
-            fl::SolveResult r = fl::solveSheet(*f, values, {}, wanted);
+            fl::SolveResult r = fl::solveSheet(*f, values, {}, wanted, fl::formulaFigureMarkup);
             solved = r.value;
             return fl::takeRender(std::move(r.html));
         } catch (...) {
