@@ -1,0 +1,190 @@
+#include "fl/fig/canvas.h"
+
+#include "tests/fl/fig/svg_check.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <random>
+
+namespace fl {
+namespace {
+
+using testing::svgElements;
+using testing::svgProblem;
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+
+TEST(CanvasTest, elementsWithNumbersThatAreNotFiniteAreLeftOut) {
+    const double inf = std::numeric_limits<double>::infinity();
+    Canvas cv;
+    cv.line(0, kNaN, 1, 1, "ln");
+    cv.rect(0, 0, inf, 1, "comp");
+    cv.circle(kNaN, 0, 3, "node");
+    cv.polygon({{0, 0}, {1, kNaN}, {2, 2}}, "shape");
+    cv.arrow(0, 0, inf, 0, "cur");
+    cv.text(kNaN, 0, "U", "middle", "");
+    cv.arc(0, 0, 10, kNaN, 40, "ang");
+    EXPECT_TRUE(cv.items.empty());
+    cv.line(0, 0, 1, 1, "ln");
+    EXPECT_EQ(svgProblem(cv.document(10, 10)), "");
+}
+
+TEST(CanvasTest, aSubscriptIsItsOwnSmallerLoweredText) {
+    Canvas cv;
+    cv.text(100, 50, "U<sub>R1</sub> = 5 V", "middle", "");
+    const auto el = svgElements(cv.document(200, 100));
+    // Halo and letters for each of three runs.
+    ASSERT_EQ(el.size(), 6u);
+    const auto& u = el[3], &sub = el[4], &rest = el[5];
+    EXPECT_EQ(u.text, "U");
+    EXPECT_EQ(sub.text, "R1");
+    EXPECT_EQ(rest.text, " = 5 V");
+    EXPECT_LT(sub.num("font-size"), u.num("font-size"));
+    EXPECT_GT(sub.num("y"), u.num("y"));
+    EXPECT_EQ(rest.num("y"), u.num("y"));
+    EXPECT_LT(u.num("x"), sub.num("x"));
+    EXPECT_LT(sub.num("x"), rest.num("x"));
+    // Centred as a whole on x = 100.
+    const double width = textWidth("U<sub>R1</sub> = 5 V", 15);
+    EXPECT_NEAR(u.num("x"), 100 - width / 2, 0.1);
+}
+
+TEST(CanvasTest, textIsEscapedAndKeepsItsSpaces) {
+    Canvas cv;
+    cv.text(10, 10, "a < b & c", "start", "");
+    const auto el = svgElements(cv.document(100, 20));
+    ASSERT_EQ(el.size(), 2u);
+    EXPECT_EQ(el[1].text, "a < b & c");
+    EXPECT_EQ(el[1].attrs.at("xml:space"), "preserve");
+}
+
+TEST(CanvasTest, aTextThatWouldCrossTheEdgeIsMovedInside) {
+    Canvas cv;
+    cv.setBounds(100, 40);
+    cv.text(98, 20, "langt", "start", "");
+    cv.text(2, 20, "langt", "end", "");
+    const auto el = svgElements(cv.document(100, 40));
+    const double w = textWidth("langt", 15);
+    EXPECT_LE(el[1].num("x") + w, 98.1);
+    EXPECT_GE(el[3].num("x") - w, 1.9);
+}
+
+TEST(CanvasTest, anArrowEndsInItsHeadAndAShortOneKeepsAHead) {
+    for (double len : {100.0, 8.0}) {
+        SCOPED_TRACE(len);
+        Canvas cv;
+        cv.arrow(10, 50, 10 + len, 50, "cur", 13, 9);
+        const auto el = svgElements(cv.document(200, 100));
+        ASSERT_EQ(el.size(), 2u);
+        EXPECT_EQ(el[0].tag, "line");
+        EXPECT_EQ(el[1].tag, "polygon");
+        // The head's tip is the arrow's end; the line stops at the head's base.
+        EXPECT_EQ(el[1].attrs.at("points").substr(0, el[1].attrs.at("points").find(' ')), num(10 + len) + ",50");
+        EXPECT_LT(el[0].num("x2"), 10 + len);
+        EXPECT_GT(el[0].num("x2"), 10);
+    }
+}
+
+// Mapped points of a fitted polygon stay inside the margins, the drawing is
+// centred and undistorted.
+TEST(FigTest, aFittedPolygonIsCentredInsideItsMarginsAndUndistorted) {
+    std::mt19937 rng(3);
+    std::uniform_real_distribution<double> coord(-1e3, 1e3);
+    for (int round = 0; round < 200; ++round) {
+        Fig fig;
+        const int n = 2 + round % 5;
+        for (int k = 0; k < n; ++k)
+            fig.pts.push_back({coord(rng), coord(rng) * (round % 3 == 0 ? 1e-3 : 1)});
+        fig.W = 460, fig.H = 280, fig.mx = 90, fig.my = 36;
+        fig.fit();
+        double x0 = 1e9, x1 = -1e9, y0 = 1e9, y1 = -1e9;
+        for (const Pt& p : fig.polyPoints(fig.pts)) {
+            x0 = std::min(x0, p.x), x1 = std::max(x1, p.x), y0 = std::min(y0, p.y), y1 = std::max(y1, p.y);
+        }
+        EXPECT_GE(x0, 90 - 1e-6);
+        EXPECT_LE(x1, 370 + 1e-6);
+        EXPECT_GE(y0, 36 - 1e-6);
+        EXPECT_LE(y1, 244 + 1e-6);
+        EXPECT_NEAR((x0 + x1) / 2, 230, 1e-6);
+        EXPECT_NEAR((y0 + y1) / 2, 140, 1e-6);
+        // One scale in both directions: a model distance keeps its ratio.
+        const Pt a = fig.pt(fig.pts[0]), b = fig.pt(fig.pts[1]);
+        EXPECT_NEAR(std::hypot(b.x - a.x, b.y - a.y),
+                    std::hypot(fig.pts[1].x - fig.pts[0].x, fig.pts[1].y - fig.pts[0].y) * fig.scale,
+                    1e-6 * std::max(1.0, fig.scale));
+    }
+}
+
+TEST(FigTest, aPolygonOfOnePointOrNoneIsStillCentred) {
+    for (const std::vector<Pt>& pts : {std::vector<Pt>{{5, 5}, {5, 5}, {5, 5}}, std::vector<Pt>{}}) {
+        Fig fig;
+        fig.pts = pts;
+        const FigureOut out = drawFig(fig);
+        if (!pts.empty()) {
+            const Pt p = fig.pt(pts[0]);
+            EXPECT_NEAR(p.x, 230, 1e-6);
+            EXPECT_NEAR(p.y, 140, 1e-6);
+        }
+        EXPECT_EQ(out.w, 460);
+        EXPECT_EQ(out.h, 280);
+    }
+}
+
+// Long side labels shrink the drawing rather than leave the figure.
+TEST(FigTest, sideLabelsStayInsideTheFigure) {
+    std::mt19937 rng(5);
+    std::uniform_real_distribution<double> coord(0, 10);
+    for (int round = 0; round < 100; ++round) {
+        Fig fig;
+        fig.pts = {{0, 0}, {coord(rng) + 1, 0}, {coord(rng), coord(rng) + 0.5}};
+        const std::string label = "X<sub>L</sub> − X<sub>C</sub> = 123456,78 Ω";
+        fig.edges = {{0, 1, label, "hl"}, {1, 2, label, ""}, {2, 0, label, ""}};
+        const FigureOut out = drawFig(fig);
+        ASSERT_EQ(svgProblem(svgDocument(out)), "");
+        for (const auto& e : svgElements(svgDocument(out))) {
+            if (e.tag != "text") continue;
+            EXPECT_GE(e.num("x"), 0);
+            EXPECT_LE(e.num("x"), 460);
+            EXPECT_GE(e.num("y"), 0);
+            EXPECT_LE(e.num("y"), 280);
+        }
+    }
+}
+
+TEST(FigTest, aSoughtSideIsDrawnAgainHighlighted) {
+    Fig fig;
+    fig.pts = {{0, 0}, {4, 0}, {4, 3}};
+    fig.edges = {{0, 1, "a = 4", ""}, {1, 2, "b = 3", "hl"}, {0, 2, "c", ""}};
+    const std::string svg = svgDocument(drawFig(fig));
+    EXPECT_EQ(svgProblem(svg), "");
+    int highlighted = 0;
+    for (const auto& e : svgElements(svg))
+        if (e.tag == "line" && e.attrs.count("stroke-width") && e.attrs.at("stroke-width") == "4.5") ++highlighted;
+    EXPECT_EQ(highlighted, 1);
+}
+
+TEST(AxesTest, tickStepsAreOneTwoAndAHalfFiveOrTenTimesAPowerOfTen) {
+    const struct {
+        double span, step;
+    } rows[] = {{13, 1}, {1.3, 0.1}, {30, 2.5}, {60, 5}, {100, 10}, {0.004, 0.0005}, {0, 1}};
+    for (const auto& r : rows) {
+        SCOPED_TRACE(r.span);
+        EXPECT_NEAR(tickStep(r.span), r.step, 1e-12);
+    }
+}
+
+TEST(AxesTest, aChartWithCurvesIsWellFormed) {
+    AxesSpec spec;
+    spec.x0 = 0, spec.x1 = 20, spec.y0 = -325, spec.y1 = 325;
+    AxesSpec::Curve c;
+    c.cls = "w1";
+    for (int k = 0; k <= 50; ++k)
+        c.points.push_back({k * 0.4, 325 * std::sin(k * 0.4 * 0.314)});
+    spec.curves.push_back(c);
+    EXPECT_EQ(svgProblem(svgDocument(drawAxes(spec))), "");
+}
+
+} // namespace
+} // namespace fl

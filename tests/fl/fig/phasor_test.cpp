@@ -1,0 +1,221 @@
+#include "fl/fig/phasor.h"
+
+#include "fl/circuit/forward.h"
+#include "fl/fig/triangles.h"
+#include "tests/fl/circuit/trees.h"
+#include "tests/fl/fig/svg_check.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <complex>
+#include <random>
+#include <sstream>
+
+namespace fl {
+namespace {
+
+using testing::group;
+using testing::leaf;
+using testing::svgElements;
+using testing::svgProblem;
+
+constexpr double kDeg = 0.017453292519943295;
+
+struct Arrow {
+    double x1, y1, x2, y2; // tail and tip, on the screen
+    double length() const { return std::hypot(x2 - x1, y2 - y1); }
+    double angle() const { return std::atan2(-(y2 - y1), x2 - x1); } // y up
+};
+
+// Arrows as drawn: a line followed by its head, whose first point is the tip.
+std::vector<Arrow> arrowsOf(const std::string& svg) {
+    const auto el = svgElements(svg);
+    std::vector<Arrow> out;
+    for (size_t i = 0; i + 1 < el.size(); ++i) {
+        if (el[i].tag != "line" || el[i + 1].tag != "polygon" || el[i].attrs.at("fill") != "none") continue;
+        if (!el[i].has("stroke-width") || el[i].attrs.at("stroke-width") != "2.5") continue;
+        const std::string& pts = el[i + 1].attrs.at("points");
+        const size_t comma = pts.find(','), space = pts.find(' ');
+        out.push_back({el[i].num("x1"), el[i].num("y1"), testing::svgNum(pts.substr(0, comma)),
+                       testing::svgNum(pts.substr(comma + 1, space - comma - 1))});
+    }
+    return out;
+}
+
+double wrap(double a) {
+    while (a > M_PI)
+        a -= 2 * M_PI;
+    while (a < -M_PI)
+        a += 2 * M_PI;
+    return a;
+}
+
+// Each arrow of a part and of the sum stands for its phasor: one scale for
+// all, the angle from forward's phasors relative to the reference, to within
+// 0.5°. The reference is drawn first, horizontally.
+void checkScene(const std::string& svg, const std::vector<std::complex<double>>& parts, std::complex<double> sum,
+                std::complex<double> reference) {
+    ASSERT_EQ(svgProblem(svg), "");
+    const std::vector<Arrow> arrows = arrowsOf(svg);
+    ASSERT_EQ(arrows.size(), parts.size() + 2);
+    EXPECT_NEAR(arrows[0].angle(), 0, 1e-9);
+    std::vector<std::complex<double>> want = parts;
+    want.push_back(sum);
+    const double longest = std::abs(*std::max_element(want.begin(), want.end(), [](auto a, auto b) {
+        return std::abs(a) < std::abs(b);
+    }));
+    const double scale = arrows.back().length() / std::abs(sum);
+    for (size_t k = 0; k < want.size(); ++k) {
+        SCOPED_TRACE(k);
+        const Arrow& a = arrows[k + 1];
+        // Coordinates are rounded to 0.1 px; a short arrow carries that error.
+        EXPECT_NEAR(a.length(), std::abs(want[k]) * scale, 0.2 + 1e-3 * longest * scale);
+        if (a.length() > 20)
+            EXPECT_NEAR(wrap(a.angle() - (std::arg(want[k]) - std::arg(reference))), 0, 0.5 * kDeg);
+    }
+}
+
+TEST(PhasorTest, currentArrowsFollowTheForwardPassOfRandomParallels) {
+    std::mt19937 rng(23);
+    const auto part = [&] { return leaf(std::string(1, "RLC"[rng() % 3])); };
+    for (int round = 0; round < 150; ++round) {
+        // Branches of one part or of two in series, under the root.
+        std::vector<CNodePtr> branches;
+        for (int b = 0, n = 2 + round % 4; b < n; ++b)
+            branches.push_back(rng() % 3 ? part() : group("S", {part(), part()}));
+        const CNodePtr root = testing::makeRoot({group("P", branches)});
+        Values values{{"U", testing::logUniform(rng, 5, 500)}, {"f", 50}};
+        walk(root, [&](const CNodePtr& n) {
+            if (n->k == "R") values[n->name] = testing::logUniform(rng, 1, 1000);
+            if (n->k == "L") values[n->name] = testing::logUniform(rng, 0.005, 1);
+            if (n->k == "C") values[n->name] = testing::logUniform(rng, 1e-6, 1e-4);
+        });
+        SCOPED_TRACE(testing::outline(root));
+        const auto ph = phasors(root, values, true);
+        const CNodePtr p = root->ch[0];
+        std::vector<std::complex<double>> parts;
+        for (const CNodePtr& c : p->ch)
+            parts.push_back(ph.at(c->id).i);
+        checkScene(svgDocument(drawVectors(currentScene(root, values, true))), parts, ph.at(p->id).i,
+                   ph.at(p->id).u);
+    }
+}
+
+TEST(PhasorTest, voltageArrowsFollowTheForwardPassOfRandomSeries) {
+    std::mt19937 rng(29);
+    for (int round = 0; round < 150; ++round) {
+        testing::RandomCircuit rc = testing::randomCircuit(rng, 2 + round % 6, 3, true);
+        if (rc.root->ch.size() < 2) continue;
+        SCOPED_TRACE(testing::outline(rc.root));
+        const auto ph = phasors(rc.root, rc.values, true);
+        std::vector<std::complex<double>> parts;
+        for (const CNodePtr& c : rc.root->ch)
+            parts.push_back(ph.at(c->id).u);
+        checkScene(svgDocument(drawVectors(voltageScene(rc.root, rc.values, true))), parts, ph.at("root").u,
+                   ph.at("root").i);
+    }
+}
+
+TEST(PhasorTest, noSceneWithoutAGroupOrWithoutTheValuesItNeeds) {
+    const CNodePtr single = testing::makeRoot({leaf("R")});
+    EXPECT_TRUE(currentScene(single, {{"U", 10}, {"R1", 5}}, true).vectors.empty());
+    const CNodePtr par = testing::makeRoot({group("P", {leaf("R"), leaf("C")})});
+    EXPECT_TRUE(currentScene(par, {{"U", 10}, {"R1", 5}}, true).vectors.empty()); // C1 missing
+    EXPECT_TRUE(drawVectors(VectorScene{}).empty());
+}
+
+TEST(PhasorTest, aVectorTooShortForTheScaleIsLeftOut) {
+    VectorScene sc;
+    sc.vectors = {{{0, 0}, {1, 0}, "ref", "U", "", false}, {{0, 0}, {1e-14, 0}, "cur", "I", "", false}};
+    const std::string svg = svgDocument(drawVectors(sc));
+    EXPECT_EQ(svgProblem(svg), "");
+    EXPECT_EQ(arrowsOf(svg).size(), 1u);
+}
+
+// The triangles of solved series circuits close with a right angle at the
+// foot, and show the true angle where it is readable.
+TEST(TriangleTest, circuitTrianglesCloseAndKeepTheirAngleWhereReadable) {
+    std::mt19937 rng(31);
+    int faithful = 0, adjusted = 0;
+    for (int round = 0; round < 200; ++round) {
+        testing::RandomCircuit rc = testing::randomCircuit(rng, 1 + round % 4, 1, true);
+        Values v = forward(rc.root, rc.values, true);
+        const double X = v.at("X_tot"), R = v.at("R_tot");
+        // Resistors only, or no resistor at all: no triangle.
+        if (std::fabs(X) < 1e-9 * R || R < 1e-9 * std::fabs(X)) continue;
+        const double trueDeg = std::atan(std::fabs(X) / R) / kDeg;
+        for (const char* which : {"Z", "U", "I", "Ibook", "S"}) {
+            SCOPED_TRACE(std::string(which) + " in " + testing::outline(rc.root));
+            const FigureOut f = circuitTriangle(which, rc.root, v);
+            ASSERT_FALSE(f.empty());
+            const std::string svg = svgDocument(f);
+            ASSERT_EQ(svgProblem(svg), "");
+            std::vector<std::pair<double, double>> pts;
+            for (const auto& e : svgElements(svg))
+                if (e.tag == "polygon" && pts.empty()) {
+                    std::stringstream ss(e.attrs.at("points"));
+                    for (std::string p; ss >> p;)
+                        pts.push_back({testing::svgNum(p.substr(0, p.find(','))), testing::svgNum(p.substr(p.find(',') + 1))});
+                }
+            ASSERT_EQ(pts.size(), 3u);
+            const auto vec = [&](int a, int b) {
+                return std::pair{pts[b].first - pts[a].first, pts[b].second - pts[a].second};
+            };
+            const auto [ax, ay] = vec(1, 0);
+            const auto [bx, by] = vec(1, 2);
+            EXPECT_NEAR(ax * bx + ay * by, 0, 0.02 * std::hypot(ax, ay) * std::hypot(bx, by));
+            const double drawn = std::atan(std::hypot(bx, by) / std::hypot(ax, ay)) / kDeg;
+            EXPECT_NEAR(drawn, drawnAngle(trueDeg), 0.5);
+            const bool note = f.caption.find("ikke i målestok") != std::string::npos;
+            EXPECT_EQ(note, std::fabs(drawnAngle(trueDeg) - trueDeg) > 0.5);
+            (note ? adjusted : faithful)++;
+        }
+    }
+    EXPECT_GT(faithful, 0);
+    EXPECT_GT(adjusted, 0);
+}
+
+TEST(TriangleTest, noTriangleWithoutAReactiveSide) {
+    const CNodePtr root = testing::makeRoot({leaf("R")});
+    EXPECT_TRUE(circuitTriangle("Z", root, {{"R_tot", 10}, {"X_tot", 0}, {"U", 10}}).empty());
+    EXPECT_TRUE(circuitTriangle("U", root, {{"R_tot", 10}, {"X_tot", 1e-13}, {"U", 10}}).empty());
+    EXPECT_TRUE(circuitTriangle("Z", root, {{"R_tot", 10}}).empty());
+}
+
+TEST(TriangleTest, theReactiveSideOfTheCurrentPointsDownForACoil) {
+    const CNodePtr root = testing::makeRoot({leaf("R"), leaf("L")});
+    const Values coil{{"R_tot", 10}, {"X_tot", 10}, {"U", 100}};
+    const Values cap{{"R_tot", 10}, {"X_tot", -10}, {"U", 100}};
+    const auto third = [](const FigureOut& f) {
+        for (const auto& e : svgElements(svgDocument(f)))
+            if (e.tag == "polygon") {
+                std::stringstream ss(e.attrs.at("points"));
+                std::string a, b, c;
+                ss >> a >> b >> c;
+                return testing::svgNum(c.substr(c.find(',') + 1)) - testing::svgNum(b.substr(b.find(',') + 1));
+            }
+        return 0.0;
+    };
+    EXPECT_GT(third(circuitTriangle("I", root, coil)), 0); // down on the screen
+    EXPECT_LT(third(circuitTriangle("I", root, cap)), 0);
+    EXPECT_LT(third(circuitTriangle("Z", root, coil)), 0); // the coil's reactance up
+    EXPECT_GT(third(circuitTriangle("Z", root, cap)), 0);
+}
+
+TEST(TriangleTest, theBarOfASeriesIsCutInProportionToItsVoltages) {
+    const CNodePtr root = testing::makeRoot({leaf("R"), leaf("R"), leaf("R")});
+    const FigureOut f = voltageBar(root, {{"U_R1", 10}, {"U_R2", 30}, {"U_R3", 60}});
+    ASSERT_EQ(svgProblem(svgDocument(f)), "");
+    std::vector<double> widths;
+    for (const auto& e : svgElements(svgDocument(f)))
+        if (e.tag == "rect") widths.push_back(e.num("width"));
+    ASSERT_EQ(widths.size(), 3u);
+    EXPECT_NEAR(widths[1] / widths[0], 3, 0.05);
+    EXPECT_NEAR(widths[2] / widths[0], 6, 0.1);
+    EXPECT_NE(f.caption.find("tilsammen 100 V"), std::string::npos);
+    EXPECT_TRUE(voltageBar(root, {{"U_R1", 10}, {"U_R2", 30}}).empty());
+}
+
+} // namespace
+} // namespace fl

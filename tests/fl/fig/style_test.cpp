@@ -1,0 +1,115 @@
+#include "fl/fig/style.h"
+
+#include "fl/fig/canvas.h"
+#include "tests/fl/fig/svg_check.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace fl {
+namespace {
+
+// A palette that differs from the light one in every slot.
+FigColors darkish() {
+    FigColors c;
+    for (size_t i = 0; i < c.slot.size(); ++i)
+        c.slot[i] = "#10" + std::string(i < 10 ? "0" : "") + std::to_string(i) + "20";
+    c.dark = true;
+    return c;
+}
+
+class StyleTest : public ::testing::Test {
+  protected:
+    void TearDown() override { setFigColors(lightFigColors()); }
+};
+
+TEST_F(StyleTest, numbersHaveOneDecimalAPointAndNoLocale) {
+    // The suite runs under da_DK, where printf would write "3,1".
+    const struct {
+        double in;
+        const char* out;
+    } rows[] = {{3.04, "3"},         {3.16, "3.2"},  {-0.04, "-0"},   {-2.25, "-2.3"}, {0, "0"},
+                {1234567.89, "1234567.9"}, {0.05, "0.1"},  {12.96, "13"},
+                {std::numeric_limits<double>::quiet_NaN(), "0"}, {std::numeric_limits<double>::infinity(), "0"}};
+    for (const auto& r : rows) {
+        SCOPED_TRACE(r.in);
+        EXPECT_EQ(num(r.in), r.out);
+    }
+}
+
+TEST_F(StyleTest, classWordsCombineAndTheLaterWordWins) {
+    const struct {
+        const char* cls;
+        const char* attrs;
+    } rows[] = {
+        {"", " fill=\"none\""},
+        {"nonsense", " fill=\"none\""},
+        {"wire", " fill=\"none\" stroke=\"#1b1f24\" stroke-width=\"2\" stroke-linejoin=\"round\""},
+        // "coil" comes after "wire": its attributes win, the join of "wire" stays.
+        {"wire coil", " fill=\"none\" stroke=\"#1b1f24\" stroke-width=\"2\" stroke-linejoin=\"round\""},
+        {"plate", " fill=\"none\" stroke=\"#1b1f24\" stroke-width=\"2.5\""},
+        {"plate short", " fill=\"none\" stroke=\"#1b1f24\" stroke-width=\"5\""},
+        {"cur ar", " fill=\"none\" stroke=\"#0b7a75\" stroke-width=\"2.5\""},
+        {"res ah", " fill=\"#2457d6\""},
+        {"gbox gsel", " fill=\"none\" stroke=\"#2457d6\" stroke-width=\"1.2\" stroke-dasharray=\"4 4\""},
+        {"hsel", " fill=\"#e7edfc\""},
+        {"hsel hlc", " fill=\"#e7edfc\" stroke=\"#2457d6\" stroke-width=\"2\""},
+        {"dash", " fill=\"none\" stroke=\"#5d6672\" stroke-width=\"1.5\" stroke-dasharray=\"5 4\""},
+        {"seg3", " fill=\"none\" stroke=\"#7048e8\""},
+    };
+    for (const auto& r : rows) {
+        SCOPED_TRACE(r.cls);
+        EXPECT_EQ(shapeAttrs(r.cls), r.attrs);
+    }
+}
+
+TEST_F(StyleTest, textClassesSetSizeColourAndWeight) {
+    const struct {
+        const char* cls;
+        double size;
+        int colour;
+        bool bold, italic;
+    } rows[] = {{"", 15, 2, false, false},     {"hl", 15, 5, true, false},   {"mut", 13.5, 3, false, false},
+                {"vname", 16, 2, true, true},  {"tick tbig", 12.5, 3, false, false},
+                {"glab", 11.5, 3, false, false}, {"glab hl", 11.5, 5, true, false}, {"vl3", 15, 13, false, false}};
+    for (const auto& r : rows) {
+        SCOPED_TRACE(r.cls);
+        const TextStyle s = textStyle(r.cls);
+        EXPECT_EQ(s.size, r.size);
+        EXPECT_EQ(s.colour, r.colour);
+        EXPECT_EQ(s.bold, r.bold);
+        EXPECT_EQ(s.italic, r.italic);
+    }
+}
+
+TEST_F(StyleTest, theDarkPaletteChangesColoursAndTheHalo) {
+    Canvas light;
+    light.line(0, 0, 10, 10, "wire");
+    light.text(5, 5, "R", "middle", "hl");
+    setFigColors(darkish());
+    Canvas dark;
+    dark.line(0, 0, 10, 10, "wire");
+    dark.text(5, 5, "R", "middle", "hl");
+    ASSERT_EQ(light.items.size(), dark.items.size());
+    for (size_t i = 0; i < light.items.size(); ++i)
+        EXPECT_NE(light.items[i], dark.items[i]);
+    // The halo is drawn first, in the panel colour; the letters in the accent.
+    const auto halo = testing::svgElements(dark.document(20, 20));
+    ASSERT_EQ(halo.size(), 3u);
+    EXPECT_EQ(halo[1].attrs.at("stroke"), darkish().slot[1]);
+    EXPECT_EQ(halo[1].attrs.at("fill"), darkish().slot[1]);
+    EXPECT_EQ(halo[2].attrs.at("fill"), darkish().slot[5]);
+}
+
+TEST_F(StyleTest, aSubscriptIsNarrowerThanTheSameLettersOnTheLine) {
+    EXPECT_LT(textWidth("U<sub>R1</sub>", 15), textWidth("UR1", 15));
+    EXPECT_GT(textWidth("R1", 15, true), textWidth("R1", 15, false));
+    EXPECT_DOUBLE_EQ(textWidth("", 15), 0);
+    // An unknown letter counts wide, so that a label never overflows its room.
+    EXPECT_GE(textWidth("ж", 10), textWidth("n", 10));
+}
+
+} // namespace
+} // namespace fl
