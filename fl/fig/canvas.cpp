@@ -224,8 +224,6 @@ void Canvas::textAt(double x, double y, std::string_view content, std::string_vi
         else if (left + w > boundW - 2) x -= left + w - (boundW - 2);
     }
     if (boundH > 0) y = std::clamp(y, 0.6 * style.size + 1, boundH - 0.6 * style.size - 1);
-    const std::string& halo = figColors().slot[1];
-    const std::string attrs = textAttrs(style);
     const std::vector<Run> runs = runsOf(content);
     if (runs.empty()) return;
 
@@ -241,20 +239,9 @@ void Canvas::textAt(double x, double y, std::string_view content, std::string_vi
             s += a;
             s += '"';
         }
-        if (size == style.size) {
-            s += attrs;
-        } else {
-            TextStyle small = style;
-            small.size = size;
-            s += textAttrs(small);
-        }
-        if (isHalo) {
-            // The halo is the same text in the panel colour, stroked wide:
-            // drawn first, it clears lines from behind the letters.
-            const size_t f = s.find(" fill=\"");
-            s.replace(f, s.find('"', f + 7) + 1 - f, " fill=\"" + halo + "\"");
-            s += " stroke=\"" + halo + "\" stroke-width=\"4\" stroke-linejoin=\"round\"";
-        }
+        TextStyle sized = style;
+        sized.size = size;
+        s += textAttrs(sized, isHalo);
         s += '>';
         appendEscaped(s, text);
         s += "</text>";
@@ -296,7 +283,17 @@ std::string Canvas::body() const {
     return out;
 }
 
-std::string Canvas::document(int w, int h) const { return svgHead(w, h) + body() + "</svg>"; }
+std::string Canvas::document(int w, int h) const {
+    std::string out = svgHead(w, h);
+    size_t n = out.size() + 6;
+    for (const std::string& s : items)
+        n += s.size();
+    out.reserve(n);
+    for (const std::string& s : items)
+        out += s;
+    out += "</svg>";
+    return out;
+}
 
 std::string svgDocument(const FigureOut& fig) {
     if (fig.empty()) return {};

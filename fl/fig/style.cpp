@@ -2,6 +2,8 @@
 #include "fl/fig/style.h"
 
 #include <charconv>
+#include <cstdint>
+#include <unordered_map>
 #include <cmath>
 
 namespace fl {
@@ -12,6 +14,21 @@ FigColors& current() {
     static FigColors c = lightFigColors();
     return c;
 }
+
+// Attribute texts by class word and by font, built once per palette: a
+// schematic asks for the same few hundred times.
+struct AttrCache {
+    std::unordered_map<std::string, std::string> shapes;
+    std::unordered_map<uint64_t, std::string> texts;
+};
+AttrCache& cache() {
+    static AttrCache c;
+    return c;
+}
+
+std::string buildShapeAttrs(std::string_view cls);
+TextStyle buildTextStyle(std::string_view cls);
+std::string buildTextAttrs(const TextStyle& style, bool halo);
 
 bool hasWord(std::string_view cls, std::string_view word) {
     size_t i = 0;
@@ -79,7 +96,11 @@ const FigColors& lightFigColors() {
 }
 
 const FigColors& figColors() { return current(); }
-void setFigColors(const FigColors& colors) { current() = colors; }
+void setFigColors(const FigColors& colors) {
+    current() = colors;
+    cache().shapes.clear();
+    cache().texts.clear();
+}
 
 void appendNum(std::string& out, double v) {
     if (!std::isfinite(v)) {
@@ -99,7 +120,16 @@ std::string num(double v) {
     return s;
 }
 
-std::string shapeAttrs(std::string_view cls) {
+const std::string& shapeAttrs(std::string_view cls) {
+    auto& shapes = cache().shapes;
+    const std::string key(cls);
+    if (auto it = shapes.find(key); it != shapes.end()) return it->second;
+    return shapes.emplace(key, buildShapeAttrs(cls)).first->second;
+}
+
+namespace {
+
+std::string buildShapeAttrs(std::string_view cls) {
     const FigColors& c = figColors();
     const auto col = [&](int slot) { return c.slot[static_cast<size_t>(slot)]; };
     std::string fill = "none", stroke, width, extra;
@@ -147,7 +177,18 @@ std::string shapeAttrs(std::string_view cls) {
     return out + extra;
 }
 
+} // namespace
+
 TextStyle textStyle(std::string_view cls) {
+    static std::unordered_map<std::string, TextStyle> known;
+    const std::string key(cls);
+    if (auto it = known.find(key); it != known.end()) return it->second;
+    return known.emplace(key, buildTextStyle(cls)).first->second;
+}
+
+namespace {
+
+TextStyle buildTextStyle(std::string_view cls) {
     TextStyle s;
     const auto has = [&](std::string_view w) { return hasWord(cls, w); };
     if (has("hl")) s.size = 15, s.colour = 5, s.bold = true;
@@ -170,17 +211,37 @@ TextStyle textStyle(std::string_view cls) {
     return s;
 }
 
-std::string textAttrs(const TextStyle& style) {
+} // namespace
+
+const std::string& textAttrs(const TextStyle& style, bool halo) {
+    const uint64_t key = static_cast<uint64_t>(std::lround(style.size * 10)) << 24 |
+                         static_cast<uint64_t>(style.colour) << 16 | static_cast<uint64_t>(style.weight) << 4 |
+                         (style.bold ? 4u : 0u) | (style.italic ? 2u : 0u) | (halo ? 1u : 0u);
+    auto& texts = cache().texts;
+    if (auto it = texts.find(key); it != texts.end()) return it->second;
+    std::string out = buildTextAttrs(style, halo);
+    return texts.emplace(key, std::move(out)).first->second;
+}
+
+namespace {
+
+std::string buildTextAttrs(const TextStyle& style, bool halo) {
+    // The halo is the same text in the panel colour, stroked wide: drawn
+    // first, it clears lines from behind the letters.
+    const std::string& fill = figColors().slot[halo ? 1 : static_cast<size_t>(style.colour)];
     std::string out = " font-family=\"";
     out += kFigFont;
     out += "\" font-size=\"";
     appendNum(out, style.size);
-    out += "\" fill=\"" + figColors().slot[static_cast<size_t>(style.colour)] + "\"";
+    out += "\" fill=\"" + fill + "\"";
     if (style.bold) out += " font-weight=\"bold\"";
     else if (style.weight) out += " font-weight=\"" + std::to_string(style.weight) + "\"";
     if (style.italic) out += " font-style=\"italic\"";
+    if (halo) out += " stroke=\"" + fill + "\" stroke-width=\"4\" stroke-linejoin=\"round\"";
     return out;
 }
+
+} // namespace
 
 double textWidth(std::string_view content, double size, bool bold) {
     double total = 0, scale = 1;

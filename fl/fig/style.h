@@ -34,8 +34,9 @@ std::string num(double v);
 void appendNum(std::string& out, double v);
 
 // ` fill=".." stroke=".." stroke-width=".."` and extras for a shape of the
-// blank-separated class words `cls`; unknown words are ignored.
-std::string shapeAttrs(std::string_view cls);
+// blank-separated class words `cls`; unknown words are ignored. Kept until
+// the palette changes.
+const std::string& shapeAttrs(std::string_view cls);
 
 // The font of a text class.
 struct TextStyle {
@@ -46,8 +47,9 @@ struct TextStyle {
     int weight = 0; // a numeric weight (600) where bold is too heavy; 0 none
 };
 TextStyle textStyle(std::string_view cls);
-// ` font-family=".." font-size=".." fill=".."` and weight or style.
-std::string textAttrs(const TextStyle& style);
+// ` font-family=".." font-size=".." fill=".."` and weight or style; for the
+// halo behind the letters, the panel colour as fill and a wide stroke.
+const std::string& textAttrs(const TextStyle& style, bool halo = false);
 
 constexpr const char* kFigFont = "'Segoe UI',system-ui,sans-serif";
 // The size of a subscript relative to its line, and how far it drops.
