@@ -4,6 +4,7 @@
 // their figures in the sheet view at text sizes 1.0 and 1.3. Also writes
 // contact sheets of nine pictures each. Run by scripts/look_figures.sh.
 //   figure_gallery OUTDIR
+#include "app/pages/circuit/circuiteditor.h"
 #include "app/sheet/sheetview.h"
 #include "app/shell/theme.h"
 #include "fl/circuit/forward.h"
@@ -19,6 +20,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QImage>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QSvgRenderer>
 #include <QTextDocument>
@@ -204,6 +206,29 @@ QImage sheetShot(const std::string& key, const std::map<std::string, double>& va
     return img;
 }
 
+// The circuit editor at `width` with the pointer over box `hover` (-1 none).
+QImage editorShot(int width, int hover, const QString& file) {
+    static fl::Circuit c = circuit(
+        "ac", {leaf("R", "47"), group("P", {group("S", {leaf("L", "0,1"), leaf("C", "47u")}), leaf("R", "100")}), leaf("A")},
+        {{"U", "230"}});
+    c.sel = c.root->ch[0]->id;
+    app::CircuitEditor editor;
+    editor.setCircuit(&c);
+    editor.resize(width, 400);
+    editor.show();
+    QApplication::processEvents();
+    if (hover >= 0) {
+        const fl::HitBox& b = editor.hitBoxes()[static_cast<size_t>(hover)];
+        const QPointF at = editor.toWidget(b.group ? QPointF(b.x + 3, b.y + 3) : QPointF(b.x + b.w / 2, b.y + b.h / 2));
+        QMouseEvent move(QEvent::MouseMove, at, editor.mapToGlobal(at), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(&editor, &move);
+    }
+    editor.resize(width, editor.minimumHeight());
+    QImage img = editor.grab().toImage();
+    img.save(file);
+    return img;
+}
+
 // All pictures of one run on pages of nine, three across, each with its name.
 void contactSheets(const std::vector<std::pair<QString, QImage>>& shots, const QString& prefix) {
     const int cellW = 470, cellH = 360, across = 3, perPage = 9;
@@ -262,6 +287,10 @@ int main(int argc, char** argv) {
                                                          dir + "/sheets/sector_" + tag + ".png")});
         }
         app::setTextScale(1.0);
+        // The editor at its natural width and squeezed, with a component and a group under the pointer.
+        sheets.push_back({"editor, component " + theme, editorShot(900, 2, dir + "/sheets/editor_" + theme + ".png")});
+        sheets.push_back({"editor, narrow, group " + theme,
+                          editorShot(420, 3, dir + "/sheets/editor_narrow_" + theme + ".png")});
         contactSheets(sheets, dir + "/sheets_" + theme + "_");
     }
     std::printf("%zu figures and 6 sheets per theme in %s\n", items.size(), qPrintable(dir));

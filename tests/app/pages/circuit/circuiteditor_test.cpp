@@ -1,0 +1,157 @@
+#include "app/pages/circuit/circuiteditor.h"
+
+#include "app/shell/theme.h"
+#include "fl/fig/style.h"
+
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include <functional>
+
+namespace {
+
+fl::CNodePtr leaf(const std::string& k) { return fl::makeNode(k); }
+
+fl::CNodePtr group(const std::string& k, std::vector<fl::CNodePtr> ch) {
+    fl::CNodePtr g = fl::makeNode(k);
+    g->ch = std::move(ch);
+    return g;
+}
+
+fl::Circuit circuitOf(std::vector<fl::CNodePtr> ch) {
+    fl::Circuit c = fl::defaultCircuit("dc");
+    c.root->ch = std::move(ch);
+    return c;
+}
+
+// R1 in series with a parallel group whose first branch is a series holding
+// another parallel group: three frames, one inside the other.
+fl::Circuit nested() {
+    return circuitOf({leaf("R"), group("P", {group("S", {leaf("R"), group("P", {leaf("R"), leaf("R")})}), leaf("R")})});
+}
+
+class CircuitEditorTest : public ::testing::Test {
+  protected:
+    void SetUp() override { app::setThemeMode(app::ThemeLight); }
+    void TearDown() override { app::setThemeMode(app::ThemeLight); }
+
+    // A point inside the box that no smaller box covers: a component's
+    // middle, or a group's frame just inside its corner.
+    static QPointF spotIn(const fl::HitBox& b) {
+        return b.group ? QPointF(b.x + 3, b.y + 3) : QPointF(b.x + b.w / 2, b.y + b.h / 2);
+    }
+};
+
+TEST_F(CircuitEditorTest, theNaturalSizeGivesTheHintUpTo880Wide) {
+    const struct {
+        const char* name;
+        int series;
+        int width, height;
+    } rows[] = {{"one resistor", 1, 230, 212}, {"ten in series", 10, 880, 147}};
+    for (const auto& r : rows) {
+        SCOPED_TRACE(r.name);
+        std::vector<fl::CNodePtr> parts;
+        for (int k = 0; k < r.series; ++k)
+            parts.push_back(leaf("R"));
+        fl::Circuit c = circuitOf(parts);
+        app::CircuitEditor editor;
+        editor.setCircuit(&c);
+        EXPECT_EQ(editor.sizeHint(), QSize(r.width, r.height));
+    }
+}
+
+// A narrow window draws the picture smaller; a click at any box, divided by
+// the same factor, still finds that box.
+TEST_F(CircuitEditorTest, aClickSelectsTheBlockUnderThePointerAtAnyWidth) {
+    fl::Circuit c = nested();
+    for (int width : {0, 320}) {
+        app::CircuitEditor editor;
+        editor.setCircuit(&c);
+        editor.resize(width ? width : static_cast<int>(std::ceil(editor.naturalWidth())), 300);
+        SCOPED_TRACE(editor.width());
+        if (width) EXPECT_LT(editor.scaleFactor(), 1);
+        else EXPECT_DOUBLE_EQ(editor.scaleFactor(), 1);
+        EXPECT_GE(editor.minimumHeight(), static_cast<int>(editor.naturalHeight() * editor.scaleFactor()));
+        ASSERT_EQ(editor.hitBoxes().size(), 8u); // five components, three frames
+        QSignalSpy spy(&editor, &app::CircuitEditor::selected);
+        for (const fl::HitBox& b : editor.hitBoxes()) {
+            QTest::mouseClick(&editor, Qt::LeftButton, {}, editor.toWidget(spotIn(b)).toPoint());
+            ASSERT_FALSE(spy.isEmpty());
+            EXPECT_EQ(spy.takeLast().at(0).toString().toStdString(), b.id);
+        }
+        // The empty corner of the drawing selects nothing.
+        QTest::mouseClick(&editor, Qt::LeftButton, {}, QPoint(2, 2));
+        ASSERT_EQ(spy.size(), 1);
+        EXPECT_EQ(spy.takeLast().at(0).toString(), QString());
+    }
+}
+
+TEST_F(CircuitEditorTest, hoverInAnInnerFrameHighlightsThatGroupAndLeavingClearsIt) {
+    fl::Circuit c = nested();
+    app::CircuitEditor editor;
+    editor.setCircuit(&c);
+    editor.resize(static_cast<int>(editor.naturalWidth()), 400);
+    editor.show();
+    const auto& hits = editor.hitBoxes();
+    for (size_t i = 0; i < hits.size(); ++i) {
+        SCOPED_TRACE(hits[i].id);
+        QTest::mouseMove(&editor, editor.toWidget(spotIn(hits[i])).toPoint());
+        EXPECT_EQ(editor.hoverIndex(), static_cast<int>(i));
+        EXPECT_EQ(editor.cursor().shape(), Qt::PointingHandCursor);
+    }
+    QTest::mouseMove(&editor, QPoint(2, 2));
+    EXPECT_EQ(editor.hoverIndex(), -1);
+    EXPECT_EQ(editor.cursor().shape(), Qt::ArrowCursor);
+    QTest::mouseMove(&editor, editor.toWidget(spotIn(hits[0])).toPoint());
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(&editor, &leave);
+    EXPECT_EQ(editor.hoverIndex(), -1);
+}
+
+// The hovered box is washed with the accent: fainter on a group than on a component.
+TEST_F(CircuitEditorTest, hoverIsFainterOnAGroupThanOnAComponent) {
+    fl::Circuit c = circuitOf({leaf("R"), group("P", {leaf("R"), leaf("R")})});
+    app::CircuitEditor editor;
+    editor.setCircuit(&c);
+    editor.resize(static_cast<int>(editor.naturalWidth()), 300);
+    editor.show();
+    const QColor panel = app::qcolor(app::colors().panel), accent = app::qcolor(app::colors().accent);
+    for (const fl::HitBox& b : editor.hitBoxes()) {
+        SCOPED_TRACE(b.id);
+        // A spot of bare background inside the box, away from the rounded corner.
+        const QPoint spot = editor.toWidget(QPointF(b.x + 12, b.y + 12)).toPoint();
+        QTest::mouseMove(&editor, editor.toWidget(spotIn(b)).toPoint());
+        const QColor got = editor.grab().toImage().pixelColor(spot);
+        const double alpha = (b.group ? 28 : 46) / 255.0;
+        EXPECT_NEAR(got.red(), panel.red() * (1 - alpha) + accent.red() * alpha, 3);
+        EXPECT_NEAR(got.green(), panel.green() * (1 - alpha) + accent.green() * alpha, 3);
+    }
+}
+
+TEST_F(CircuitEditorTest, theSelectionIsDrawnAndTheDrawingFollowsTheThemeAndEdits) {
+    fl::Circuit c = circuitOf({leaf("R"), leaf("R")});
+    c.sel = c.root->ch[1]->id;
+    app::CircuitEditor editor;
+    editor.setCircuit(&c);
+    EXPECT_NE(editor.svgText().find(app::lightColors().soft), std::string::npos) << "the selection's background";
+    EXPECT_EQ(editor.svgText().find(app::darkColors().text), std::string::npos);
+    editor.show();
+    app::setThemeMode(app::ThemeDark);
+    EXPECT_TRUE(fl::figColors().dark);
+    EXPECT_NE(editor.svgText().find(app::darkColors().text), std::string::npos);
+    EXPECT_NE(editor.svgText().find(app::darkColors().soft), std::string::npos);
+    // Hidden at the change, it catches up when shown again.
+    editor.hide();
+    app::setThemeMode(app::ThemeLight);
+    editor.show();
+    EXPECT_NE(editor.svgText().find(app::lightColors().text), std::string::npos);
+    // An edit and a refresh show the new tree.
+    fl::edit(c, "ser", "R");
+    editor.refresh();
+    EXPECT_EQ(editor.hitBoxes().size(), 3u);
+    EXPECT_EQ(editor.hitBoxes().back().id, c.sel);
+}
+
+} // namespace
