@@ -1,10 +1,12 @@
 // What a tool costs when the student presses Enter: each cable tool as a
 // whole rendering pass (reset, compute, take the images), and the equation
 // chain on the longest list the any-direction tools hand it (a symmetrical
-// load in star, ten equations, everything found from U_N, R and cos φ).
+// load in star, ten equations, everything found from U_N, R and cos φ); the
+// machine tools each on a full form, the chain tools also backwards.
 #include "fl/expr/markup.h"
 #include "fl/tools/cable.h"
 #include "fl/tools/chain.h"
+#include "fl/tools/machines.h"
 #include "fl/tools/tables.h"
 
 #include <benchmark/benchmark.h>
@@ -77,5 +79,46 @@ void chainThreePhase(benchmark::State& state) {
     }
 }
 BENCHMARK(chainThreePhase)->Unit(benchmark::kMicrosecond);
+
+void compensation(benchmark::State& state) {
+    pass(state, [] {
+        return fl::compensate({{"U", "400"}, {"f", "50"}, {"I", "40"}, {"cosphi1", "0,7"}, {"cosphi2", "0,95"}}, "Y");
+    });
+}
+BENCHMARK(compensation)->Unit(benchmark::kMicrosecond);
+
+void motorPlate(benchmark::State& state) {
+    pass(state, [] {
+        return fl::motor({{"U_N", "400"}, {"f", "50"}, {"P_2", "5,5k"}, {"I_N", "11"}, {"cosphi", "0,83"},
+                          {"nr", "1445"}, {"k_st", "7"}},
+                         true, true);
+    });
+}
+BENCHMARK(motorPlate)->Unit(benchmark::kMicrosecond);
+
+void motorBackwards(benchmark::State& state) {
+    pass(state, [] {
+        return fl::motor({{"U_N", "400"}, {"f", "50"}, {"P_2", "11k"}, {"eta", "0,9"}, {"cosphi", "0,85"},
+                          {"nr", "2930"}, {"k_st", "7"}},
+                         true, true);
+    });
+}
+BENCHMARK(motorBackwards)->Unit(benchmark::kMicrosecond);
+
+void transformer(benchmark::State& state) {
+    pass(state, [] { return fl::transformer({{"U_P", "230"}, {"n", "19"}, {"I_S", "5"}, {"NV", "2,5"}}); });
+}
+BENCHMARK(transformer)->Unit(benchmark::kMicrosecond);
+
+void threePhaseLoad(benchmark::State& state) {
+    pass(state, [] { return fl::threePhaseLoad({{"U_N", "400"}, {"R", "20"}}, false); });
+}
+BENCHMARK(threePhaseLoad)->Unit(benchmark::kMicrosecond);
+
+// An empty cos φ that P and S decide: the chain runs once more to see it.
+void threePhaseLoadBackwards(benchmark::State& state) {
+    pass(state, [] { return fl::threePhaseLoad({{"U_N", "400"}, {"P", "8k"}, {"S", "10k"}}, true); });
+}
+BENCHMARK(threePhaseLoadBackwards)->Unit(benchmark::kMicrosecond);
 
 } // namespace
