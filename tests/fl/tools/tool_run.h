@@ -23,6 +23,7 @@ struct ToolRun {
     SheetParts sheet;
     std::string notes; // the hints above the sheet
     std::string err;
+    std::string text; // the whole sheet as plain text
 };
 
 template <typename F> ToolRun runOnce(F&& tool) {
@@ -34,6 +35,7 @@ template <typename F> ToolRun runOnce(F&& tool) {
     r.notes =
         sheetText(between(r.out.html, "<div class=\"result\">", "<div class=\"card sheet\""), pass.maths);
     r.err = sheetText(r.out.err, pass.maths);
+    r.text = sheetText(r.out.html, pass.maths);
     return r;
 }
 
@@ -41,6 +43,11 @@ inline double recentValue(const ToolOut& out, const std::string& symbol) {
     for (const RecentValue& v : out.recent)
         if (v.symbol == symbol) return v.value;
     return NAN;
+}
+
+// The refusal's text without its frame.
+inline std::string refusal(const ToolOut& out) {
+    return between(out.err, "<div class=\"msg bad\">", "</div>");
 }
 
 inline double relDiff(double a, double b) {

@@ -1,0 +1,58 @@
+// The series circuit of R, L and C on an alternating voltage: every
+// quantity at once with its working (the "ac" tool), the same numbers
+// without text for the demonstration's sliders, and the demonstration's
+// pictures. Signs follow the circuit solver: the source voltage is the
+// reference, φ is positive when the circuit is inductive (the current lags).
+#pragma once
+
+#include "fl/tools/frame.h"
+
+#include <cmath>
+#include <map>
+#include <string>
+
+namespace fl {
+
+// NaN for a part that isn't there; U or I.
+struct SeriesRlc {
+    double R = NAN, L = NAN, C = NAN;
+    double f = 50;
+    double U = NAN, I = NAN;
+};
+
+struct SeriesRlcValues {
+    double omega = NAN, XL = 0, XC = 0, X = NAN, Z = NAN;
+    double U = NAN, I = NAN, UR = NAN, UL = NAN, UC = NAN;
+    double phi = NAN;                               // degrees, −90 … 90, positive when inductive
+    double cosphi = NAN, P = NAN, Q = NAN, S = NAN; // Q with the sign of φ
+    double f0 = NAN; // the resonance frequency; NaN unless both L and C are there
+};
+
+// Without text or allocation, for every slider move. Results are not finite
+// when Z is 0 or neither U nor I is given.
+SeriesRlcValues seriesRlc(const SeriesRlc& in);
+
+// Form keys R, L, C (any of them may be empty: the part isn't there), f,
+// and U or I. `values`, when given, receives every quantity of the sheet by
+// its symbol ("XL", "Z", "UR", "phi", "f_r", …).
+ToolOut acSeries(const FormMap& form, std::map<std::string, double>* values = nullptr);
+
+// "induktiv", "kapacitiv" or "ohmsk" by the sign of the reactance; below
+// 1e-12 of the impedance it counts as none.
+std::string reactiveWord(double X, double Z);
+
+// The demonstration: one setting of the sliders.
+struct DemoSetting {
+    double R = 100, L = 0.5, C = 20e-6, f = 50, U = 230;
+};
+
+// Within this fraction of f₀ the demonstration says "resonans".
+inline constexpr double kResonanceBand = 0.02;
+bool atResonance(const SeriesRlcValues& v, double f);
+
+// Slider positions 0 … steps on a logarithmic scale from lo to hi, so that
+// 1 mH and 1 H are as easy to reach.
+double sliderValue(int pos, int steps, double lo, double hi);
+int sliderPosition(double value, int steps, double lo, double hi);
+
+} // namespace fl
