@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cmath>
 #include <set>
+#include <stdexcept>
 
 namespace fl {
 
@@ -81,9 +82,11 @@ ChainResult solveChain(const std::vector<ChainEquation>& equations, std::map<std
     for (auto it = vars.begin(); it != vars.end();)
         it = std::isnan(it->second) ? vars.erase(it) : std::next(it);
 
+    std::vector<char> dropped(result.equations.size(), 0);
     for (int round = 0; round < kMaxRounds; ++round) {
         bool found = false;
         for (size_t i = 0; i < result.equations.size() && !found; ++i) {
+            if (dropped[i]) continue;
             const ChainEquation& eq = result.equations[i];
             std::string unknown;
             int count = 0;
@@ -94,7 +97,13 @@ ChainResult solveChain(const std::vector<ChainEquation>& equations, std::map<std
                 }
             if (count != 1) continue;
             StepOutcome outcome;
-            if (!workFor(eq, unknown, vars, setup, outcome)) continue;
+            try {
+                if (!workFor(eq, unknown, vars, setup, outcome)) continue;
+            } catch (const std::runtime_error&) {
+                if (!setup.skipFailed) throw;
+                dropped[i] = 1;
+                continue;
+            }
             // A negative resistance means the givens contradict each other;
             // say so and go on, so the student sees where it came from.
             // X_tot is a reactance sum and may be negative (capacitive).

@@ -52,11 +52,16 @@ struct ChainSetup {
     // The walkthrough's guard: true lets a negative resistance for this
     // symbol pass without the warning. Tools leave it empty.
     std::function<bool(const std::string&)> allowNegative = {};
+    // The walkthrough's choice: an equation whose value has no real answer
+    // (a division by zero, the root of a negative number) is dropped and its
+    // unknown left to other equations, instead of ending the whole chain.
+    bool skipFailed = false;
 };
 
 // `vars` holds the givens (an entry that is NaN counts as unknown and is
 // dropped) and grows by every quantity found. Throws std::runtime_error
-// "intet reelt svar" when a step has no real result, and the parser's texts
+// "intet reelt svar" when a step has no real result (unless `skipFailed`),
+// and the parser's texts
 // for a formula that doesn't parse.
 ChainResult solveChain(const std::vector<ChainEquation>& equations, std::map<std::string, double>& vars,
                        const ChainSetup& setup = {});

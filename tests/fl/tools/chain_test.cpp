@@ -227,6 +227,23 @@ TEST_F(ChainTest, noRealAnswerLeavesTheChainAndNaNCountsAsUnknown) {
     EXPECT_EQ(withNan.at("x"), 2);
 }
 
+TEST_F(ChainTest, aFailedStepIsDroppedWhenAskedAndAnotherEquationFindsItsUnknown) {
+    // x has no real value by the first equation; the second finds it, and z follows.
+    const std::vector<ChainEquation> list{
+        {"x", "sqrt(y)", "root", ""}, {"x", "w*2", "double", ""}, {"z", "x+1", "next", ""}};
+    ChainSetup setup;
+    setup.skipFailed = true;
+    Vars vars{{"y", -4}, {"w", 3}};
+    const ChainResult r = solveChain(list, vars, setup);
+    ASSERT_EQ(r.blocks.size(), 2u);
+    EXPECT_EQ(r.blocks[0].title, "double");
+    EXPECT_EQ(vars.at("x"), 6);
+    EXPECT_EQ(vars.at("z"), 7);
+    Vars stuck{{"y", -4}};
+    EXPECT_TRUE(solveChain(list, stuck, setup).blocks.empty());
+    EXPECT_FALSE(stuck.count("x"));
+}
+
 TEST_F(ChainTest, mismatchesSortNearMissesFromConflictsAndSkipTheSolvingEquation) {
     struct Row {
         const char* name;
