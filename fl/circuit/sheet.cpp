@@ -7,6 +7,7 @@
 #include "fl/circuit/setup.h"
 #include "fl/expr/numbers.h"
 #include "fl/expr/symbols.h"
+#include "fl/tools/frame.h"
 
 #include <algorithm>
 #include <cmath>
@@ -51,6 +52,20 @@ followerPairs(const std::map<std::string, std::string>& links) {
     return {links.begin(), links.end()};
 }
 
+// The component values and the source as the student typed them, for the
+// lines where numbers are put into a formula.
+std::map<std::string, std::string> shownInputs(const Circuit& c) {
+    FormMap form;
+    for (const char* key : {"U", "f", "I"})
+        if (auto it = c.src.find(key); it != c.src.end()) form[key] = it->second;
+    walk(c.root, [&](const CNodePtr& n) {
+        if (n->group || n->name.empty()) return;
+        form[n->name] = n->v;
+        if (n->k == "L") form["R_" + n->name] = n->r;
+    });
+    return readForm(form).shown;
+}
+
 } // namespace
 
 Sheet solve(Circuit& c, bool noRetry, const MeterInfo* meters) {
@@ -88,51 +103,79 @@ Sheet solve(Circuit& c, bool noRetry, const MeterInfo* meters) {
     Values values = su.values;
 
     StepScope scope{root, s.isAc, s.shape, su.links, su.givenSymbols};
-    stepsFor(scope, values);
-    copyFollowers(su.links, values);
-    std::vector<std::string> unknowns;
-    for (const std::string& u : su.unknowns)
-        if (!values.count(u)) unknowns.push_back(u);
+    scope.shown = shownInputs(c);
 
-    // The source voltage: given, found from the current once Z is known, a
-    // further unknown, or, when nothing given depends on it, an auxiliary
-    // voltage that leaves impedances and angles as they are.
+    // The closed pass: whatever the givens determine one formula at a time.
+    // Only the inputs it found are kept; everything else comes from the full
+    // pass, so a contradiction among the givens can't leak into the sheet.
+    std::vector<std::string> unknowns;
+    bool uFound = false;
+    {
+        Values closed = values;
+        copyFollowers(su.links, closed);
+        StepScope closedScope = scope;
+        closedScope.closed = true;
+        stepsFor(closedScope, closed);
+        for (const std::string& u : su.unknowns) {
+            const double v = lookup(closed, u);
+            if (std::isfinite(v) && v > 0.0)
+                values[u] = v;
+            else
+                unknowns.push_back(u);
+        }
+        if (!su.hasU) {
+            const double u = lookup(closed, "U");
+            uFound = std::isfinite(u) && u > 0.0;
+            if (uFound) values["U"] = u;
+        }
+        copyFollowers(su.links, values);
+    }
+
+    // The source voltage: given or found, found from the current once Z is
+    // known, a further unknown, an auxiliary voltage when only impedances
+    // and angles are asked of an alternating-current circuit, or missing.
     const bool scaleTarget = std::any_of(su.targets.begin(), su.targets.end(),
                                          [](const Target& t) { return scalesWithVoltage(t.symbol); });
-    bool uFromCurrent = false;
-    if (!su.hasU) {
-        if (!scaleTarget) {
+    const bool hasU = su.hasU || uFound;
+    bool uFromCurrent = false, uMissing = false;
+    if (!hasU) {
+        if (s.isAc && !su.hasI && !su.hasP && su.hasZ && !scaleTarget) {
             values["U"] = kAuxVoltage;
             s.auxVoltage = true;
+            s.intro = "<p class=\"hint0\">Impedanser og vinkler afhænger ikke af spændingen, så komponenten kan "
+                      "findes ud fra " +
+                      symbolDisplay("Z") + " alene. Skriv også " + symbolDisplay("U") + " (eller " +
+                      symbolDisplay("I") + "), hvis du skal bruge strømme, spændinger og effekter.</p>";
         } else if (su.hasI && unknowns.empty()) {
             uFromCurrent = true;
-        } else {
+        } else if (scaleTarget) {
             unknowns.push_back("U");
+        } else {
+            uMissing = true;
         }
     }
-    if (s.isAc && !su.hasU && !su.hasI && !su.hasP && su.hasZ)
-        s.intro =
-            "<p class=\"hint0\">Impedanser og vinkler afhænger ikke af spændingen, så komponenten kan findes "
-            "ud fra " +
-            symbolDisplay("Z") + " alene. Skriv også " + symbolDisplay("U") + " (eller " +
-            symbolDisplay("I") + "), hvis du skal bruge strømme, spændinger og effekter.</p>";
 
     if (!unknowns.empty()) {
         // Trial evaluation: which targets does a forward pass reach at all?
         std::set<std::string> reachable;
         std::unique_ptr<SearchProblem> problem;
         try {
-            problem = std::make_unique<SearchProblem>(root, s.isAc, values, unknowns, su.targets,
+            Values bound = values;
+            if (uMissing) bound["U"] = 1.0; // stands for the voltage no target can tell
+            problem = std::make_unique<SearchProblem>(root, s.isAc, bound, unknowns, su.targets,
                                                       followerPairs(su.links));
             for (size_t t = 0; t < su.targets.size(); ++t)
                 if (problem->reachable(t)) reachable.insert(su.targets[t].symbol);
         } catch (const std::runtime_error&) {
             reachable.clear();
         }
-        if (unknowns.size() > reachable.size()) {
-            s.error = reachable.empty() && !su.hasU && !su.hasI
-                          ? missingMessage(su, c)
-                          : countMessage(unknowns, reachable.size(), s.isAc);
+        // A source voltage that nothing given depends on is one more unknown
+        // to count, but none to search for.
+        std::vector<std::string> counted = unknowns;
+        if (uMissing) counted.push_back("U");
+        if (counted.size() > reachable.size()) {
+            s.error = reachable.empty() && !hasU && !su.hasI ? missingMessage(su, c)
+                                                             : countMessage(counted, reachable.size(), s.isAc);
             return s;
         }
         if (unknowns.size() > kMaxUnknowns) {
@@ -172,7 +215,7 @@ Sheet solve(Circuit& c, bool noRetry, const MeterInfo* meters) {
         s.searchSteps.push_back(head);
     }
 
-    if (s.auxVoltage && s.intro.empty()) {
+    if (uMissing) {
         s.error = "Alle komponenter er kendt, men der mangler en spænding eller strøm at regne med. Skriv "
                   "kildespændingen " +
                   symbolDisplay("U") + " – eller den samlede strøm " + symbolDisplay("I") + ".";
@@ -202,6 +245,23 @@ Sheet solve(Circuit& c, bool noRetry, const MeterInfo* meters) {
     if (!std::isfinite(lookup(results, "Z")) || !std::isfinite(lookup(results, "I")) ||
         !std::isfinite(lookup(values, "U")))
         s.stopped = true;
+    if (!s.stopped) {
+        // The walkthrough starts from the component values and the source
+        // alone and finds everything else by its formulas.
+        Values start;
+        walk(root, [&](const CNodePtr& n) {
+            if (n->group) return;
+            for (const std::string& sym : {n->name, "R_" + n->name})
+                if (values.count(sym)) start[sym] = values.at(sym);
+        });
+        if (values.count("f")) start["f"] = values.at("f");
+        const std::string source = uFromCurrent ? "I" : "U";
+        start[source] = values.at(source);
+        for (CircuitStep& st : stepsFor(scope, start))
+            if (!(s.auxVoltage && scalesWithVoltage(st.target))) s.steps.push_back(std::move(st));
+        for (const auto& [sym, v] : start)
+            if (!values.count(sym)) values[sym] = v;
+    }
     for (const auto& [sym, v] : results)
         if (std::isfinite(v) && !(s.auxVoltage && scalesWithVoltage(sym))) values[sym] = v;
     if (s.auxVoltage)
@@ -213,7 +273,6 @@ Sheet solve(Circuit& c, bool noRetry, const MeterInfo* meters) {
     s.equalGroups = s.shape == "mixed" && (su.hasU || su.hasI) ? equalGroupNames(root, values)
                                                                : std::vector<std::string>();
     if (!s.stopped) {
-        s.steps = stepsFor(scope, values);
         for (const Target& t : su.targets) {
             const double got = lookup(results, t.symbol);
             if (std::isfinite(got) && !withinCheck(t.value, got))

@@ -1,10 +1,13 @@
-// The formula steps of a circuit sheet: one generator per shape, each a
-// sequence of steps that find one symbol from others. The same generator
-// serves the closed pass of a solve (whatever can be found from what is
-// given) and the steps of the final sheet.
+// The formula steps of a circuit sheet: one generator per shape, each a list
+// of equations that find one symbol from others. The equation chain solves
+// the list in whatever direction the known values allow, so the same
+// generator serves the closed pass of a solve (whatever can be found from
+// what is given) and the steps of the final sheet (everything, from the
+// component values and the source).
 #pragma once
 
 #include "fl/circuit/analysis.h"
+#include "fl/tools/chain.h"
 
 #include <map>
 #include <set>
@@ -20,6 +23,7 @@ struct CircuitStep {
     std::string pages; // in the class's formula book: "11", "3, 18", "26 (komposanter)"
     std::string html;  // rendered equation lines, or a hint paragraph
     CNodePtr node;     // what the step concerns; its figure highlights it
+    std::vector<std::string> uses; // the other symbols of its equation
 };
 
 // What a generator may read besides the values.
@@ -29,11 +33,33 @@ struct StepScope {
     std::string shape;                        // "dc", "series", "par", "mixed"
     std::map<std::string, std::string> links; // follower symbol → the symbol it copies
     std::set<std::string> given;              // symbols the task gave
+    // The closed pass also takes the equations that only restate what the
+    // tree says (one current through a series, one voltage over a parallel);
+    // the final sheet leaves them to the tables.
+    bool closed = false;
+    std::map<std::string, std::string> shown; // givens as typed, for the substituted lines
 };
 
-// Runs the generator of `scope.shape` over `values`: every step whose inputs
-// are all known is evaluated and its result stored under its target; the
-// others are skipped. Returns the steps that ran, in order.
+// One equation of a generator, with the node it is about.
+struct StepEquation {
+    ChainEquation eq;
+    CNodePtr node;
+    bool closedOnly = false;
+};
+
+// The generator of `scope.shape`, in the order a student works: reactances,
+// groups from the innermost out, the whole circuit, then down the tree to
+// every part, the powers, and the sums that serve as checks.
+std::vector<StepEquation> equationsFor(const StepScope& scope);
+
+// Runs the generator over `values` through the equation chain: every
+// equation with exactly one unknown that can be isolated is evaluated and
+// its result stored; the rest is skipped. Returns the steps that ran, in
+// order. Throws std::runtime_error "intet reelt svar" when a step has no
+// real result; what was found before it stays in `values`.
 std::vector<CircuitStep> stepsFor(const StepScope& scope, Values& values);
+
+// The unit of any symbol a generator writes ("S" for the parts of an admittance).
+std::string stepUnit(const std::string& symbol, const CNodePtr& root);
 
 } // namespace fl
