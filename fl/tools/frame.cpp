@@ -85,7 +85,7 @@ NodePtr substituteShown(const NodePtr& node, const std::map<std::string, double>
 }
 
 bool takesPrefix(const std::string& unit) {
-    static const char* const kUnits[] = {"V", "A", "Ω", "W", "VA", "VAr", "F", "H", "Hz"};
+    static const char* const kUnits[] = {"V", "A", "Ω", "W", "VA", "VAr", "F", "H", "Hz", "S"};
     for (const char* u : kUnits)
         if (unit == u) return true;
     return false;

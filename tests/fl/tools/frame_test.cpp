@@ -74,6 +74,7 @@ TEST_F(FrameTest, formatValueChoosesAPrefixOnlyForUnitsThatTakeOne) {
         {16000, "A", "16 kA"},
         {999999.7, "W", "1 MW"},
         {47e-6, "F", "47 µF"},
+        {0.0024902, "S", "2,4902 mS"},
         {1e-13, "V", "0 V"},
         {2.536, "mm²", "2,536 mm²"},
         {12000, "mm²", "12000 mm²"},
