@@ -176,12 +176,12 @@ class Generator {
             x = "0";
         if (!xl.empty() && !xc.empty())
             add("Z", "sqrt(R_tot**2+(" + x + ")**2)",
-                "Kredsens impedans: Z = √(R² + (X<sub>L</sub> − X<sub>C</sub>)²)", "12", root);
+                "Impedans for hele kredsen: Z = √(R² + (X<sub>L</sub> − X<sub>C</sub>)²)", "12", root);
         else if (!xl.empty() || !xc.empty())
-            add("Z", "sqrt(R_tot**2+" + (xl.empty() ? xC : xL) + "**2)", "Kredsens impedans: Z = √(R² + X²)", "12",
+            add("Z", "sqrt(R_tot**2+" + (xl.empty() ? xC : xL) + "**2)", "Impedans for hele kredsen: Z = √(R² + X²)", "12",
                 root);
         else
-            add("Z", "R_tot", "Kredsens impedans: kun ohmsk modstand", "12", root);
+            add("Z", "R_tot", "Impedans for hele kredsen: kun ohmsk modstand", "12", root);
         add("X_tot", x, "Kredsens samlede reaktans: spoler tæller plus, kondensatorer minus", "12", root);
     }
 
@@ -232,7 +232,7 @@ class Generator {
                 add(Z, "sqrt(" + R + "**2+" + X + "**2)", "Impedans af " + nodeWords(*g) + ": z = √(R² + X²)", "12",
                     g);
         });
-        add("Z", "sqrt(R_tot**2+X_tot**2)", "Kredsens impedans: Z = √(R² + X²)", "12", root);
+        add("Z", "sqrt(R_tot**2+X_tot**2)", "Impedans for hele kredsen: Z = √(R² + X²)", "12", root);
     }
 
     // The whole circuit: Ohm's law, and in ac the power factor and the angle.
@@ -256,10 +256,17 @@ class Generator {
             if (g->k == "P") {
                 add(ci, u + "/" + z, currentTitle(*c), s_.isAc ? "12" : "2", c);
                 add(cu, u, "Parallel: spændingen er den samme over " + nodeWords(*c), "4", c, true);
+                if (g->ch.size() == 1)
+                    add(ci, i, "Strømmen gennem " + nodeWords(*c) + " er hele strømmen gennem " + nodeWords(*g), "4",
+                        c, true);
                 down(c, u, ci);
             } else {
                 add(cu, i + "*" + z, voltageTitle(*c), s_.isAc ? "12" : "2", c);
                 add(ci, i, "Serie: strømmen er den samme gennem " + nodeWords(*c), "3", c, true);
+                // Alone in its series, a part takes the series' whole voltage.
+                if (g->ch.size() == 1)
+                    add(cu, u, "Spændingen over " + nodeWords(*c) + " er hele spændingen over " + nodeWords(*g), "3",
+                        c, true);
                 down(c, cu, i);
             }
         }

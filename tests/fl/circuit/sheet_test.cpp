@@ -87,6 +87,21 @@ TEST(Solve, answersWithTheMessageOfTheFirstProblem) {
          "Alle komponenter er kendt, men der mangler en spænding eller strøm at regne med. Skriv "
          "kildespændingen U – "
          "eller den samlede strøm I."},
+        {"a frequency of zero", circuit("ac", {leaf("R", "5")}, {{"U", "1"}, {"f", "0"}}),
+         "Skriv frekvensen f (normalt 50 Hz)."},
+        {"only the total resistance, and the resistors unknown",
+         circuit("dc", {leaf("R"), leaf("R")}, {{"R", "30"}}),
+         "Der er <b>3 ukendte</b> (" + symbolDisplay("R1") + ", " + symbolDisplay("R2") +
+             ", U), men kun <b>1 kendt værdi</b> at regne baglæns ud fra. Der skal være lige så mange kendte "
+             "værdier som ukendte. Du kan fx opgive " +
+             symbolDisplay("P_tot") +
+             " eller I under \"Kilden og hele kredsen\", eller en kendt spænding eller strøm ved en komponent "
+             "(kolonnerne \"Kendt U\" og \"Kendt I\"). Står der i opgaven, at nogle komponenter er ens, så skriv "
+             "fx <b>=R1</b> i feltet for den anden – så tæller de som én ukendt."},
+        {"only the total resistance of known resistors",
+         circuit("dc", {leaf("R", "10"), leaf("R", "20")}, {{"R", "30"}}),
+         "Alle komponenter er kendt, men der mangler en spænding eller strøm at regne med. Skriv "
+         "kildespændingen U – eller den samlede strøm I."},
         {"a power no resistor can take",
          circuit("dc", {known(leaf("R"), "", "", "100"), leaf("R", "50")}, {{"U", "100"}}),
          "Programmet kunne ikke finde værdier, der passer med alle de opgivne tal. Tjek at tallene er "
@@ -221,6 +236,37 @@ TEST(Solve, worksForwardsAndBackwards) {
         } else {
             EXPECT_EQ(s.searchSteps.size(), row.searched > 0 ? 2u : 0u);
         }
+    }
+}
+
+TEST(Solve, findsWhatTheGivensDetermineWithoutSearching) {
+    struct Row {
+        const char* name;
+        Circuit c;
+        std::string symbol;
+        double value;
+    };
+    const Row rows[] = {
+        {"one resistor from U and I", circuit("dc", {leaf("R")}, {{"U", "10"}, {"I", "2"}}), "R1", 5},
+        {"a voltage from a power", circuit("dc", {leaf("R", "4"), leaf("R", "2")}, {{"P", "24"}}), "U", 12},
+        {"a resistor in a parallel from its current",
+         circuit("dc", {group("P", {leaf("R", "6"), known(leaf("R"), "", "3")})}, {{"U", "12"}}), "R2", 4},
+        {"a coil from U and I", circuit("ac", {leaf("R", "30"), leaf("L")}, {{"U", "100"}, {"I", "2"}}), "X_L1",
+         40},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        Circuit c = row.c;
+        const Sheet s = computeSheet(c);
+        ASSERT_EQ(s.error, "");
+        EXPECT_TRUE(s.unknowns.empty());
+        EXPECT_TRUE(s.searchSteps.empty());
+        EXPECT_TRUE(s.mismatches.empty());
+        ASSERT_TRUE(s.values.count(row.symbol));
+        EXPECT_NEAR(s.values.at(row.symbol), row.value, 1e-9 * row.value);
+        EXPECT_FALSE(s.steps.empty());
+        for (const CircuitStep& st : s.steps)
+            EXPECT_EQ(st.title.find("prøver sig frem"), std::string::npos);
     }
 }
 
