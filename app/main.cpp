@@ -3,12 +3,15 @@
 #include "app/dialogs/dialogs.h"
 #include "app/shell/crash.h"
 #include "app/shell/mainwindow.h"
+#include "app/shell/service.h"
 #include "app/shell/startup.h"
 #include "app/shell/theme.h"
 #include "store/datastore.h"
 
 #include <QApplication>
 #include <QFont>
+
+#include <cstdlib>
 
 int main(int argc, char** argv) {
     // Before anything else, so that every later crash leaves a record.
@@ -23,8 +26,9 @@ int main(int argc, char** argv) {
     font.setPointSizeF(10.5);
     QApplication::setFont(font);
 
-    app::startData();
+    const QString dataDir = app::startData();
     app::loadSettings();
+    app::loadClassProfile();
 
     // Builds the whole frame, restores the geometry and opens on "hjem".
     auto* window = new app::MainWindow;
@@ -32,8 +36,20 @@ int main(int argc, char** argv) {
     window->show();
     app::showWelcomeIfFirstRun(window);
 
+    // The class service talks on threads of its own; the window goes on.
+    auto* jobs = new app::ServiceJobs(window, dataDir);
+    jobs->start(false);
+    window->setRefresh([jobs] { jobs->start(true); });
+
     const int code = application->exec();
 
+    if (!jobs->finish(5000)) {
+        // A job stuck in the network: its thread can't be ended, so the
+        // process leaves without tearing down what that thread may still use.
+        DataStore::instance().save();
+        std::_Exit(code);
+    }
+    delete jobs;
     DataStore::instance().save();
     delete window;
     delete application;

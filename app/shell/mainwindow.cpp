@@ -85,6 +85,9 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent), hub(new HostSigna
 
     panel = new SettingsPanel(this, this);
     panel->hide();
+    connect(panel, &SettingsPanel::classCodeChanged, this, [this] {
+        if (refresh && refreshBtn->isEnabled()) refreshBtn->click();
+    });
     styleFrames();
 
     auto* find = new QShortcut(QKeySequence::Find, this);

@@ -1,5 +1,6 @@
 #include "app/shell/routes.h"
 
+#include "app/pages/class/opgaverpage.h"
 #include "app/pages/formulas/calcpage.h"
 #include "app/pages/formulas/finderpage.h"
 #include "app/pages/formulas/formulapage.h"
@@ -45,7 +46,7 @@ const std::map<std::string, PageCreator>& pageFactory() {
         {"kredsguide", named("kredsguide")},
         {"kredsac", named("kredsac")},
         {"kredsguideac", named("kredsguideac")},
-        {"opgaver", named("opgaver")},
+        {"opgaver", [](PageHost* h) -> Page* { return new OpgaverPage(h); }},
         {"trafo", named("trafo")},
         {"trefase", named("trefase")},
         {"komp", named("komp")},

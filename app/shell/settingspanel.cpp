@@ -10,6 +10,7 @@
 #include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
 
@@ -72,12 +73,34 @@ SettingsPanel::SettingsPanel(PageHost* h, QWidget* parent) : QFrame(parent, Qt::
     themeNow->setProperty("class", "hint");
     grid->addWidget(themeNow, 6, 0, 1, 2);
 
+    classCode = new QLineEdit(this);
+    classCode->setPlaceholderText(QStringLiteral("fra din lærer"));
+    classCode->setMaxLength(40);
+    classCode->setToolTip(QStringLiteral("Koden, din lærer har givet klassen – så får du opgaver og beskeder"));
+    grid->addWidget(new QLabel(QStringLiteral("Klassekode"), this), 7, 0);
+    grid->addWidget(classCode, 7, 1);
+    studentName = new QLineEdit(this);
+    studentName->setMaxLength(80);
+    grid->addWidget(new QLabel(QStringLiteral("Dit navn"), this), 8, 0);
+    grid->addWidget(studentName, 8, 1);
+
     sync();
     connect(steps, &QCheckBox::toggled, this, &SettingsPanel::stepsToggled);
     connect(rounding, &QComboBox::activated, this, &SettingsPanel::roundingChosen);
     connect(comma, &QCheckBox::toggled, this, &SettingsPanel::commaToggled);
     connect(themeButton, &QPushButton::clicked, this, &SettingsPanel::cycleTheme);
     connect(textSize, &QComboBox::activated, this, &SettingsPanel::textSizeChosen);
+    connect(classCode, &QLineEdit::editingFinished, this, &SettingsPanel::classFieldsEdited);
+    connect(studentName, &QLineEdit::editingFinished, this, &SettingsPanel::classFieldsEdited);
+}
+
+void SettingsPanel::classFieldsEdited() {
+    const std::string name = studentName->text().trimmed().toStdString();
+    if (!name.empty() && name != storeGetString(key::StudentName)) storeSet(key::StudentName, Json(name));
+    const std::string code = classCode->text().trimmed().toStdString();
+    if (code == storeGetString(key::ClassKey)) return;
+    storeSet(key::ClassKey, Json(code));
+    if (!code.empty()) emit classCodeChanged();
 }
 
 void SettingsPanel::sync() {
@@ -87,6 +110,8 @@ void SettingsPanel::sync() {
     rounding->setCurrentIndex(o.rund == "d2" ? 1 : 0);
     comma->setChecked(o.komma);
     textSize->setCurrentIndex(textSizeIndex(textScale()));
+    classCode->setText(QString::fromStdString(storeGetString(key::ClassKey)));
+    studentName->setText(QString::fromStdString(storeGetString(key::StudentName)));
     showThemeMode();
 }
 

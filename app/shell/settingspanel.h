@@ -1,5 +1,5 @@
 // The settings popup under the gear: step mode, rounding, decimal sign,
-// theme and text size. Each control writes the process-wide setting, stores
+// theme, text size, and the class code and name the class service uses. Each control writes the process-wide setting, stores
 // it and announces it through the host's signals; the window and the pages
 // react to those alike.
 #pragma once
@@ -9,6 +9,7 @@
 class QCheckBox;
 class QComboBox;
 class QLabel;
+class QLineEdit;
 class QPushButton;
 
 namespace app {
@@ -31,6 +32,12 @@ public:
     QPushButton* themeButton = nullptr;
     QLabel* themeNow = nullptr;
     QComboBox* textSize = nullptr;
+    QLineEdit* classCode = nullptr;
+    QLineEdit* studentName = nullptr;
+
+signals:
+    // A new, non-empty class code was typed: worth a check-in at once.
+    void classCodeChanged();
 
 private:
     void stepsToggled(bool on);
@@ -39,6 +46,7 @@ private:
     void cycleTheme();
     void textSizeChosen(int index);
     void showThemeMode();
+    void classFieldsEdited();
 
     PageHost* host;
 };

@@ -27,5 +27,10 @@ inline constexpr char Minform[] = "minform";
 inline constexpr char Flashcards[] = "formelkort";
 // The one page that survives a change of the teacher's profile.
 inline constexpr char Exam[] = "eksamen";
+// The teacher's tasks; new tasks' notices link here.
+inline constexpr char Tasks[] = "opgaver";
+// The circuit page and its walkthrough; + "ac" for alternating current.
+inline constexpr char Circuit[] = "kreds";
+inline constexpr char CircuitGuide[] = "kredsguide";
 
 } // namespace fl::route
