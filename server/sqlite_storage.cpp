@@ -1,6 +1,9 @@
-// SQLite behind the storage interface. One connection, one mutex: every
-// statement is short, so a queue in front of the database costs less than
-// readers and writers contending for its locks. WAL with synchronous=FULL:
+// SQLite behind the storage interface. Writes go through one connection
+// behind one mutex: every statement is short, so a queue costs less than
+// writers contending for the database's lock. Reads go through a few
+// connections of their own, so that a check-in never waits behind a
+// hand-in's sync to disk; WAL lets them read while a write is under way,
+// each statement seeing what was committed when it began. WAL with synchronous=FULL:
 // an answered hand-in is on disk before the student hears "afleveret",
 // whether the process is killed or the power goes. Every statement is
 // prepared once and bound; no value is ever pasted into SQL text.
@@ -8,6 +11,8 @@
 
 #include <sqlite3.h>
 
+#include <array>
+#include <atomic>
 #include <cmath>
 #include <map>
 #include <mutex>
@@ -120,12 +125,18 @@ class SqliteStorage final : public Storage {
         exec("PRAGMA synchronous=FULL");
         exec("PRAGMA foreign_keys=ON");
         exec(kSchema);
+        for (ReadConnection& r : readers_) {
+            if (sqlite3_open_v2(path.c_str(), &r.db, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK) {
+                const std::string reason = r.db ? sqlite3_errmsg(r.db) : "out of memory";
+                closeAll();
+                throw std::runtime_error("kan ikke åbne databasen " + path + ": " + reason);
+            }
+            sqlite3_busy_timeout(r.db, 5000);
+            sqlite3_exec(r.db, "PRAGMA query_only=ON", nullptr, nullptr, nullptr);
+        }
     }
 
-    ~SqliteStorage() override {
-        for (auto& [sql, stmt] : statements_) sqlite3_finalize(stmt);
-        sqlite3_close(db_);
-    }
+    ~SqliteStorage() override { closeAll(); }
 
     int64_t addTeacher(const Teacher& t) override {
         std::lock_guard lock(mutex_);
@@ -205,8 +216,8 @@ class SqliteStorage final : public Storage {
     }
 
     std::vector<ClassInfo> classesOf(int64_t teacherId) override {
-        std::lock_guard lock(mutex_);
-        Query q = query(std::string(kClassColumns) + " WHERE teacher_id = ? ORDER BY name, id");
+        Reader r = reader();
+        Query q = r.query(std::string(kClassColumns) + " WHERE teacher_id = ? ORDER BY name, id");
         q.bind(teacherId);
         std::vector<ClassInfo> out;
         while (q.step()) out.push_back(readClass(q));
@@ -214,16 +225,16 @@ class SqliteStorage final : public Storage {
     }
 
     std::optional<ClassInfo> classById(int64_t id) override {
-        std::lock_guard lock(mutex_);
-        Query q = query(std::string(kClassColumns) + " WHERE id = ?");
+        Reader r = reader();
+        Query q = r.query(std::string(kClassColumns) + " WHERE id = ?");
         q.bind(id);
         if (!q.step()) return std::nullopt;
         return readClass(q);
     }
 
     std::optional<ClassInfo> classByCode(const std::string& code) override {
-        std::lock_guard lock(mutex_);
-        Query q = query(std::string(kClassColumns) + " WHERE code = ?");
+        Reader r = reader();
+        Query q = r.query(std::string(kClassColumns) + " WHERE code = ?");
         q.bind(code);
         if (!q.step()) return std::nullopt;
         return readClass(q);
@@ -274,8 +285,8 @@ class SqliteStorage final : public Storage {
     }
 
     std::vector<Task> tasksOf(int64_t classId) override {
-        std::lock_guard lock(mutex_);
-        Query q = query(std::string(kTaskColumns) + " WHERE class_id = ? ORDER BY created, rowid");
+        Reader r = reader();
+        Query q = r.query(std::string(kTaskColumns) + " WHERE class_id = ? ORDER BY created, rowid");
         q.bind(classId);
         std::vector<Task> out;
         while (q.step()) out.push_back(readTask(q));
@@ -283,8 +294,8 @@ class SqliteStorage final : public Storage {
     }
 
     std::optional<Task> task(int64_t classId, const std::string& taskId) override {
-        std::lock_guard lock(mutex_);
-        Query q = query(std::string(kTaskColumns) + " WHERE class_id = ? AND id = ?");
+        Reader r = reader();
+        Query q = r.query(std::string(kTaskColumns) + " WHERE class_id = ? AND id = ?");
         q.bind(classId, taskId);
         if (!q.step()) return std::nullopt;
         return readTask(q);
@@ -300,8 +311,8 @@ class SqliteStorage final : public Storage {
     }
 
     std::vector<Answer> answersOf(int64_t classId, const std::string& taskId) override {
-        std::lock_guard lock(mutex_);
-        Query q = query("SELECT id, task_id, uid, name, status, answer, at FROM answers "
+        Reader r = reader();
+        Query q = r.query("SELECT id, task_id, uid, name, status, answer, at FROM answers "
                         "WHERE class_id = ? AND task_id = ? ORDER BY at DESC, id DESC");
         q.bind(classId, taskId);
         std::vector<Answer> out;
@@ -319,8 +330,8 @@ class SqliteStorage final : public Storage {
     }
 
     std::vector<StatsUpload> statsOf(int64_t classId) override {
-        std::lock_guard lock(mutex_);
-        Query q = query("SELECT uid, summary, at FROM class_stats WHERE class_id = ? ORDER BY at");
+        Reader r = reader();
+        Query q = r.query("SELECT uid, summary, at FROM class_stats WHERE class_id = ? ORDER BY at");
         q.bind(classId);
         std::vector<StatsUpload> out;
         while (q.step()) out.push_back({q.text(0), q.text(1), q.real(2)});
@@ -336,6 +347,16 @@ class SqliteStorage final : public Storage {
     }
 
   private:
+    void closeAll() {
+        for (ReadConnection& r : readers_) {
+            for (auto& [sql, stmt] : r.statements) sqlite3_finalize(stmt);
+            sqlite3_close(r.db);
+            r.db = nullptr;
+        }
+        for (auto& [sql, stmt] : statements_) sqlite3_finalize(stmt);
+        sqlite3_close(db_);
+    }
+
     static constexpr const char* kClassColumns =
         "SELECT id, teacher_id, name, code, message, message_id, profile, off, stats, tasks_updated FROM classes";
     static constexpr const char* kTaskColumns =
@@ -395,13 +416,38 @@ class SqliteStorage final : public Storage {
         }
     };
 
-    Query query(const std::string& sql) {
-        sqlite3_stmt*& stmt = statements_[sql];
-        if (!stmt && sqlite3_prepare_v2(db_, sql.c_str(), -1, &stmt, nullptr) != SQLITE_OK) {
-            statements_.erase(sql);
-            throw std::runtime_error(std::string("database: ") + sqlite3_errmsg(db_));
+    static Query prepare(sqlite3* db, std::map<std::string, sqlite3_stmt*>& cache, const std::string& sql) {
+        sqlite3_stmt*& stmt = cache[sql];
+        if (!stmt && sqlite3_prepare_v2(db, sql.c_str(), -1, &stmt, nullptr) != SQLITE_OK) {
+            cache.erase(sql);
+            throw std::runtime_error(std::string("database: ") + sqlite3_errmsg(db));
         }
-        return Query{db_, stmt};
+        return Query{db, stmt};
+    }
+    // On the writing connection; the caller holds mutex_.
+    Query query(const std::string& sql) { return prepare(db_, statements_, sql); }
+
+    struct ReadConnection {
+        sqlite3* db = nullptr;
+        std::map<std::string, sqlite3_stmt*> statements;
+        std::mutex mutex;
+    };
+    // One reading connection, held until it goes out of scope.
+    struct Reader {
+        ReadConnection& c;
+        std::unique_lock<std::mutex> lock;
+        Query query(const std::string& sql) { return prepare(c.db, c.statements, sql); }
+    };
+    // The first free one from a turning start, or else wait for one.
+    Reader reader() {
+        const size_t first = nextReader_.fetch_add(1, std::memory_order_relaxed);
+        for (size_t i = 0; i < readers_.size(); ++i) {
+            ReadConnection& c = readers_[(first + i) % readers_.size()];
+            std::unique_lock lock(c.mutex, std::try_to_lock);
+            if (lock.owns_lock()) return Reader{c, std::move(lock)};
+        }
+        ReadConnection& c = readers_[first % readers_.size()];
+        return Reader{c, std::unique_lock(c.mutex)};
     }
 
     void exec(const char* sql) {
@@ -448,6 +494,9 @@ class SqliteStorage final : public Storage {
     sqlite3* db_ = nullptr;
     std::mutex mutex_;
     std::map<std::string, sqlite3_stmt*> statements_;
+    // Enough for two cores: a read holds one for some microseconds.
+    std::array<ReadConnection, 4> readers_;
+    std::atomic<size_t> nextReader_{0};
 };
 
 } // namespace
