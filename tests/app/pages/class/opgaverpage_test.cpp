@@ -13,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -150,9 +151,14 @@ TEST_F(OpgaverTest, drawingTogglesAndOpeningPutsTheCircuitToWork) {
     storeTasks({task("t1", "both", kAc)});
     open();
     const auto& card = page->cards()[0];
+    page->resize(900, 700);
+    page->show();
+    QApplication::processEvents();
     card.drawingButton->click();
     EXPECT_TRUE(shown(card.drawing));
     EXPECT_TRUE(card.drawing->hasContent());
+    QApplication::processEvents();
+    EXPECT_GT(card.drawing->height(), 100) << "the drawing takes its room when shown";
     EXPECT_EQ(card.drawingButton->text(), "Skjul tegningen");
     card.drawingButton->click();
     EXPECT_FALSE(shown(card.drawing));
@@ -252,6 +258,24 @@ TEST_F(OpgaverTest, enteringRebuildsOnlyWhenTheListChangedAndMarksTasksSeen) {
     page->onEnter();
     ASSERT_EQ(page->cards().size(), 2u);
     EXPECT_TRUE(storeGet(key::TasksSeen).has("t2"));
+}
+
+} // namespace
+
+namespace {
+
+TEST_F(OpgaverTest, drawingShowsInsideTheWindow) {
+    storeTasks({task("t1", "view", kDc)});
+    window = std::make_unique<app::MainWindow>();
+    window->resize(1280, 800);
+    window->show();
+    window->navigate("opgaver");
+    QApplication::processEvents();
+    auto* tasks = qobject_cast<app::OpgaverPage*>(window->currentPage());
+    ASSERT_NE(tasks, nullptr);
+    tasks->cards()[0].drawingButton->click();
+    QApplication::processEvents();
+    EXPECT_GT(tasks->cards()[0].drawing->height(), 100);
 }
 
 } // namespace
