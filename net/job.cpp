@@ -85,7 +85,10 @@ ServiceResult serviceJob(const JobInput& in) {
     result.off = profile.off;
     result.profile = profile.profile;
 
-    if (result.outcome != -1) {
+    // A check-in that reached nobody: "/version" would wait out the same
+    // time-outs again, so the job ends after one round of them.
+    const bool unreachable = !code.empty() && result.outcome == 0;
+    if (result.outcome != -1 && !unreachable) {
         const Reply version = call(in.poster, path::Version, Json::object());
         const std::string& v = version.body.at("version").asString();
         if (version.outcome == 1 && !v.empty() && v != kVersion) {

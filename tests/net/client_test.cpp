@@ -267,9 +267,11 @@ TEST_F(ClientTest, refusedOrMissingCodeAndNoNetwork) {
     storeSet(key::ClassKey, Json(kCode));
     net::serviceJob(job(calls));
     setenv("OSTROVALDEN_SERVICE_URL", ("https://127.0.0.1:" + std::to_string(closedPort()) + "/api").c_str(), 1);
+    calls.clear();
     r = net::serviceJob(job(calls));
     EXPECT_EQ(r.outcome, 0);
     EXPECT_EQ(r.text, "Ingen forbindelse til serveren.");
+    EXPECT_EQ(calls, (std::vector<std::string>{"/check"})) << "no second round of time-outs for the version";
     EXPECT_EQ(r.off, (net::OffSet{"ac_komp"}));
     EXPECT_EQ(r.newVersion, "");
 }
