@@ -291,15 +291,6 @@ TEST_F(DataStoreTest, fullDiskKeepsTheOldFileByteForByte) {
     EXPECT_NE(readAll(mnt / "data.json").find("fs_fc"), std::string::npos);
 }
 
-TEST_F(DataStoreTest, moveOverAFolderFailsAndLeavesIt) {
-    const fs::path blocked = dir / "blocked";
-    fs::create_directories(blocked / "inside");
-    store().setPath(blocked.string());
-    EXPECT_FALSE(store().save());
-    EXPECT_TRUE(fs::is_directory(blocked / "inside"));
-    EXPECT_FALSE(fs::exists(dir / "blocked.tmp"));
-}
-
 TEST_F(DataStoreTest, pathIsUtf8) {
     const fs::path sub = dir / fs::path(u8"Østerå data");
     fs::create_directory(sub);

@@ -137,14 +137,6 @@ TEST_F(StartupTest, damagedFileIsKeptAsADatedCopyAndTheStartGoesOnAfresh) {
     }
 }
 
-TEST_F(StartupTest, anEmptyFileStartsAfreshWithoutACopyOrANotice) {
-    writeText(dataFile(), "");
-    start();
-    EXPECT_EQ(storeGet("usage_starts"), Json(1));
-    EXPECT_EQ(app::damagedDataNotice(), "");
-    EXPECT_TRUE(QDir(dataDir()).entryList({"data-beskadiget-*"}).isEmpty());
-}
-
 TEST_F(StartupTest, aFolderNamedLikeTheDataFileStartsWithAnEmptyStore) {
     QDir().mkpath(dataFile() + "/indhold");
     start();
