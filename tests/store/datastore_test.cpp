@@ -7,14 +7,17 @@
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <functional>
 #include <iterator>
 #include <optional>
+#include <random>
 #include <regex>
 #include <string>
 #include <vector>
@@ -289,6 +292,43 @@ TEST_F(DataStoreTest, fullDiskKeepsTheOldFileByteForByte) {
     store().remove("stats"); // room again: the next save writes everything
     EXPECT_FALSE(store().saveFailing());
     EXPECT_NE(readAll(mnt / "data.json").find("fs_fc"), std::string::npos);
+}
+
+// A process killed at any moment of a save (the student pulls the plug on a
+// hung program) leaves the last whole file; the next start's save sweeps away
+// the temporary the killed one was writing.
+TEST_F(DataStoreTest, killDuringSavesLeavesAWholeFile) {
+    usePath();
+    store().set("n", 0);
+    std::mt19937 rng(7);
+    std::uniform_int_distribution<int> wait(200, 20000); // µs
+    for (int round = 0; round < 12; ++round) {
+        SCOPED_TRACE(round);
+        const pid_t child = fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            const std::string padding(200000, 'p'); // a write that takes a while
+            for (int i = 1;; ++i) {
+                store().set("pad", padding);
+                store().set("n", i);
+            }
+        }
+        usleep(useconds_t(wait(rng)));
+        ASSERT_EQ(kill(child, SIGKILL), 0);
+        int status = 0;
+        ASSERT_EQ(waitpid(child, &status, 0), child);
+        ASSERT_TRUE(WIFSIGNALED(status));
+    
+
+        store().resetForTest();
+        usePath();
+        ASSERT_TRUE(store().load()) << readAll(file).substr(0, 200);
+        EXPECT_EQ(store().damagedCopy(), "");
+        EXPECT_TRUE(store().get("n").isNumber());
+        store().set("started", round);
+        EXPECT_FALSE(fs::exists(dir / "data.json.tmp"));
+    }
+    EXPECT_TRUE(damagedCopies(dir).empty());
 }
 
 TEST_F(DataStoreTest, pathIsUtf8) {
