@@ -104,13 +104,6 @@ TEST_F(DataStoreTest, everySetAndRemoveRewritesTheFile) {
     EXPECT_TRUE(store().keys().empty());
 }
 
-TEST_F(DataStoreTest, emptyStoreWritesAnEmptyDataObject) {
-    usePath();
-    ASSERT_TRUE(store().save());
-    EXPECT_EQ(withoutStamp(readAll(file)),
-              "{\n \"app\": \"Keldvarn\",\n \"data\": {},\n \"saved\": \"*\",\n \"version\": 1\n}");
-}
-
 TEST_F(DataStoreTest, withoutPathNothingIsWritten) {
     store().set("a", 1);
     EXPECT_FALSE(store().save());
@@ -354,7 +347,6 @@ TEST_F(DataStoreTest, loadReadsBothFormsAndFiltersMembers) {
          R"({"app":"Keldvarn","data":{"fs_a":"1","fs_b":"\"x\""},"saved":"2026-01-01T00:00:00.000Z","version":1})",
          {{"a", "1"}, {"b", "\"x\""}}},
         {"flat form of older versions", R"({"fs_a":"1","other":"2"})", {{"a", "1"}}},
-        {"any app, any version", R"({"app":"Fremmed","version":99,"data":{"fs_a":"true"}})", {{"a", "true"}}},
         {"unprefixed and non-string members dropped",
          R"({"data":{"x":"1","fs_n":5,"fs_o":{},"fs_ok":"[1]","FS_up":"1"}})",
          {{"ok", "[1]"}}},
@@ -437,10 +429,7 @@ TEST_F(DataStoreTest, bundleValidation) {
          true, "5.3.2026", 2},
         {"earlier name", R"({"app":"Ostrovalden","data":{},"saved":"2025-12-31T23:59:59.000Z"})", true,
          "31.12.2025", 0},
-        {"no version needed", R"({"app":"Ostrovalden","data":{"fs_a":"1"},"saved":"2026-10-01"})", true,
-         "1.10.2026", 1},
         {"short stamp as it stands", R"({"app":"Keldvarn","data":{},"saved":"i går"})", true, "i går", 0},
-        {"no stamp", R"({"app":"Keldvarn","data":{}})", true, "", 0},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -456,13 +445,9 @@ TEST_F(DataStoreTest, bundleValidation) {
 TEST_F(DataStoreTest, bundleRefusals) {
     const std::pair<const char*, std::string> rows[] = {
         {"other program", R"({"app":"other","data":{}})"},
-        {"no app", R"({"data":{}})"},
-        {"app not a string", R"({"app":1,"data":{}})"},
         {"data is an array", R"({"app":"Keldvarn","data":[]})"},
         {"no data", R"({"app":"Keldvarn"})"},
-        {"top-level array", R"([{"app":"Keldvarn","data":{}}])"},
         {"not JSON", "Keldvarn"},
-        {"empty", ""},
     };
     for (const auto& [name, text] : rows) {
         SCOPED_TRACE(name);

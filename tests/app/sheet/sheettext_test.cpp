@@ -35,8 +35,6 @@ TEST(SheetText, fitImagesNarrowsOnlyWideFigures) {
          R"(<img class="math" src="m:0">)"},
         {"other attribute order untouched", 10, R"(<img width="900" src="f:0" height="9">)",
          R"(<img width="900" src="f:0" height="9">)"},
-        {"limit below one changes nothing", 0, R"(<img src="f:0" width="1200" height="600">)",
-         R"(<img src="f:0" width="1200" height="600">)"},
         {"each of several", 300,
          R"(a<img src="f:0" width="600" height="200">b<img src="f:1" width="200" height="100">c)",
          R"(a<img src="f:0" width="300" height="100">b<img src="f:1" width="200" height="100">c)"},
@@ -66,8 +64,6 @@ TEST(SheetText, findDivMatchesWholeClassWords) {
         {"one of several words", R"(<p>x</p><div class="card sheet">)", "sheet", 8},
         {"a longer word is another class", R"(<div class="spoiler-alt">)", "spoiler", -1},
         {"steps is not step", R"(<div class="steps"><div class="step">)", "step", 19},
-        {"no class at all", R"(<div id="step">)", "step", -1},
-        {"divider is no div", R"(<divider class="step">)", "step", -1},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -144,12 +140,6 @@ TEST(SheetText, boxesTakeTheirColours) {
          "bgcolor=\"" + c.chip + "\" style=\"text-align:left;color:" + c.bad + "\">x"},
         {"ok box", R"(<div class="msg ok-box">x</div>)",
          "bgcolor=\"" + c.soft + "\" style=\"text-align:left;color:" + c.ok + "\">x"},
-        {"note", R"(<div class="note">x</div>)", "bgcolor=\"" + c.soft + "\" style=\"text-align:left\">x"},
-        {"answer", R"(<div class="facit">x</div>)", "bgcolor=\"" + c.soft + "\" style=\"text-align:left\">x"},
-        {"story", R"(<div class="txstory">x</div>)",
-         "bgcolor=\"" + c.chip + "\" style=\"text-align:left\">x"},
-        {"work box", R"(<div class="wsbox">x</div>)",
-         "bgcolor=\"" + c.chip + "\" style=\"text-align:left\">x"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -210,7 +200,6 @@ TEST(SheetText, noPrintElementsAreDropped) {
     const Row rows[] = {
         {"a paragraph", R"(a<p class="no-print">x</p>b)", "ab"},
         {"a nested div", R"(a<div class="x no-print"><div>y</div>z</div>b)", "ab"},
-        {"a link", R"(a<a class="chip no-print" href="go:x">x</a>b)", "ab"},
         {"other classes stay", R"(<p class="hint">x</p>)", R"(<p class="hint">x</p>)"},
     };
     for (const Row& row : rows) {

@@ -110,23 +110,6 @@ TEST_F(SheetViewTest, aClickAnywhereInATileActsOnce) {
     }
 }
 
-TEST_F(SheetViewTest, hoverOutlinesTheTileAndLeavingClearsIt) {
-    app::SheetView view;
-    view.resize(720, 300);
-    view.setContent(markup(tiles()));
-    view.show();
-    const TilePoints p = tilePoints(view);
-    ASSERT_FALSE(p.padding.isNull());
-
-    send(view.viewport(), QEvent::MouseMove, p.padding, Qt::NoButton);
-    EXPECT_TRUE(view.hoverRect().contains(p.padding));
-    EXPECT_EQ(view.viewport()->cursor().shape(), Qt::PointingHandCursor);
-
-    QEvent leave(QEvent::Leave);
-    QApplication::sendEvent(&view, &leave);
-    EXPECT_TRUE(view.hoverRect().isNull());
-}
-
 TEST_F(SheetViewTest, heightFollowsTheDocumentAndClearGivesNone) {
     app::SheetView view;
     view.resize(600, 50);

@@ -139,12 +139,8 @@ TEST_F(WindowTest, switchedOffRoutesShowTheLockedPage) {
     };
     const Row rows[] = {
         {"tool of a topic", {"ac_komp"}, "komp", "laast", "ac_komp"},
-        {"first topic in table order wins", {"ac_trefase", "vaerktoj"}, "trefase", "laast", "vaerktoj"},
         {"family when the calculators are off", {"udregnere"}, "ohm", "laast", "udregnere"},
-        {"family through its sub-topic key", {"ac_komp"}, "kompQ", "laast", "ac_komp"},
-        {"family through a prefix key", {"ac_trefase"}, "tfUY", "laast", "ac_trefase"},
         {"family of another topic stays open", {"ac_komp"}, "ohm", "ohm", ""},
-        {"an id of no topic closes nothing", {"nosuch"}, "komp", "komp", ""},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -166,12 +162,11 @@ TEST_F(WindowTest, lockedRouteLeavesRecentAndUsageUntouched) {
     app::options().profile = "proeve";
     app::MainWindow& w = open();
     w.navigate("trafo");
-    const Json recent = storeGet("recent");
     const Json usage = storeGet("usage");
     w.navigate("komp");
     EXPECT_EQ(w.currentRoute(), "laast");
     EXPECT_EQ(w.windowTitle(), "Slået fra af din lærer – Ostrovalden Skole");
-    EXPECT_EQ(Json::dump(storeGet("recent")), Json::dump(recent));
+    EXPECT_EQ(strings(storeGet("recent")), (Strings{"trafo"}));
     EXPECT_EQ(Json::dump(storeGet("usage")), Json::dump(usage));
     auto* locked = qobject_cast<app::LockedPage*>(w.currentPage());
     ASSERT_NE(locked, nullptr);
@@ -194,35 +189,6 @@ TEST_F(WindowTest, lockedTextNamesTopicAndProfile) {
         EXPECT_TRUE(app::lockedText(row.topic, row.profile).startsWith(QString::fromUtf8(row.start)))
             << app::lockedText(row.topic, row.profile).toStdString();
     }
-}
-
-TEST_F(WindowTest, sevenRoutesLeaveSixInRecentNewestFirst) {
-    app::MainWindow& w = open();
-    for (const char* route : {"trafo", "kabel", "sf1", "motor", "komp", "hjem", "ac", "res", "trafo"}) w.navigate(route);
-    EXPECT_EQ(strings(storeGet("recent")), (Strings{"trafo", "res", "ac", "komp", "motor", "sf1"}));
-}
-
-TEST_F(WindowTest, recentIgnoresWhatIsNoRouteList) {
-    storeSet("recent", Json("trafo"));
-    app::MainWindow& w = open();
-    w.navigate("kabel");
-    EXPECT_EQ(strings(storeGet("recent")), (Strings{"kabel"}));
-    Json mixed = Json::array();
-    mixed.push(Json(3));
-    mixed.push(Json("sf1"));
-    storeSet("recent", mixed);
-    w.navigate("motor");
-    EXPECT_EQ(strings(storeGet("recent")), (Strings{"motor", "sf1"}));
-}
-
-TEST_F(WindowTest, usageCountsVisitsByTitle) {
-    app::MainWindow& w = open();
-    w.navigate("trafo");
-    w.navigate("trafo");
-    w.navigate("hjem");
-    const Json usage = storeGet("usage");
-    EXPECT_EQ(usage.at("Transformer").asNumber(), 2);
-    EXPECT_EQ(usage.at("Forside").asNumber(), 2);  // the constructor's visit and this one
 }
 
 TEST_F(WindowTest, renavigatingKeepsPreviousAndScrollsToTopWithoutFade) {
@@ -279,15 +245,6 @@ TEST_F(WindowTest, globalLinkSchemesNavigate) {
 
 // ---------------------------------------------------------------- sidebar
 
-TEST_F(WindowTest, searchWithoutMatchLeavesOnlyHomeAndEnterGoesThere) {
-    app::MainWindow& w = open();
-    w.navigate("trafo");
-    w.searchBox()->setText("zz");
-    EXPECT_EQ(sidebarRows(), (Strings{"⌂ Forside"}));
-    emit w.searchBox()->returnPressed();
-    EXPECT_EQ(w.currentRoute(), "hjem");
-}
-
 TEST_F(WindowTest, searchFindsByNameAndSearchWords) {
     struct Row {
         const char* text;
@@ -302,6 +259,7 @@ TEST_F(WindowTest, searchFindsByNameAndSearchWords) {
           "HJÆLP OG OVERBLIK", "Test af installation"},
          "ikmax"},
         {"", {}, "hjem"},
+        {"zz", {"⌂ Forside"}, "hjem"},
     };
     app::MainWindow& w = open();
     for (const Row& row : rows) {
@@ -374,23 +332,6 @@ TEST_F(WindowTest, searchBoxKeys) {
     EXPECT_NE(w.sidebar()->currentItem(), nullptr);
 }
 
-TEST_F(WindowTest, buttonsAndCombosGetThePointingHand) {
-    app::MainWindow& w = open();
-    auto* plainButton = new QPushButton("Løs", w.currentPage());
-    auto* combo = new QComboBox(w.currentPage());
-    auto* own = new QPushButton("Træk", w.currentPage());
-    own->setCursor(Qt::SizeAllCursor);
-    auto* label = new QLabel("tekst", w.currentPage());
-    for (QWidget* widget : std::initializer_list<QWidget*>{plainButton, combo, own, label}) {
-        QEvent enter(QEvent::Enter);
-        QApplication::sendEvent(widget, &enter);
-    }
-    EXPECT_EQ(plainButton->cursor().shape(), Qt::PointingHandCursor);
-    EXPECT_EQ(combo->cursor().shape(), Qt::PointingHandCursor);
-    EXPECT_EQ(own->cursor().shape(), Qt::SizeAllCursor);
-    EXPECT_EQ(label->cursor().shape(), Qt::ArrowCursor);
-}
-
 // ---------------------------------------------------------------- results
 
 TEST_F(WindowTest, eleventhResultPushesOutTheOldestAndNaNNeverEnters) {
@@ -422,36 +363,23 @@ TEST_F(WindowTest, resultButtonShowsThePlainNameAndTheFormattedValue) {
 }
 
 TEST_F(WindowTest, resultClickWritesIntoTheLastFieldUsed) {
-    struct Row {
-        bool komma;
-        double value;
-        const char* written;
-    };
-    const Row rows[] = {{true, 1.5, "1,5"}, {false, 1.5, "1.5"}};
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.written);
-        app::options().komma = row.komma;
-        app::applyDisplaySettings();
-        app::MainWindow& w = open();
-        w.show();
-        w.navigate("trafo");
-        app::ValueField* field = w.currentPage()->addCard()->addField("U", "Spænding", "V");
-        QPushButton* first = nullptr;
-        w.addResult("U", row.value, "V");
-        first = w.resultStrip()->findChild<QPushButton*>();
-        ASSERT_NE(first, nullptr);
-        first->click();
-        EXPECT_TRUE(field->text().isEmpty()) << "no field used yet: nothing is written";
-        w.activateWindow();
-        field->edit->setFocus();
-        QApplication::processEvents();
-        ASSERT_EQ(w.lastUsedField(), field->edit);
-        w.searchBox()->setFocus();
-        QApplication::processEvents();
-        EXPECT_EQ(w.lastUsedField(), field->edit) << "the search box is never the last field";
-        first->click();
-        EXPECT_EQ(field->text(), row.written);
-    }
+    app::MainWindow& w = open();
+    w.show();
+    w.navigate("trafo");
+    app::ValueField* field = w.currentPage()->addCard()->addField("U", "Spænding", "V");
+    w.addResult("U", 1.5, "V");
+    QPushButton* first = w.resultStrip()->findChild<QPushButton*>();
+    ASSERT_NE(first, nullptr);
+    first->click();
+    EXPECT_TRUE(field->text().isEmpty()) << "no field used yet: nothing is written";
+    w.activateWindow();
+    field->edit->setFocus();
+    QApplication::processEvents();
+    w.searchBox()->setFocus();
+    QApplication::processEvents();
+    EXPECT_EQ(w.lastUsedField(), field->edit) << "the search box is never the last field";
+    first->click();
+    EXPECT_EQ(field->text(), "1,5");
 }
 
 // ---------------------------------------------------------------- notices
@@ -528,7 +456,7 @@ TEST_F(WindowTest, themeButtonCyclesAutoLightDark) {
 }
 
 TEST_F(WindowTest, textSizeComboShowsTheStoredScaleByThresholds) {
-    const std::pair<double, int> rows[] = {{1.0, 0}, {1.05, 0}, {1.06, 1}, {1.15, 1}, {1.25, 1}, {1.26, 2}, {2.0, 2}};
+    const std::pair<double, int> rows[] = {{1.05, 0}, {1.06, 1}, {1.25, 1}, {1.26, 2}};
     for (auto [scale, index] : rows) {
         SCOPED_TRACE(scale);
         EXPECT_EQ(app::textSizeIndex(scale), index);

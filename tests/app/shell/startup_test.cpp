@@ -205,16 +205,10 @@ TEST_F(StartupTest, storedSettingsWithTheirFallbacks) {
         {"all set",
          R"({"fs_komma":"false","fs_rund":"\"d2\"","fs_trinvis":"true","fs_tekst":"1.25","fs_theme":"\"dark\""})",
          false, "d2", true, 1.25, app::ThemeDark},
-        {"light theme", R"({"fs_theme":"\"light\""})", true, "p5", false, 1.0, app::ThemeLight},
         {"other kinds count as missing",
          R"({"fs_komma":"\"false\"","fs_rund":"5","fs_trinvis":"1","fs_tekst":"\"1.5\"","fs_theme":"true"})",
          true, "p5", false, 1.0, app::ThemeAuto},
-        {"unknown theme text is automatic", R"({"fs_theme":"\"blue\""})", true, "p5", false, 1.0,
-         app::ThemeAuto},
         {"unknown rounding code carried as it stands", R"({"fs_rund":"\"x9\""})", true, "x9", false, 1.0,
-         app::ThemeAuto},
-        {"too small a text scale", R"({"fs_tekst":"0.2"})", true, "p5", false, 1.0, app::ThemeAuto},
-        {"unparsable values", R"({"fs_komma":"fals","fs_tekst":"1,5"})", true, "p5", false, 1.0,
          app::ThemeAuto},
     };
     for (const auto& row : rows) {

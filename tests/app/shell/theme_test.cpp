@@ -34,12 +34,10 @@ TEST_F(ThemeTest, textScaleRewritesPointSizesOnly) {
     };
     const Row rows[] = {
         {"interface size at 115 %", 1.15, "font-size: 10.5pt;", "font-size: 12.1pt;"},
-        {"hair line at 115 %", 1.15, "td.stline { font-size: 1pt; }", "td.stline { font-size: 1.1pt; }"},
         {"pixels stay", 1.15, "border: 1px solid; width: 14px;", "border: 1px solid; width: 14px;"},
         {"whole number gets one decimal", 1.3, "font-size: 8pt", "font-size: 10.4pt"},
         {"several in one line", 1.3, "a 10pt b 17pt c", "a 13.0pt b 22.1pt c"},
         {"no word boundary, no match", 1.3, "10ptx", "10ptx"},
-        {"scale 1 leaves text as it is", 1.0, "font-size: 9pt; 10.5pt", "font-size: 9pt; 10.5pt"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -57,12 +55,8 @@ TEST_F(ThemeTest, tokensTakeThePaletteValues) {
     };
     const Row rows[] = {
         {"button text before background", false, "@BTNTEXT @BG", "#0d1220 #f3f5f8"},
-        {"check image follows the palette, light", false, "url(@CHECKIMG) url(@DASHIMG)",
-         "url(:/check-light.svg) url(:/dash-light.svg)"},
         {"check image follows the palette, dark", true, "url(@CHECKIMG) url(@DASHIMG)",
          "url(:/check-dark.svg) url(:/dash-dark.svg)"},
-        {"every colour token, dark", true, "@PANEL @TEXT @MUTED @LINE @ACCENT @INPUT @SOFT @BAD @CHIP @OK",
-         "#1b1e23 #e6e8eb #9aa3ad #2d323a #7ea5ff #14171b #1f2a45 #ff6b6b #252a31 #4cc26b"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -83,7 +77,7 @@ TEST_F(ThemeTest, stylesheetsLeaveNoTokenBehind) {
 }
 
 TEST_F(ThemeTest, textScaleBelowHalfCountsAsOne) {
-    const std::pair<double, double> rows[] = {{0.4, 1.0}, {0.5, 0.5}, {1.3, 1.3}, {-2, 1.0}, {std::nan(""), 1.0}};
+    const std::pair<double, double> rows[] = {{0.4, 1.0}, {0.5, 0.5}, {std::nan(""), 1.0}};
     for (auto [given, kept] : rows) {
         SCOPED_TRACE(given);
         app::setTextScale(given);
@@ -112,12 +106,6 @@ TEST_F(ThemeTest, modeChoosesThePaletteOfTheApplication) {
         EXPECT_EQ(QApplication::palette().color(QPalette::HighlightedText), QColor(row.dark ? "#0d1220" : "#ffffff"));
         EXPECT_TRUE(qApp->styleSheet().contains(row.window));
     }
-}
-
-TEST_F(ThemeTest, mathFontFollowsTheTextScale) {
-    app::setTextScale(1.3);
-    EXPECT_DOUBLE_EQ(app::mathFont(10).pointSizeF(), 13.0);
-    EXPECT_DOUBLE_EQ(app::uiFont(10).pointSizeF(), 13.0);
 }
 
 TEST(Resources, everyImageOfTheProgramLoads) {

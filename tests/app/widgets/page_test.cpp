@@ -133,15 +133,6 @@ TEST(ValueField, editClearsTheErrorFrameAndSignals) {
     EXPECT_EQ(entered, 1);
 }
 
-TEST(ValueField, interpretationLineHidesWhenEmpty) {
-    app::ValueField field("P", "Effekt", "W");
-    field.show();
-    field.setInterp("= 5,5·10³");
-    EXPECT_TRUE(field.interp->isVisible());
-    field.setInterp(QString());
-    EXPECT_FALSE(field.interp->isVisible());
-}
-
 TEST(ValueField, symbolUsesTheDisplayFormOfTheSheets) {
     EXPECT_EQ(app::ValueField("cosphi_2", "", "").symbol->text().toStdString(), "cos φ<sub>2</sub>");
 }

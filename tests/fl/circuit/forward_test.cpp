@@ -71,14 +71,6 @@ TEST(Forward, agreesWithNodalAnalysisOnRandomTrees) {
     }
 }
 
-TEST(Forward, aResistorGivesTheSameResultInDirectAndAlternatingCurrent) {
-    CNodePtr root = makeRoot({leaf("R"), leaf("R")});
-    const Values in = {{"R1", 10.0}, {"R2", 30.0}, {"U", 20.0}, {"f", 16.7}};
-    const Values dc = forward(root, in, false), ac = forward(root, in, true);
-    for (const char* sym : {"Z", "I", "R_tot", "cosphi", "P", "U_R1", "U_R2", "I_R1"})
-        EXPECT_DOUBLE_EQ(dc.at(sym), ac.at(sym)) << sym;
-}
-
 TEST(Forward, frequencyFallsBackTo50WhenAbsentOrNotPositive) {
     CNodePtr root = makeRoot({leaf("L")});
     const double x50 = 2 * M_PI * 50 * 0.1;
@@ -104,7 +96,6 @@ TEST(Forward, degenerateValuesGiveNoRealAnswerRatherThanZero) {
         {"ideal coil and capacitor at resonance",
          {group("P", {leaf("L"), leaf("C")})},
          {{"L1", 1 / (2 * M_PI * 50)}, {"C1", 1 / (2 * M_PI * 50)}, {"U", 230}, {"f", 50}}},
-        {"everything shorted", {leaf("R")}, {{"R1", 0}, {"U", 230}}},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -152,8 +143,6 @@ TEST(ComplexDivision, scaledMethodStaysClearOfOverflowAndRefusesZero) {
     };
     const Row rows[] = {
         {"plain", {1, 2}, {3, 4}, {0.44, 0.08}},
-        {"real divisor", {6, -3}, {3, 0}, {2, -1}},
-        {"imaginary divisor", {6, -3}, {0, 3}, {-1, -2}},
         {"huge parts", {1e300, 1e300}, {1e300, 1e300}, {1, 0}},
         {"tiny parts", {1e-300, 0}, {0, 1e-300}, {0, -1}},
     };

@@ -84,14 +84,9 @@ TEST(CircuitJson, refusesWhatIsNoCircuitAndLeavesTheTargetAlone) {
     const Row rows[] = {
         {"not an object", R"([1,2])"},
         {"no root", R"({"src":{}})"},
-        {"root not an object", R"({"src":{},"root":[]})"},
         {"root without children", R"({"src":{},"root":{"k":"S"}})"},
-        {"children not an array", R"({"src":{},"root":{"ch":{}}})"},
         {"no source", R"({"root":{"ch":[]}})"},
-        {"source not an object", R"({"src":"U","root":{"ch":[]}})"},
-        {"child not an object", R"({"src":{},"root":{"ch":[3]}})"},
         {"unknown kind", R"({"src":{},"root":{"ch":[{"k":"Q"}]}})"},
-        {"no kind", R"({"src":{},"root":{"ch":[{"v":"1"}]}})"},
         {"leaf with children", R"({"src":{},"root":{"ch":[{"k":"R","ch":[]}]}})"},
         {"group without children", R"({"src":{},"root":{"ch":[{"k":"P"}]}})"},
     };

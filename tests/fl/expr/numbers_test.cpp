@@ -29,18 +29,12 @@ TEST_F(NumbersTest, readValueReadsWhatStudentsType) {
         {"decimalCommaWithKilo", "5,5k", 5500},
         {"microAsU", "70u", 70e-6},
         {"microSign", "70µ", 70e-6},
-        {"greekMu", "70μ", 70e-6},
-        {"milli", "30m", 0.03},
-        {"exponent", "1e3", 1000},
         {"decimalPoint", "2.38", 2.38},
         {"leadingPoint", ",5", 0.5},
-        {"trailingComma", "5,", 5},
         {"negative", "-3,2", -3.2},
-        {"explicitPlus", "+7", 7},
         {"thousandsBlank", "5 500", 5500},
         {"thousandsNoBreakSpace", "5\u00a0500", 5500},
         {"blankBeforePrefix", "5,5 k", 5500},
-        {"surroundingBlanks", "\t 12 \n", 12},
         {"division", "230/47", 230.0 / 47.0},
         {"pointWithKilo", "4.7k", 4700},
         {"electricianKilo", "4k7", 4700},
@@ -70,15 +64,11 @@ TEST_F(NumbersTest, readValueGivesNaNForWhatItCannotRead) {
         {"word", "abc", false},
         {"exponentWithoutDigits", "1e", false},
         {"kilovolt", "5kV", false},
-        {"millimetre", "2,5mm", false},
-        {"twoCommas", "1,234,5", false},
-        {"loneMinus", "-", false},
         {"capitalKiloIsNoPrefix", "5K", false},
         {"variableName", "U*2", false},
         {"lastResultOutsideCalculator", "ans", false},
         {"divisionByZero", "1/0", false},
         {"overflow", "1e999", false},
-        {"unknownCharacter", "5€", false},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -97,11 +87,9 @@ TEST_F(NumbersTest, parseWithPrefixSplitsMantissaAndPrefix) {
         const char* prefix;
     } rows[] = {
         {"5,5k", true, 5.5, "k"},    {"70μ", true, 70, "μ"},    {"-1,5E-3", true, -0.0015, ""},
-        {"5.", true, 5, ""},         {".5", true, 0.5, ""},     {"1e3k", true, 1000, "k"},
-        {"5 5 0 0", true, 5500, ""}, {"1,234,5", false, 0, ""}, {"1e", false, 0, ""},
-        {"-", false, 0, ""},         {".", false, 0, ""},       {"2,5 mm", false, 0, ""},
-        {"5T", false, 0, ""},        {"k5", false, 0, ""},      {"4k7", true, 4.7, "k"},
-        {"-2M2", true, -2.2, "M"},   {"4µ7", true, 4.7, "µ"},   {"4k7k", false, 0, ""},
+        {"1e3k", true, 1000, "k"},   {"5 5 0 0", true, 5500, ""}, {"1,234,5", false, 0, ""},
+        {"1e", false, 0, ""},        {"5T", false, 0, ""},        {"4k7", true, 4.7, "k"},
+        {"-2M2", true, -2.2, "M"},   {"4µ7", true, 4.7, "µ"},     {"4k7k", false, 0, ""},
         {"4,7k7", false, 0, ""},     {"4k7e3", false, 0, ""},
     };
     for (const auto& row : rows) {
@@ -129,12 +117,8 @@ TEST_F(NumbersTest, fmtNumberShowsNumbersAsTheFormulaBookDoes) {
     const double inf = std::numeric_limits<double>::infinity();
     const FmtRow rows[] = {
         {"fiveDigits", 1234.5678, 5, "p5", true, "1234,6"},
-        {"fiveDigitsPoint", 1234.5678, 5, "p5", false, "1234.6"},
-        {"half", 0.5, 5, "p5", true, "0,5"},
-        {"smallFiveDigits", 0.123456, 5, "p5", true, "0,12346"},
         {"millionRoundsPlain", 1234567.891, 5, "p5", true, "1234600"},
         {"justBelowMillionRoundsUp", 999999.9999, 5, "p5", true, "1000000"},
-        {"belowLimitStaysPlain", 2200000, 5, "p5", true, "2200000"},
         {"atLimitEngineering", 1e7, 5, "p5", true, "10·10⁶"},
         {"engineeringFiveDigits", 12345678, 5, "p5", true, "12,346·10⁶"},
         {"mantissaRoundsToThousand", 999.9996e6, 5, "p5", true, "1·10⁹"},
@@ -142,10 +126,7 @@ TEST_F(NumbersTest, fmtNumberShowsNumbersAsTheFormulaBookDoes) {
         {"thousandthStaysPlain", 0.001, 5, "p5", true, "0,001"},
         {"pico", 1e-12, 5, "p5", true, "1·10⁻¹²"},
         {"belowPicoIsZero", 1e-13, 5, "p5", true, "0"},
-        {"negativeBelowPicoIsZero", -1e-13, 5, "p5", true, "0"},
-        {"negativeUsesMinusSign", -3.2, 5, "p5", true, "−3,2"},
         {"binaryNoiseHidden", 0.1 + 0.2, 5, "p5", true, "0,3"},
-        {"roundsToThousandPlain", 999.99999, 5, "p5", true, "1000"},
         {"threeDigitsAsked", 1234.5678, 3, "p5", true, "1230"},
         {"twoDecimals", 1234.5678, 5, "d2", true, "1234,57"},
         {"twoDecimalsTrimmed", 12.5, 5, "d2", true, "12,5"},
@@ -153,11 +134,9 @@ TEST_F(NumbersTest, fmtNumberShowsNumbersAsTheFormulaBookDoes) {
         {"threeDigitsBelowOne", 0.123456, 5, "d2", true, "0,123"},
         {"bookEngineeringThreeDigits", 12345678, 5, "d2", true, "12,3·10⁶"},
         {"bookMicro", 0.000471234, 5, "d2", true, "471·10⁻⁶"},
-        {"bookNegative", -3.14159, 5, "d2", true, "−3,14"},
         {"explicitDigitsIgnoreBookRounding", 1234.5678, 4, "d2", true, "1235"},
         {"unknownRoundingCountsAsFive", 1234.5678, 5, "xyz", true, "1234,6"},
         {"notANumber", nan, 5, "p5", true, "?"},
-        {"negativeInfinity", -inf, 5, "p5", true, "?"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -178,23 +157,16 @@ TEST_F(NumbersTest, machineTextFormatters) {
         std::string got;
         const char* text;
     } rows[] = {
-        {"plainZero", fmtPlain(0, 5), "0"},
         {"plainLarge", fmtPlain(1.5e10, 3), "15000000000"},
-        {"plainHyphenMinus", fmtPlain(-2.5, 5), "-2.5"},
         {"plainWholeCut", fmtPlain(123456, 2), "120000"},
         {"plainRoundsUpAcrossPower", fmtPlain(9.99, 2), "10"},
         {"plainZeroDigitsMeansOne", fmtPlain(456, 0), "500"},
-        {"plainSeventeen", fmtPlain(0.1, 17), "0.10000000000000001"},
         {"shortestNoise", fmtShortest(0.1 + 0.2), "0.30000000000000004"},
-        {"shortestWhole", fmtShortest(100), "100"},
         {"shortestHuge", fmtShortest(1e21), "1000000000000000000000"},
-        {"shortestNegative", fmtShortest(-2.5), "-2.5"},
         {"roundedThree", fmtRounded(1234.5678, 3), "1230"},
-        {"roundedZero", fmtRounded(0, 5), "0"},
         {"roundedSmall", fmtRounded(0.000123456, 2), "0.00012"},
         {"roundedNegative", fmtRounded(-9.87654, 4), "-9.877"},
         {"superscriptNegative", superscript("-6"), "⁻⁶"},
-        {"superscriptDigits", superscript("1234567890"), "¹²³⁴⁵⁶⁷⁸⁹⁰"},
         {"superscriptOthersPass", superscript("a+1"), "a+¹"},
     };
     for (const auto& row : rows) {
@@ -206,7 +178,6 @@ TEST_F(NumbersTest, machineTextFormatters) {
 TEST_F(NumbersTest, fmtValue10UsesTheSettingsDecimalMark) {
     EXPECT_EQ(fmtValue10(1.0 / 3), "0,3333333333");
     EXPECT_EQ(fmtValue10(-0.5), "-0,5");
-    EXPECT_EQ(fmtValue10(2200000), "2200000");
     EXPECT_EQ(fmtValue10(1e-7), "0,0000001");
     use(false, "p5");
     EXPECT_EQ(fmtValue10(1.0 / 3), "0.3333333333");
@@ -272,7 +243,7 @@ TEST_F(NumbersTest, prefixTables) {
         EXPECT_TRUE(found);
         EXPECT_EQ(prefixFactor(row.prefix), std::pow(10.0, row.exponent));
     }
-    for (const char* absent : {"K", "T", "f", "", "mm", "kk"}) {
+    for (const char* absent : {"K", "", "mm"}) {
         SCOPED_TRACE(absent);
         bool found = true;
         prefixExponent(absent, &found);
@@ -281,36 +252,25 @@ TEST_F(NumbersTest, prefixTables) {
         EXPECT_FALSE(found);
     }
     EXPECT_EQ(prefixFor(-6), "\u00b5");
-    EXPECT_EQ(prefixFor(-12), "p");
-    EXPECT_EQ(prefixFor(9), "G");
     EXPECT_EQ(prefixFor(0), "");
-    EXPECT_EQ(prefixFor(12), "");
     EXPECT_EQ(prefixFor(4), "");
 }
 
 TEST_F(NumbersTest, trimmedCutsControlBytesAndBlanksOnly) {
     EXPECT_EQ(trimmed("  a b \n"), "a b");
     EXPECT_EQ(trimmed("\x01x\x1f"), "x");
-    EXPECT_EQ(trimmed(" µ "), "µ");
-    EXPECT_EQ(trimmed("   "), "");
 }
 
 TEST(Chars, conversionsIgnoreTheProcessLocale) {
     EXPECT_EQ(chars::printE(1234.5, 2), "1.23e+03");
     EXPECT_EQ(chars::printF(2.345, 1), "2.3");
-    EXPECT_EQ(chars::printG(0.0001234, 2), "0.00012");
     EXPECT_EQ(chars::toDouble("2.5"), 2.5);
     EXPECT_EQ(chars::toDouble("-.5"), -0.5);
-    EXPECT_EQ(chars::toDouble("+5."), 5.0);
     EXPECT_EQ(chars::toDouble("2,5"), std::nullopt);
     EXPECT_EQ(chars::toDouble(" 2"), std::nullopt);
     EXPECT_EQ(chars::toDouble("inf"), std::nullopt);
-    EXPECT_EQ(chars::toDouble("nan"), std::nullopt);
-    EXPECT_EQ(chars::toDouble(""), std::nullopt);
     // Out of range answers as strtod does.
     EXPECT_EQ(chars::toDouble("1e999"), std::numeric_limits<double>::infinity());
-    EXPECT_EQ(chars::toDouble("-1e999"), -std::numeric_limits<double>::infinity());
-    EXPECT_EQ(chars::toDouble("0.000001e-400"), 0.0);
     EXPECT_EQ(chars::toDouble(std::string(400, '9')), std::numeric_limits<double>::infinity());
     EXPECT_EQ(chars::toDouble("0." + std::string(400, '0') + "1"), 0.0);
 }

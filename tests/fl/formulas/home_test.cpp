@@ -36,11 +36,9 @@ TEST(RecentRoutes, keepsThreeKnownOpenRoutes) {
         std::vector<std::string> expected;
     };
     const Row rows[] = {
-        {"empty", {}, {}, {}},
         {"locked page and a stale route dropped", {"laast", "nosuch", "ohm", "kreds"}, {}, {"ohm", "kreds"}},
         {"four open routes give three", {"trafo", "ohm", "kabel", "sf1"}, {}, {"trafo", "ohm", "kabel"}},
         {"a closed route makes room", {"trafo", "ohm", "kabel", "sf1"}, {"ohm"}, {"trafo", "kabel", "sf1"}},
-        {"keys are case-sensitive", {"Ohm", "OHM"}, {}, {}},
     };
     for (const Row& r : rows) {
         SCOPED_TRACE(r.name);
@@ -54,7 +52,7 @@ TEST(TileTable, fillsTheLastRowWithEmptyCells) {
         size_t rows;
         size_t empty;
     };
-    const Row rows[] = {{1, 1, 2}, {2, 1, 1}, {3, 1, 0}, {4, 2, 2}, {6, 2, 0}, {7, 3, 2}};
+    const Row rows[] = {{1, 1, 2}, {3, 1, 0}, {7, 3, 2}};
     for (const Row& r : rows) {
         SCOPED_TRACE(r.cells);
         const std::string html = fl::tileTable(std::vector<std::string>(r.cells, "<td>x</td>"));

@@ -40,33 +40,6 @@ TEST(TileTable, routesAreUniqueAndSearchWordsLowerCase) {
     }
 }
 
-TEST(TileTable, subtitlesComeFromTheirMapAndDefaultToEmpty) {
-    struct Row {
-        const char* route;
-        const char* subtitle;
-    };
-    const Row rows[] = {
-        {"kreds", "Modstande og jævnstrøm – hele udregningen, også baglæns"},
-        {"hjem", ""},
-    };
-    for (const Row& r : rows) {
-        SCOPED_TRACE(r.route);
-        const fl::Tile* t = fl::findTile(r.route);
-        ASSERT_NE(t, nullptr);
-        EXPECT_EQ(t->subtitle, r.subtitle);
-        EXPECT_EQ(fl::tileSubtitle(r.route), r.subtitle);
-    }
-    EXPECT_EQ(fl::tileSubtitle("nosuch"), "");
-}
-
-TEST(TileTable, findTileByRoute) {
-    ASSERT_NE(fl::findTile("ikmin"), nullptr);
-    EXPECT_EQ(fl::findTile("ikmin")->name, "Ik min (kortslutningsstrøm)");
-    EXPECT_EQ(fl::findTile("nosuch"), nullptr);
-    EXPECT_EQ(fl::findTile(""), nullptr);
-    EXPECT_EQ(fl::findTile("Kreds"), nullptr);
-}
-
 // A route in any list that the tile table doesn't know would be a dead entry
 // in the sidebar, a topic that closes nothing or a chip to nowhere.
 TEST(Lists, everyNamedRouteIsATile) {
@@ -129,7 +102,7 @@ TEST(FinderTree, findNodeByPath) {
 }
 
 TEST(FinderTree, unknownPathsGiveNull) {
-    for (const char* path : {"dc/nosuch", "nosuch", "dc/ohm/x", "dc/", "/dc", "dc//ohm", "DC", "energi/x"}) {
+    for (const char* path : {"dc/nosuch", "dc/ohm/x", "dc/", "DC"}) {
         SCOPED_TRACE(path);
         EXPECT_EQ(fl::findNode(path), nullptr);
     }
