@@ -1,0 +1,111 @@
+#!/usr/bin/env bash
+# Breaks the core on purpose, one mutant at a time, and records which tests
+# notice: a sign, a comparison, a rounding rule, a store key. Each mutant
+# rebuilds only the test executables named beside it, so a run stays within
+# a few minutes of two cores. Not part of `make test`.
+#   scripts/mutate.sh [NAME...]     (default: every mutant; BUILD=build)
+# Prints a Markdown table: mutant, file:line, the tests that failed.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+root=$PWD
+build=${BUILD:-build}
+[ -f "$build/CMakeCache.txt" ] || cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
+
+# name @@ file @@ text as it stands @@ text of the mutant @@ test executables
+mutants=$(
+    cat <<'EOF'
+capacitor-reactance-sign@@fl/circuit/forward.cpp@@z = Cx(0.0, -1.0 / (omega * in[it.value]));@@z = Cx(0.0, 1.0 / (omega * in[it.value]));@@circuit_test
+reactive-current-side@@fl/circuit/forward.cpp@@std::sin(Zt.imag() < 0.0 ? -phi : phi)@@std::sin(Zt.imag() > 0.0 ? -phi : phi)@@circuit_test
+parallel-adds-impedances@@fl/circuit/forward.cpp@@y += cdiv(one, w.z[plan.kids[k]]);@@y += w.z[plan.kids[k]];@@circuit_test
+ac-power-i-not-squared@@fl/circuit/forward.cpp@@plan.isAc ? i * i * z.real()@@plan.isAc ? i * z.real()@@circuit_test
+engineering-bound-off-by-one@@fl/expr/numbers.cpp@@(a < 0.001 || a >= 1e7)@@(a < 0.001 || a > 1e7)@@fl_expr_test
+book-rounding-three-decimals@@fl/expr/numbers.cpp@@chars::printF(value, 2)@@chars::printF(value, 3)@@fl_expr_test
+hyphen-for-minus@@fl/expr/numbers.cpp@@s.replace(0, 1, "−")@@s.replace(0, 1, "-")@@fl_expr_test
+isolate-negative-term@@fl/expr/isolate.cpp@@rest.push_back({-1, other});@@rest.push_back({1, other});@@fl_expr_test
+isolate-divides-by-multiplier@@fl/expr/isolate.cpp@@side.push_back({'/', n});@@side.push_back({'*', n});@@fl_expr_test
+acos-radians@@fl/expr/eval.cpp@@return std::acos(x) / kDeg;@@return std::acos(x) * kDeg;@@fl_expr_test
+division-read-as-product@@fl/expr/parser.cpp@@factors.push_back({op, parsePower(p)});@@factors.push_back({'*', parsePower(p)});@@fl_expr_test
+power-left-associative@@fl/expr/parser.cpp@@exponent = parsePower(p);@@exponent = parsePrimary(p);@@fl_expr_test
+prefix-remark-range@@fl/formulas/solve.cpp@@mag >= 0.1 && mag < 10000@@mag >= 0.1 && mag < 1000@@solve_test
+target-kept-as-given@@fl/formulas/solve.cpp@@std::isnan(it->second) || it->first == target ? values.erase(it)@@std::isnan(it->second) ? values.erase(it)@@solve_test
+single-phase-drop-one-way@@fl/tools/drop.cpp@@"dU_f*2"@@"dU_f*1"@@fl_tools_test
+cable-exact-section-skipped@@fl/tools/cable.cpp@@if (list[i] >= qmin - kSnap)@@if (list[i] > qmin + kSnap)@@fl_tools_test
+store-prefix@@store/datastore.cpp@@const std::string kPrefix = "fs_";@@const std::string kPrefix = "fx_";@@datastore_test
+json-escapes-space@@store/json.cpp@@if (c >= 0x20 && c != '"'@@if (c > 0x20 && c != '"'@@json_test
+recent-key-renamed@@store/keys.h@@Recent[] = "recent";@@Recent[] = "recents";@@app_test
+practice-stats-key-renamed@@store/keys.h@@OvStats[] = "ov_stats";@@OvStats[] = "ov_stat";@@practice_test
+recent-list-seven@@app/shell/visits.cpp@@kRecentMax = 6;@@kRecentMax = 7;@@app_test
+calculators-open-formula-finder@@app/shell/routes.cpp@@return new FinderPage(1, h);@@return new FinderPage(0, h);@@app_test pages_test
+EOF
+)
+
+backup=$(mktemp)
+current=""
+restore() {
+    # A new mtime, so the next build recompiles what the mutant left behind.
+    if [ -n "$current" ]; then
+        cat "$backup" >"$current"
+        touch "$current"
+        current=""
+    fi
+}
+trap 'restore; rm -f "$backup"' EXIT INT TERM
+
+replace() { # file from to
+    python3 - "$@" <<'PY'
+import sys
+path, old, new = sys.argv[1:4]
+text = open(path, encoding="utf-8").read()
+if text.count(old) != 1:
+    sys.exit(f"{path}: '{old}' found {text.count(old)} times")
+open(path, "w", encoding="utf-8").write(text.replace(old, new))
+PY
+}
+
+echo "| mutant | file:line | killed by |"
+echo "|---|---|---|"
+touched=""
+while IFS= read -r row; do
+    [ -n "$row" ] || continue
+    name=${row%%@@*}; row=${row#*@@}
+    file=${row%%@@*}; row=${row#*@@}
+    from=${row%%@@*}; row=${row#*@@}
+    to=${row%%@@*}
+    targets=${row#*@@}
+    if [ $# -gt 0 ] && ! printf '%s\n' "$@" | grep -qx "$name"; then continue; fi
+    line=$(grep -nF -- "$from" "$file" | head -1 | cut -d: -f1)
+    cp "$file" "$backup"
+    current=$file
+    replace "$file" "$from" "$to"
+    touched="$touched $targets"
+    # shellcheck disable=SC2086
+    if ! cmake --build "$build" -j"${JOBS:-2}" --target $targets >/dev/null 2>&1; then
+        echo "| $name | $file:$line | (does not compile) |"
+        restore
+        continue
+    fi
+    failed="" crashed=""
+    for t in $targets; do
+        exe=$(realpath "$(find "$build/tests" -type f -name "$t" -perm -u+x | head -1)")
+        status=0
+        out=$(cd "$(dirname "$exe")" && LC_ALL=da_DK.UTF-8 QT_QPA_PLATFORM=offscreen \
+            OSTROVALDEN_TEST_DATA="$root/tests/data" timeout 900 "$exe" --gtest_brief=1 2>&1) || status=$?
+        names=$(sed -n 's/^\[  FAILED  \] \([A-Za-z0-9_/]*\.[A-Za-z0-9_/]*\).*/\1/p' <<<"$out" | sort -u | tr '\n' ' ')
+        failed+=$names
+        [ "$status" -ne 0 ] && [ -z "$names" ] && crashed+="$t:exit-$status "
+    done
+    failed+=$crashed
+    if [ -n "$failed" ]; then
+        count=$(wc -w <<<"$failed")
+        shown=$(tr ' ' '\n' <<<"$failed" | grep . | head -3 | paste -sd, | sed 's/,/, /g')
+        [ "$count" -gt 3 ] && shown="$shown (+$((count - 3)))"
+        echo "| $name | $file:$line | $shown |"
+    else
+        echo "| $name | $file:$line | **survived** |"
+    fi
+    restore
+done <<<"$mutants"
+
+# Leave the build as the sources stand.
+# shellcheck disable=SC2086
+[ -z "$touched" ] || cmake --build "$build" -j"${JOBS:-2}" --target $(tr ' ' '\n' <<<"$touched" | sort -u) >/dev/null
