@@ -164,6 +164,9 @@ TEST_F(StatsStoreTest, answersSurviveARestart) {
     EXPECT_EQ(s.days.begin()->first, today());
     ASSERT_EQ(loadExams().size(), 1u);
     EXPECT_EQ(loadExams()[0].right, 7);
+    // Under the names earlier versions wrote, so their files and exports still read.
+    EXPECT_TRUE(storeGet("ov_stats").isObject());
+    EXPECT_TRUE(storeGet("exam_hist").isArray());
 }
 
 TEST_F(StatsStoreTest, aCorruptRecordGivesTheFallbackAndIsRepairedByTheNextAnswer) {
