@@ -270,8 +270,11 @@ class Site {
         static const std::string dummy = hashPassword("ingen-konto-her");
         const bool ok = checkPassword(teacher ? teacher->passwordHash : dummy, field(req, "password")) && teacher;
         if (!ok) {
-            db_.addFailure(byName, t);
-            db_.addFailure(byAddress, t);
+            // The wait counts from the answer, not from before the slow hash:
+            // on a busy server the hash alone could use up the wait.
+            const double answered = now();
+            db_.addFailure(byName, answered);
+            db_.addFailure(byAddress, answered);
             v.error = "Forkert e-mail eller adgangskode.";
             return showSignIn(req, res, v, 401);
         }
