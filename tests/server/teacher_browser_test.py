@@ -21,6 +21,8 @@ import urllib.request
 from selenium import webdriver
 from selenium.webdriver.chrome.service import Service
 from selenium.webdriver.common.by import By
+from selenium.webdriver.support import expected_conditions
+from selenium.webdriver.support.ui import WebDriverWait
 
 CIRCUIT = ('{"mode":"dc","src":{"U":"12"},"root":{"k":"S","ch":[{"k":"R","v":"100"},'
            '{"k":"P","ch":[{"k":"R","v":"220"},{"k":"R","v":"330"}]}]}}')
@@ -99,19 +101,26 @@ def main():
         def field(name):
             return driver.find_element(By.NAME, name)
 
+        def follow(element):
+            # Wait for the next page to replace this one; otherwise, on a
+            # busy machine, the checks below can read the page being left.
+            old = driver.find_element(By.TAG_NAME, "html")
+            element.click()
+            WebDriverWait(driver, 30).until(expected_conditions.staleness_of(old))
+
         # Sign up and create a class.
         driver.get(base + "/")
         check(driver.current_url.endswith("/login"), "the site starts at the sign-in")
         shot("01-login")
-        driver.find_element(By.LINK_TEXT, "Opret en lærerkonto").click()
+        follow(driver.find_element(By.LINK_TEXT, "Opret en lærerkonto"))
         field("name").send_keys("Karen Lærer")
         field("email").send_keys("karen@skole.dk")
         field("password").send_keys("hemmelig-kode-1")
         field("password2").send_keys("hemmelig-kode-1")
-        driver.find_element(By.CSS_SELECTOR, "button.primary").click()
+        follow(driver.find_element(By.CSS_SELECTOR, "button.primary"))
         check(driver.current_url.endswith("/klasser"), "a new teacher lands on her classes")
         field("name").send_keys("1. hovedforløb B")
-        driver.find_element(By.CSS_SELECTOR, "button.primary").click()
+        follow(driver.find_element(By.CSS_SELECTOR, "button.primary"))
         code = driver.find_element(By.ID, "code").text.replace("-", "")
         check(len(code) == 8, f"the class has a code ({code})")
         class_url = driver.current_url
@@ -122,7 +131,7 @@ def main():
         field("text").send_keys("Find strømmen i R1.\nVis dine mellemregninger.")
         driver.execute_script("arguments[0].value = '2026-12-04'", field("due"))
         field("circuit").send_keys(CIRCUIT)
-        driver.find_element(By.CSS_SELECTOR, "#opgaver button.primary").click()
+        follow(driver.find_element(By.CSS_SELECTOR, "#opgaver button.primary"))
         check("Blandet forbindelse" in driver.find_element(By.CSS_SELECTOR, "ul.tasks").text,
               "the task is listed")
         check("Jævnstrøm · 3 komponenter" in driver.page_source, "the circuit was read")
@@ -133,13 +142,13 @@ def main():
         box.click()
         check(driver.find_element(By.CSS_SELECTOR, "input[name=profile][value=egen]").is_selected(),
               "ticking a topic chooses the own profile")
-        driver.find_element(By.CSS_SELECTOR, "#profil button.primary").click()
+        follow(driver.find_element(By.CSS_SELECTOR, "#profil button.primary"))
         check(driver.find_element(By.CSS_SELECTOR, "input[name=off][value=ac_komp]").is_selected(),
               "compensation stays off after saving")
 
         # A message to the class.
         field("message").send_keys("Husk lommeregneren til prøven på fredag.")
-        driver.find_element(By.CSS_SELECTOR, "#besked button.primary").click()
+        follow(driver.find_element(By.CSS_SELECTOR, "#besked button.primary"))
         shot("02-class")
 
         # The student's copy checks in, fetches and hands in.
@@ -164,7 +173,7 @@ def main():
 
         # The teacher reads the answers.
         driver.get(class_url)
-        driver.find_element(By.LINK_TEXT, "Blandet forbindelse").click()
+        follow(driver.find_element(By.LINK_TEXT, "Blandet forbindelse"))
         rows = driver.find_elements(By.CSS_SELECTOR, "table.answers tbody tr")
         names = [r.find_element(By.CSS_SELECTOR, "td").text for r in rows]
         check("<script>alert(1)</script>Ida" in names, "the student's name is shown as text, not run")
@@ -183,7 +192,7 @@ def main():
         check(width <= 390, f"the class page fits a phone ({width} px)")
         shot("04-phone")
 
-        driver.find_element(By.CSS_SELECTOR, "header button.link").click()
+        follow(driver.find_element(By.CSS_SELECTOR, "header button.link"))
         driver.get(class_url)
         check(driver.current_url.endswith("/login"), "after signing out the class page asks for a sign-in")
     finally:
