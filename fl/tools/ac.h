@@ -5,8 +5,10 @@
 // reference, φ is positive when the circuit is inductive (the current lags).
 #pragma once
 
+#include "fl/fig/canvas.h"
 #include "fl/tools/frame.h"
 
+#include <array>
 #include <cmath>
 #include <map>
 #include <string>
@@ -37,18 +39,43 @@ SeriesRlcValues seriesRlc(const SeriesRlc& in);
 // its symbol ("XL", "Z", "UR", "phi", "f_r", …).
 ToolOut acSeries(const FormMap& form, std::map<std::string, double>* values = nullptr);
 
+// The phasor diagram of both pages: the current horizontal, the voltage of
+// each part that is there (U_R along I, U_L up, U_C down), the same added
+// head to tail, and their sum U with the angle φ. Empty without a current.
+FigureOut seriesPhasors(const SeriesRlcValues& v, bool hasR, bool hasL, bool hasC);
+
 // "induktiv", "kapacitiv" or "ohmsk" by the sign of the reactance; below
 // 1e-12 of the impedance it counts as none.
 std::string reactiveWord(double X, double Z);
 
 // The demonstration: one setting of the sliders.
 struct DemoSetting {
-    double R = 100, L = 0.5, C = 20e-6, f = 50, U = 230;
+    double R = 100, L = 0.5, C = 10e-6, f = 50, U = 230;
 };
 
 // Within this fraction of f₀ the demonstration says "resonans".
 inline constexpr double kResonanceBand = 0.02;
 bool atResonance(const SeriesRlcValues& v, double f);
+
+// What each slider spans, in the order R, L, C, f.
+struct DemoRange {
+    double lo, hi;
+    const char* symbol; // beside the slider
+    const char* unit;
+    const char* name;   // for the tool tip and screen readers
+};
+const std::array<DemoRange, 4>& demoRanges();
+inline constexpr int kSliderSteps = 1000;
+
+// Everything the demonstration shows for one setting, drawn anew at every
+// move: u and i over two periods, the phasors, the current over frequency
+// with f and f₀ marked, and a line of the values.
+struct DemoView {
+    std::string curves, phasors, resonance; // SVG documents
+    std::string readout;                    // HTML
+    bool resonant = false;
+};
+DemoView demoView(const DemoSetting& s);
 
 // Slider positions 0 … steps on a logarithmic scale from lo to hi, so that
 // 1 mH and 1 H are as easy to reach.

@@ -4,7 +4,11 @@
 #include "fl/tools/ac.h"
 
 #include "fl/expr/numbers.h"
+#include "fl/fig/phasor.h"
+#include "fl/fig/schematic.h"
+#include "fl/fig/triangles.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace fl {
@@ -75,7 +79,57 @@ std::string slipNotes(const ToolInputs& in) {
     return out;
 }
 
+// R along the foot, X upright (down when capacitive), Z the hypotenuse.
+FigureOut impedanceTriangle(double r, double xl, double xc, bool l, bool c) {
+    RightTriangle t;
+    t.foot = r;
+    t.upright = xl - xc;
+    const std::string x = l && c ? (xl >= xc ? "X<sub>L</sub> − X<sub>C</sub>" : "X<sub>C</sub> − X<sub>L</sub>")
+                          : l    ? "X<sub>L</sub>"
+                                 : "X<sub>C</sub>";
+    t.footText = "R = " + quantityText(r, "Ω");
+    t.uprightText = x + " = " + quantityText(std::fabs(xl - xc), "Ω");
+    t.hypText = "Z = " + quantityText(std::hypot(r, xl - xc), "Ω");
+    t.title = "Modstandstrekant";
+    return rightTriangle(t);
+}
+
 } // namespace
+
+FigureOut seriesPhasors(const SeriesRlcValues& v, bool hasR, bool hasL, bool hasC) {
+    if (!(v.I > 0) || !std::isfinite(v.I) || !std::isfinite(v.U)) return {};
+    // Relative to the current: U_R along it, U_L a quarter turn ahead, U_C behind.
+    std::vector<std::pair<std::string, Pt>> parts;
+    if (hasR) parts.push_back({"U<sub>R</sub>", {v.UR, 0}});
+    if (hasL) parts.push_back({"U<sub>L</sub>", {0, v.UL}});
+    if (hasC) parts.push_back({"U<sub>C</sub>", {0, -v.UC}});
+    if (parts.empty()) return {};
+    const Pt sum{hasR ? v.UR : 0, (hasL ? v.UL : 0) - (hasC ? v.UC : 0)};
+    double longest = std::hypot(sum.x, sum.y);
+    for (const auto& [n, p] : parts)
+        longest = std::max(longest, std::hypot(p.x, p.y));
+    VectorScene sc;
+    // The current only gives the direction; it reaches past the others so that its head shows.
+    sc.vectors.push_back({{0, 0}, {longest * 1.15, 0}, "ref", "I", quantityText(v.I, "A")});
+    for (const auto& [n, p] : parts)
+        sc.vectors.push_back({{0, 0}, p, "", n, quantityText(std::hypot(p.x, p.y), "V")});
+    Pt at = parts.front().second;
+    for (size_t k = 1; k < parts.size(); ++k) {
+        const Pt next{at.x + parts[k].second.x, at.y + parts[k].second.y};
+        sc.vectors.push_back({at, next, "", {}, {}, true});
+        at = next;
+    }
+    if (parts.size() > 1) {
+        sc.vectors.push_back({{0, 0}, sum, "res", "U", quantityText(v.U, "V")});
+        sc.reference = 0;
+        sc.result = static_cast<int>(sc.vectors.size()) - 1;
+        if (std::fabs(v.phi) > 0.05) sc.angleText = "φ = " + fmtNumber(std::fabs(v.phi), 3) + "°";
+    }
+    sc.caption = "Vektordiagram for spændingerne: strømmen I ligger vandret. Spændingen over en modstand er i fase "
+                 "med I, over en spole 90° før (opad), over en kondensator 90° efter (nedad). Tilsammen giver de "
+                 "kildespændingen U (blå).";
+    return drawVectors(sc);
+}
 
 std::string reactiveWord(double X, double Z) {
     if (!(std::fabs(X) > 1e-12 * std::max(std::fabs(Z), 1.0))) return "ohmsk";
@@ -252,6 +306,11 @@ ToolOut acSeries(const FormMap& form, std::map<std::string, double>* values) {
         grid.push_back({"S", formatValue(sa, "VA")});
         if (l && c) grid.push_back({tool::symbolHtml("f_r"), formatValue(s.vars.at("f_r"), "Hz")});
         s.sections.results = kvGrid(grid, 3) + slipNotes(in);
+        SeriesRlcValues drawn;
+        drawn.I = i, drawn.U = u, drawn.UR = ur, drawn.UL = ul, drawn.UC = uc;
+        drawn.phi = s.vars.at("phi");
+        s.sections.figure = figureMarkup(seriesPhasors(drawn, r, l, c)) +
+                            (r ? figureMarkup(impedanceTriangle(s.vars.at("R"), xl, xc, l, c)) : std::string());
 
         s.id = "acsheet";
         s.crumb = "Vekselstrømskreds · R, L og C i serie";

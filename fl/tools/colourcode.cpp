@@ -4,6 +4,7 @@
 #include "fl/tools/resistors.h"
 
 #include "fl/expr/numbers.h"
+#include "fl/fig/style.h"
 
 #include <cmath>
 
@@ -99,7 +100,58 @@ std::string toleranceFor(ESeries s, int rings) {
     return "brun";
 }
 
+// The short label under a ring: "4", "×10³", "±5 %", "100 ppm".
+std::string ringLabel(const BandColour& b, size_t place, size_t n) {
+    const size_t digits = n == 4 ? 2 : 3;
+    if (place < digits) return b.digit >= 0 ? std::to_string(b.digit) : "?";
+    if (place == digits) {
+        if (b.exponent == 99) return "?";
+        return b.exponent == 0 ? "×1" : b.exponent == 1 ? "×10" : "×10" + superscript(std::to_string(b.exponent));
+    }
+    if (place == digits + 1) return b.tolerance > 0 ? "±" + fmtWithUnit(b.tolerance, "%") : "?";
+    return b.tempco > 0 ? fmtNumber(b.tempco) + " ppm" : "?";
+}
+
 } // namespace
+
+FigureOut resistorFigure(const std::vector<std::string>& keys) {
+    const size_t n = keys.size();
+    if (n < 4 || n > 6) return {};
+    constexpr int W = 560, H = 150;
+    constexpr double axis = 52, bodyX = 110, bodyW = 340, bodyH = 52, ring = 16;
+    // The value's rings from the left; tolerance (and coefficient) apart at
+    // the right, with room for their longer labels.
+    constexpr double stepLeft = 40, stepRight = 54, inset = 34;
+    Canvas cv;
+    cv.setBounds(W, H);
+    cv.line(18, axis, bodyX + 4, axis, "ln");
+    cv.line(bodyX + bodyW - 4, axis, W - 18, axis, "ln");
+    // A body and rings have the colours of the thing, not of the theme.
+    const std::string& edge = figColors().slot[3];
+    cv.raw("<rect x=\"" + num(bodyX) + "\" y=\"" + num(axis - bodyH / 2) + "\" width=\"" + num(bodyW) +
+           "\" height=\"" + num(bodyH) + "\" rx=\"18\" fill=\"" + (n == 4 ? "#e2c896" : "#8fb9e0") +
+           "\" stroke=\"" + edge + "\" stroke-width=\"1.5\"/>");
+    const size_t digits = n == 4 ? 2 : 3;
+    for (size_t i = 0; i < n; ++i) {
+        const bool left = i <= digits;
+        const double x = left ? bodyX + inset + stepLeft * static_cast<double>(i)
+                              : bodyX + bodyW - inset - ring - stepRight * static_cast<double>(n - 1 - i);
+        const double room = (left ? stepLeft : stepRight) - 4;
+        const BandColour* b = findBand(keys[i]);
+        if (b && !b->hex.empty())
+            cv.raw("<rect x=\"" + num(x) + "\" y=\"" + num(axis - bodyH / 2) + "\" width=\"" + num(ring) +
+                   "\" height=\"" + num(bodyH) + "\" fill=\"" + b->hex + "\" stroke=\"" + edge +
+                   "\" stroke-width=\"0.8\"/>");
+        const double cx = x + ring / 2;
+        cv.textFit(cx, axis + bodyH / 2 + 16, b ? ringLabel(*b, i, n) : "?", "middle", "sym", room);
+        cv.textFit(cx, axis + bodyH / 2 + 36, b ? b->name : keys[i], "middle", "mut", room);
+    }
+    return {cv.body(), W, H, "Ringene læses fra venstre; toleranceringen sidder for sig selv i højre ende."};
+}
+
+std::string resistorSvg(const std::vector<std::string>& keys) {
+    return svgDocument(resistorFigure(keys));
+}
 
 ToolOut colourToValue(const FormMap& form) {
     return runTool("Farvekode", [&](ToolOut& out) {
@@ -158,6 +210,7 @@ ToolOut colourToValue(const FormMap& form) {
         }
 
         const double r = s.vars.at("R");
+        s.sections.figure = figureMarkup(resistorFigure(keys));
         s.sections.results = ringTable(keys) + seriesTable(r);
         bool standard = false;
         for (ESeries e : {ESeries::E12, ESeries::E24, ESeries::E96})
@@ -259,6 +312,7 @@ ToolOut valueToColour(const FormMap& form) {
         s.id = "farvesheet";
         s.crumb = "Farvekode · " + name + " · " + std::to_string(rings) + " ringe";
         s.title = ohmsText(standard) + ": " + ringNames(keys);
+        s.sections.figure = figureMarkup(resistorFigure(keys));
         s.sections.answer = "<span class=\"big\">" + ringNames(keys) + "</span> <span class=\"crumb\">" +
                             ohmsText(standard) + " " + percent(tol.tolerance) + "</span>";
         finish(out, s, {{"R_E", standard, "Ω"}});

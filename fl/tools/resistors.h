@@ -4,6 +4,7 @@
 // is one pure function of the form's texts; the pages only declare forms.
 #pragma once
 
+#include "fl/fig/canvas.h"
 #include "fl/tools/frame.h"
 
 #include <string>
@@ -70,6 +71,13 @@ ColourReading readBands(const std::vector<std::string>& keys);
 // digits; empty when the value needs more digits or a multiplier beyond
 // silver (×0,01) … white (×10⁹).
 std::vector<std::string> valueBands(double ohms, int digits);
+
+// The resistor with its rings in reading order and what each means below
+// it; the body is beige for 4 rings (carbon) and blue for 5 and 6 (metal
+// film), as in the drawer. Rings that can't be read are still drawn.
+FigureOut resistorFigure(const std::vector<std::string>& keys);
+// The same as a whole SVG document, for the picture beside the form.
+std::string resistorSvg(const std::vector<std::string>& keys);
 
 // Form keys "ringe" ("4", "5" or "6"), "r1" … "r6" (colour keys by place).
 ToolOut colourToValue(const FormMap& form);

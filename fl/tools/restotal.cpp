@@ -5,6 +5,7 @@
 
 #include "fl/expr/numbers.h"
 #include "fl/expr/parser.h"
+#include "fl/fig/schematic.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,6 +18,9 @@ using tool::hint;
 
 // More than a drawer's worth is a typing slip.
 constexpr size_t kMaxResistors = 30;
+// Beyond these the drawing grows past the sheet.
+constexpr size_t kDrawnInSeries = 6;
+constexpr size_t kDrawnInParallel = 4;
 
 std::string formValue(const FormMap& form, const std::string& key) {
     auto it = form.find(key);
@@ -69,6 +73,30 @@ std::string nearestTable(double total) {
                deviation(e, total) + "</td></tr>";
     }
     return out + "</table></div>";
+}
+
+// The resistors drawn as the circuit page draws them, while they are few.
+std::string schematicFigure(const ValueList& list, bool parallel) {
+    const size_t n = list.values.size();
+    if (n > (parallel ? kDrawnInParallel : kDrawnInSeries)) return {};
+    Circuit c = defaultCircuit("dc");
+    c.root->ch.clear();
+    CNodePtr into = c.root;
+    if (parallel && n > 1) {
+        into = makeNode("P");
+        c.root->ch.push_back(into);
+    }
+    for (const std::string& shown : list.shown) {
+        CNodePtr r = makeNode("R");
+        r->v = shown;
+        into->ch.push_back(r);
+    }
+    double w = 0, h = 0;
+    const std::string svg = schematic(c, {}, {}, nullptr, &w, &h);
+    if (svg.empty()) return {};
+    return "<p class=\"fig\"><img src=\"" + addFigure(svg) + "\" width=\"" + std::to_string(std::lround(w)) +
+           "\" height=\"" + std::to_string(std::lround(h)) + "\"></p><p class=\"figcap\">Modstandene " +
+           (parallel ? "i parallel" : "i serie") + ", tegnet som på kredsløbssiden.</p>";
 }
 
 } // namespace
@@ -182,6 +210,7 @@ ToolOut resistorTotal(const FormMap& form) {
                     "</p>";
         }
         s.sections.check = check;
+        s.sections.figure = schematicFigure(list, parallel);
         if (total > 0)
             s.sections.results =
                 nearestTable(total) + hint("Skal du bruge én modstand i stedet for de " + std::to_string(n) +

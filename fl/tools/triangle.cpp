@@ -4,8 +4,10 @@
 #include "fl/tools/small.h"
 
 #include "fl/expr/numbers.h"
+#include "fl/fig/canvas.h"
 #include "fl/tools/chain.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace fl {
@@ -36,6 +38,36 @@ const std::vector<ChainEquation>& equations() {
 
 std::string sideOrAngle(const std::string& key, double v) {
     return isAngle(key) ? fmtWithUnit(v, "°") : fmtNumber(v);
+}
+
+// A sliver of a triangle can't be read: below this the angle is drawn wider.
+constexpr double kReadable = 15;
+
+// The triangle true to scale while both angles are readable; the sides the
+// student didn't give are in the accent colour.
+FigureOut triangleFigure(const std::map<std::string, double>& v, const ToolInputs& in) {
+    const double A = v.at("A");
+    const double drawn = std::clamp(A, kReadable, 90 - kReadable);
+    Fig fig;
+    // Corners A, C (the right angle) and B: b along the foot, a upright.
+    fig.pts = {{0, 0}, {1, 0}, {1, std::tan(drawn * M_PI / 180)}};
+    const auto side = [&](const char* k) { return std::string(k) + " = " + fmtNumber(v.at(k)); };
+    const auto cls = [&](const char* k) { return in.has(k) ? std::string() : std::string("hl"); };
+    fig.edges = {{0, 1, side("b"), cls("b")}, {1, 2, side("a"), cls("a")}, {0, 2, side("c"), cls("c")}};
+    // The angles' values stand at their corners, outside the triangle, where
+    // a long label has room even at the sharp corner.
+    fig.angles = {{0, 1, 2, {}, {}, false, 20}, {2, 0, 1, {}, {}, false, 20}, {1, 2, 0, {}, {}, true, 14}};
+    const auto corner = [&](const char* k) { return std::string(in.has(k) ? "sym" : "hl"); };
+    fig.marks = {{fig.pts[0], "A = " + fmtWithUnit(A, "°"), corner("A")},
+                 {fig.pts[1], "C", "sym"},
+                 {fig.pts[2], "B = " + fmtWithUnit(v.at("B"), "°"), corner("B")}};
+    fig.custom = true;
+    fig.W = 460, fig.H = 300, fig.mx = 100, fig.my = 48;
+    fig.title = "Blå sider og vinkler er fundet ved udregning";
+    fig.caption = std::fabs(drawn - A) > 0.5 ? " · <b>ikke i målestok</b>: tegnet med A = " + fmtNumber(drawn, 3) +
+                                                   "°, så den er til at læse"
+                                             : " · tegnet i målestok";
+    return drawFig(fig);
 }
 
 } // namespace
@@ -127,6 +159,7 @@ ToolOut rightTriangle(const FormMap& form) {
         for (const char* k : {"a", "b", "c", "A", "B", "T", "O"})
             grid.push_back({tool::symbolHtml(k), sideOrAngle(k, s.vars.at(k)), !in.has(k)});
         s.sections.results = kvGrid(grid, 4) + hint("Fremhævede værdier er fundet ved udregning.");
+        s.sections.figure = figureMarkup(triangleFigure(s.vars, in));
         s.id = "trisheet";
         s.crumb = "Retvinklet trekant · formelsamling s. 22–25";
         s.title = "a = " + fmtNumber(a) + ", b = " + fmtNumber(b) + ", c = " + fmtNumber(c);

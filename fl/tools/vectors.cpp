@@ -4,6 +4,7 @@
 #include "fl/tools/small.h"
 
 #include "fl/expr/numbers.h"
+#include "fl/fig/phasor.h"
 
 #include <cmath>
 
@@ -27,6 +28,34 @@ std::string sumOf(const char* name, const std::vector<int>& used) {
 
 std::string angleText(double v) {
     return fmtWithUnit(v, "°");
+}
+
+std::string polarText(double x, double y) {
+    return fmtNumber(std::hypot(x, y)) + " ∠ " + angleText(vectorAngle(x, y));
+}
+
+// Each vector from the origin, the same laid head to tail (dashed), and the
+// sum in the accent colour: the addition as it is drawn by hand.
+FigureOut vectorFigure(const std::map<std::string, double>& v, const std::vector<int>& used) {
+    VectorScene scene;
+    for (int i : used) {
+        const double x = v.at(idx("x", i)), y = v.at(idx("y", i));
+        scene.vectors.push_back({{0, 0}, {x, y}, "", "v<sub>" + std::to_string(i) + "</sub>", polarText(x, y)});
+    }
+    if (used.size() > 1) {
+        double ax = v.at(idx("x", used.front())), ay = v.at(idx("y", used.front()));
+        for (size_t k = 1; k < used.size(); ++k) {
+            const double nx = ax + v.at(idx("x", used[k])), ny = ay + v.at(idx("y", used[k]));
+            scene.vectors.push_back({{ax, ay}, {nx, ny}, "", {}, {}, true});
+            ax = nx, ay = ny;
+        }
+        const double xs = v.at("xs"), ys = v.at("ys");
+        scene.vectors.push_back({{0, 0}, {xs, ys}, "res", "v<sub>sum</sub>", polarText(xs, ys)});
+    }
+    scene.caption = used.size() > 1 ? "Vektorerne lagt i forlængelse af hinanden (stiplet) ender, hvor summen (blå) "
+                                      "ender."
+                                    : "Vektoren tegnet fra origo.";
+    return drawVectors(scene);
 }
 
 } // namespace
@@ -153,6 +182,7 @@ ToolOut addVectors(const FormMap& form) {
                  "</td><td><b>" + fmtNumber(length) + "</b></td><td><b>" + angleText(angle) +
                  "</b></td></tr>";
         s.sections.results = table + "</table></div>";
+        s.sections.figure = figureMarkup(vectorFigure(s.vars, used));
         s.id = "vecsheet";
         s.crumb = "Vektorer · formelsamling s. 26";
         s.title = "Summen: " + fmtNumber(length) + " ∠ " + angleText(angle);

@@ -1,0 +1,191 @@
+// The small tools' pictures: every sheet draws the figures its givens allow
+// and no more, each one well formed for the renderer, with the labels that
+// say what the picture is; and the demonstration stays drawable at every
+// corner of its sliders and says on which side of resonance it stands.
+#include "fl/tools/ac.h"
+#include "fl/tools/resistors.h"
+#include "fl/tools/small.h"
+
+#include "fl/expr/markup.h"
+#include "tests/fl/expr/settings_fixture.h"
+#include "tests/fl/fig/svg_check.h"
+#include "tests/fl/tools/sheet_text.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+
+namespace fl {
+namespace {
+
+using SmallFigures = SettingsTest;
+using testing::svgProblem;
+using testing::svgText;
+
+bool contains(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+TEST_F(SmallFigures, eachSheetDrawsWhatItsGivensAllow) {
+    struct Row {
+        const char* name;
+        std::function<ToolOut()> tool;
+        size_t figures;
+        std::vector<std::string> labels; // in the figures' texts, "|" between text elements
+        std::string caption;             // in the sheet, beside the figures
+    };
+    const Row rows[] = {
+        {"four rings: each with its meaning",
+         [] { return colourToValue({{"ringe", "4"}, {"r1", "gul"}, {"r2", "violet"}, {"r3", "rod"}, {"r4", "guld"}}); },
+         1,
+         {"4|", "7|", "×10²|", "±5 %|", "gul|", "violet|", "rød|", "guld|"},
+         "Ringene læses fra venstre"},
+        {"six rings: the coefficient last",
+         [] {
+             return colourToValue({{"ringe", "6"}, {"r1", "brun"}, {"r2", "sort"}, {"r3", "sort"}, {"r4", "brun"},
+                                   {"r5", "brun"}, {"r6", "rod"}});
+         },
+         1,
+         {"×10|", "±1 %|", "50 ppm|"},
+         ""},
+        {"a value drawn as the rings it needs",
+         [] { return valueToColour({{"R", "4,5k"}, {"serie", "E12"}, {"ringe", "5"}}); },
+         1,
+         {"gul|", "violet|", "sort|"},
+         ""},
+        {"two resistors in series are drawn",
+         [] { return resistorTotal({{"liste", "100; 220"}, {"kobling", "serie"}}); },
+         1,
+         {},
+         "Modstandene i serie"},
+        {"five in parallel are too many to draw",
+         [] { return resistorTotal({{"liste", "1k; 2k; 3k; 4k; 5k"}, {"kobling", "parallel"}}); },
+         0,
+         {},
+         ""},
+        {"the 3-4-5 triangle to scale",
+         [] { return rightTriangle({{"a", "3"}, {"b", "4"}}); },
+         1,
+         {"c = 5|"},
+         "tegnet i målestok"},
+        {"a sliver is drawn wider and says so",
+         [] { return rightTriangle({{"a", "1"}, {"c", "100"}}); },
+         1,
+         {"c = 100|"},
+         "ikke i målestok"},
+        {"two vectors, laid head to tail, and their sum",
+         [] { return addVectors({{"form", "polar"}, {"v1", "3"}, {"V1", "0"}, {"v2", "4"}, {"V2", "90"}}); },
+         1,
+         {"5 ∠ 53,13°|"},
+         "lagt i forlængelse"},
+        {"R, L and C: phasors and the impedance triangle",
+         [] { return acSeries({{"R", "30"}, {"L", "0,2"}, {"C", "100u"}, {"f", "50"}, {"U", "230"}}); },
+         2,
+         {"U|R|", "U|L|", "U|C|", "R = 30 Ω|"},
+         "Modstandstrekant"},
+        {"R alone: no reactance, so no triangle",
+         [] { return acSeries({{"R", "30"}, {"f", "50"}, {"U", "230"}}); },
+         1,
+         {"U|R|"},
+         "Vektordiagram for spændingerne"},
+        {"L and C without R: the phasors only",
+         [] { return acSeries({{"L", "0,2"}, {"C", "100u"}, {"f", "50"}, {"I", "2"}}); },
+         1,
+         {"U|L|", "U|C|"},
+         ""},
+    };
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.name);
+        resetFigures();
+        const ToolOut out = r.tool();
+        ASSERT_TRUE(out.ok) << out.err;
+        const RenderResult pass = takeRender({});
+        ASSERT_EQ(pass.figs.size(), r.figures);
+        std::string labels;
+        for (const std::string& svg : pass.figs) {
+            EXPECT_EQ(svgProblem(svg), "");
+            labels += svgText(svg);
+        }
+        for (const std::string& l : r.labels)
+            EXPECT_TRUE(contains(labels, l)) << l << " in " << labels;
+        EXPECT_TRUE(contains(sheetText(out.html, pass.maths), r.caption)) << r.caption;
+    }
+}
+
+TEST(ResistorFigure, onlyFourToSixRingsMakeAResistor) {
+    EXPECT_TRUE(resistorFigure({"gul", "violet", "rod"}).empty());
+    EXPECT_TRUE(resistorFigure({"brun", "sort", "sort", "brun", "brun", "rod", "rod"}).empty());
+    // A ring that can't be read keeps its place with a question mark.
+    const std::string svg = resistorSvg({"gul", "violet", "ukendt", "guld"});
+    EXPECT_EQ(svgProblem(svg), "");
+    EXPECT_TRUE(contains(svgText(svg), "?|")) << svgText(svg);
+}
+
+// Every corner of the sliders' box, and the middle of each side of it.
+std::vector<DemoSetting> demoCorners() {
+    const auto& ranges = demoRanges();
+    std::vector<DemoSetting> out;
+    for (int mask = 0; mask < 81; ++mask) {
+        double v[4];
+        for (int q = 0, m = mask; q < 4; ++q, m /= 3)
+            v[q] = sliderValue(m % 3 * kSliderSteps / 2, kSliderSteps, ranges[q].lo, ranges[q].hi);
+        out.push_back({v[0], v[1], v[2], v[3], DemoSetting{}.U});
+    }
+    return out;
+}
+
+TEST_F(SmallFigures, theDemonstrationDrawsEverySettingOfItsSliders) {
+    for (const DemoSetting& s : demoCorners()) {
+        SCOPED_TRACE(std::to_string(s.R) + " Ω, " + std::to_string(s.L) + " H, " + std::to_string(s.C) + " F, " +
+                     std::to_string(s.f) + " Hz");
+        const DemoView view = demoView(s);
+        EXPECT_EQ(svgProblem(view.curves), "");
+        EXPECT_EQ(svgProblem(view.phasors), "");
+        EXPECT_EQ(svgProblem(view.resonance), "");
+        // "?" is what the formatter shows for a number that isn't finite.
+        EXPECT_FALSE(contains(htmlToPlain(view.readout), "?")) << view.readout;
+        EXPECT_TRUE(contains(svgText(view.resonance), "f|0| = ")) << svgText(view.resonance);
+    }
+}
+
+TEST_F(SmallFigures, theDemonstrationSaysWhichSideOfResonanceItIsOn) {
+    const DemoSetting base;
+    const double f0 = 1 / (2 * M_PI * std::sqrt(base.L * base.C));
+    struct Row {
+        const char* name;
+        double f;
+        bool resonant;
+        const char* says;
+        bool marksF; // the setting's own f beside f₀ on the curve
+    };
+    const Row rows[] = {
+        {"below: the capacitor wins", f0 / 2, false, "kapacitiv", true},
+        {"just outside the band", f0 * (1 - 1.5 * kResonanceBand), false, "Skru f op mod f", true},
+        {"inside the band", f0 * (1 + 0.5 * kResonanceBand), true, "Resonans:", false},
+        {"exactly there", f0, true, "Z = R = 100 Ω", false},
+        {"above: the coil wins", f0 * 2, false, "induktiv", true},
+    };
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.name);
+        DemoSetting s = base;
+        s.f = r.f;
+        const DemoView view = demoView(s);
+        EXPECT_EQ(view.resonant, r.resonant);
+        EXPECT_TRUE(contains(htmlToPlain(view.readout), r.says)) << view.readout;
+        EXPECT_EQ(contains(svgText(view.resonance), "f = "), r.marksF) << svgText(view.resonance);
+    }
+}
+
+TEST(SeriesPhasors, nothingToDrawWithoutACurrent) {
+    SeriesRlcValues v = seriesRlc({100, 0.5, 10e-6, 50, 230, NAN});
+    EXPECT_FALSE(seriesPhasors(v, true, true, true).empty());
+    EXPECT_TRUE(seriesPhasors(v, false, false, false).empty());
+    v.I = 0;
+    EXPECT_TRUE(seriesPhasors(v, true, true, true).empty());
+    v.I = NAN;
+    EXPECT_TRUE(seriesPhasors(v, true, true, true).empty());
+}
+
+} // namespace
+} // namespace fl
