@@ -9,7 +9,10 @@
 #include "app/pages/reference/insttestpage.h"
 #include "app/pages/reference/minformpage.h"
 #include "app/pages/reference/ordlistepage.h"
+#include "app/pages/tools/acpages.h"
 #include "app/pages/tools/cablepages.h"
+#include "app/pages/tools/farvepage.h"
+#include "app/pages/tools/smallpages.h"
 #include "app/shell/lockedpage.h"
 #include "app/widgets/page.h"
 #include "fl/formulas/catalogue.h"
@@ -56,14 +59,14 @@ const std::map<std::string, PageCreator>& pageFactory() {
         {"ikmax", [](PageHost* h) -> Page* { return new IkmaxPage(h); }},
         {"ikmin", [](PageHost* h) -> Page* { return new IkminPage(h); }},
         {"motor", named("motor")},
-        {"ac", named("ac")},
-        {"res", named("res")},
-        {"tri", named("tri")},
-        {"vec", named("vec")},
-        {"energi", named("energi")},
-        {"enheder", named("enheder")},
-        {"farve", named("farve")},
-        {"acdemo", named("acdemo")},
+        {"ac", [](PageHost* h) -> Page* { return new AcPage(h); }},
+        {"res", [](PageHost* h) -> Page* { return new ResPage(h); }},
+        {"tri", [](PageHost* h) -> Page* { return new TriPage(h); }},
+        {"vec", [](PageHost* h) -> Page* { return new VecPage(h); }},
+        {"energi", [](PageHost* h) -> Page* { return new EnergiPage(h); }},
+        {"enheder", [](PageHost* h) -> Page* { return new EnhederPage(h); }},
+        {"farve", [](PageHost* h) -> Page* { return new FarvePage(h); }},
+        {"acdemo", [](PageHost* h) -> Page* { return new AcDemoPage(h); }},
         {"calc", [](PageHost* h) -> Page* { return new CalcPage(h); }},
         {"ovelser", named("ovelser")},
         {"eksamen", named("eksamen")},

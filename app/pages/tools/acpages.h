@@ -1,0 +1,65 @@
+// The series RLC circuit on two pages: the calculator that works every
+// quantity out with its steps, and the demonstration for the board, where
+// sliders for R, L, C and f redraw the curves and phasors at every move.
+// The numbers and pictures come from fl/tools/ac.h.
+#pragma once
+
+#include "app/pages/tools/toolpage.h"
+#include "fl/tools/ac.h"
+
+#include <array>
+
+class QLabel;
+class QPushButton;
+class QSlider;
+
+namespace app {
+
+class SvgView;
+
+class AcPage : public ToolPage {
+    Q_OBJECT
+  public:
+    explicit AcPage(PageHost* host, QWidget* parent = nullptr);
+    fl::ToolOut compute(const fl::FormMap& form) const override;
+};
+
+class AcDemoPage : public Page {
+    Q_OBJECT
+  public:
+    explicit AcDemoPage(PageHost* host, QWidget* parent = nullptr);
+
+    enum Quantity { R, L, C, F };
+    QSlider* slider(Quantity q) const { return sliders[q]; }
+    SvgView* curves() const { return curveView; }
+    SvgView* phasors() const { return phasorView; }
+    SvgView* resonance() const { return resonanceView; }
+    QLabel* readout() const { return readoutLabel; }
+    QPushButton* resonanceButton() const { return toResonance; }
+    const fl::DemoSetting& setting() const { return now; }
+
+    // Puts the sliders at a setting and redraws once.
+    void show(const fl::DemoSetting& s);
+    void onSettings() override;
+    void onTheme() override;
+
+  private:
+    // One slider has moved: only its quantity changes, the others keep
+    // their exact values.
+    void moved(Quantity q);
+    // Draws everything again from `now`.
+    void redraw();
+
+    PageHost* host = nullptr;
+    std::array<QSlider*, 4> sliders{};
+    std::array<QLabel*, 4> values{};
+    QLabel* readoutLabel = nullptr;
+    QPushButton* toResonance = nullptr;
+    SvgView* curveView = nullptr;
+    SvgView* phasorView = nullptr;
+    SvgView* resonanceView = nullptr;
+    fl::DemoSetting now;
+    bool settling = false; // while show() moves all four sliders: one redraw at the end
+};
+
+} // namespace app

@@ -1,0 +1,263 @@
+// The small tools and the alternating-current pages as a student and a
+// teacher use them: each route builds its page, forms offer what their
+// choices allow, results reach the strip, pictures follow what is picked,
+// and the demonstration redraws at every slider move.
+#include "tests/app/fake_host.h"
+#include "tests/app/fresh_app.h"
+
+#include "app/pages/tools/acpages.h"
+#include "app/pages/tools/farvepage.h"
+#include "app/pages/tools/smallpages.h"
+#include "app/sheet/resultarea.h"
+#include "app/sheet/sheetview.h"
+#include "app/shell/routes.h"
+#include "app/widgets/svgview.h"
+#include "app/widgets/valuefield.h"
+#include "fl/expr/markup.h"
+
+#include <gtest/gtest.h>
+
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSlider>
+#include <QTest>
+
+#include <cmath>
+#include <memory>
+
+namespace {
+
+bool contains(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+std::string sheetOf(app::ToolPage* page) {
+    return fl::stripTags(page->resultArea()->view()->markup());
+}
+
+double resultOf(const app::test::FakeHost& host, const QString& name) {
+    for (const auto& r : host.results)
+        if (r.name == name) return r.value;
+    return NAN;
+}
+
+void pick(QComboBox* combo, const char* data) {
+    const int at = combo->findData(QString::fromUtf8(data));
+    ASSERT_GE(at, 0) << data;
+    combo->setCurrentIndex(at);
+}
+
+void enter(app::ToolPage* page, const char* key) {
+    QTest::keyClick(page->field(key)->edit, Qt::Key_Return);
+}
+
+class SmallToolsTest : public FreshAppTest {
+  protected:
+    app::test::FakeHost host;
+};
+
+TEST_F(SmallToolsTest, everyRouteBuildsItsOwnPage) {
+    const struct {
+        const char* route;
+        bool (*is)(app::Page*);
+    } rows[] = {
+        {"energi", [](app::Page* p) { return dynamic_cast<app::EnergiPage*>(p) != nullptr; }},
+        {"enheder", [](app::Page* p) { return dynamic_cast<app::EnhederPage*>(p) != nullptr; }},
+        {"farve", [](app::Page* p) { return dynamic_cast<app::FarvePage*>(p) != nullptr; }},
+        {"res", [](app::Page* p) { return dynamic_cast<app::ResPage*>(p) != nullptr; }},
+        {"tri", [](app::Page* p) { return dynamic_cast<app::TriPage*>(p) != nullptr; }},
+        {"vec", [](app::Page* p) { return dynamic_cast<app::VecPage*>(p) != nullptr; }},
+        {"ac", [](app::Page* p) { return dynamic_cast<app::AcPage*>(p) != nullptr; }},
+        {"acdemo", [](app::Page* p) { return dynamic_cast<app::AcDemoPage*>(p) != nullptr; }},
+    };
+    for (const auto& r : rows) {
+        SCOPED_TRACE(r.route);
+        std::unique_ptr<app::Page> page(app::createPage(r.route, &host));
+        ASSERT_NE(page, nullptr);
+        EXPECT_TRUE(r.is(page.get()));
+    }
+}
+
+TEST_F(SmallToolsTest, theWindowOpensEachPageUnlessItsTopicIsSwitchedOff) {
+    const struct {
+        const char* route;
+        const char* topic; // the teacher's switch that closes it
+    } rows[] = {{"ac", "vaerktoj"},     {"acdemo", "vaerktoj"}, {"res", "vaerktoj"}, {"energi", "smaa"},
+                {"enheder", "smaa"}, {"farve", "smaa"},      {"tri", "smaa"},     {"vec", "smaa"}};
+    for (const auto& r : rows) {
+        SCOPED_TRACE(r.route);
+        app::options().off = {};
+        window = std::make_unique<app::MainWindow>();
+        window->navigate(r.route);
+        EXPECT_EQ(window->currentRoute(), r.route);
+
+        app::options().off = {r.topic};
+        window = std::make_unique<app::MainWindow>();
+        window->navigate(r.route);
+        EXPECT_EQ(window->currentRoute(), "laast");
+    }
+}
+
+TEST_F(SmallToolsTest, energyPageWorksOutTheSavingAndHandsItToTheStrip) {
+    app::EnergiPage page(&host);
+    page.field("P")->setText("60");
+    page.field("n")->setText("10");
+    page.field("h")->setText("5");
+    page.field("P2")->setText("8");
+    page.field("Inv")->setText("400");
+    enter(&page, "Inv");
+    EXPECT_TRUE(contains(sheetOf(&page), "Besparelse 2372,5 kr om året")) << sheetOf(&page);
+    EXPECT_DOUBLE_EQ(resultOf(host, "B"), 2372.5);
+    // "Ryd" brings the price and the days back.
+    QTest::mouseClick(page.clearButton(), Qt::LeftButton);
+    EXPECT_EQ(page.field("k_el")->text(), "2,5");
+    EXPECT_EQ(page.field("d_dage")->text(), "365");
+    EXPECT_EQ(page.field("P")->text(), "");
+}
+
+TEST_F(SmallToolsTest, unitPageOffersTheUnitsOfTheChosenKind) {
+    app::EnhederPage page(&host);
+    page.show();
+    pick(page.kindChoice(), "energi");
+    EXPECT_EQ(page.fromChoice()->count(), 6);
+    EXPECT_FALSE(page.unitChoice()->isVisibleTo(&page));
+    pick(page.fromChoice(), "kWh");
+    page.field("x")->setText("2,5");
+    enter(&page, "x");
+    EXPECT_TRUE(contains(sheetOf(&page), "2,5 kWh = 9000000 J = 9000 kJ = 9 MJ")) << sheetOf(&page);
+
+    pick(page.kindChoice(), "prefiks");
+    EXPECT_TRUE(page.unitChoice()->isVisibleTo(&page));
+    EXPECT_EQ(page.fromChoice()->count(), 8);
+    EXPECT_EQ(page.fromChoice()->currentData().toString(), "p");
+}
+
+TEST_F(SmallToolsTest, resistorListSaysWhatItReadAndRefusesWhatItCant) {
+    app::ResPage page(&host);
+    app::ValueField* list = page.field("liste");
+    QTest::keyClicks(list->edit, "100; 220");
+    EXPECT_EQ(list->interp->text(), "= 2 modstande: 100 Ω · 220 Ω");
+    pick(page.findChild<QComboBox*>(), "parallel");
+    enter(&page, "liste");
+    EXPECT_DOUBLE_EQ(resultOf(host, "R<sub>total</sub>"), 68.75);
+
+    QTest::keyClicks(list->edit, "; x");
+    EXPECT_TRUE(list->interp->text().contains("kan ikke læses"));
+    enter(&page, "liste");
+    EXPECT_TRUE(page.noteView()->isVisibleTo(&page));
+    EXPECT_EQ(fl::htmlToPlain(page.noteView()->markup()),
+              "Jeg kan ikke læse værdi nr. 3 (»x«). Skriv værdierne adskilt af semikolon, fx 100; 220; 4,7k.");
+    EXPECT_EQ(list->edit->property("class").toString(), "err");
+}
+
+TEST_F(SmallToolsTest, colourPageDrawsTheRingsAsTheyArePicked) {
+    app::FarvePage page(&host);
+    page.show();
+    // It opens on a resistor a student is likely to hold: 4,7 kΩ.
+    EXPECT_TRUE(contains(page.preview()->svg(), "#fbc02d")); // yellow
+    pick(page.ringChoice(1), "rod");
+    EXPECT_TRUE(contains(page.preview()->svg(), "#d32f2f"));
+    QTest::mouseClick(page.runButton(), Qt::LeftButton);
+    EXPECT_TRUE(contains(sheetOf(&page), "2,7 kΩ ± 5 %")) << sheetOf(&page);
+
+    // Five rings: the third is a digit now, the fourth the multiplier.
+    pick(page.countChoice(), "5");
+    EXPECT_GE(page.ringChoice(3)->findData("sort"), 0);
+    EXPECT_LT(page.ringChoice(3)->findData("guld"), 0);
+    EXPECT_GE(page.ringChoice(4)->findData("guld"), 0);
+    EXPECT_TRUE(page.ringChoice(5)->isVisibleTo(&page));
+    EXPECT_FALSE(page.ringChoice(6)->isVisibleTo(&page));
+
+    pick(page.ringChoice(1), "sort");
+    QTest::mouseClick(page.runButton(), Qt::LeftButton);
+    EXPECT_TRUE(page.noteView()->isVisible());
+    EXPECT_TRUE(page.noteView()->markup().find("Første ring kan ikke være sort") != std::string::npos);
+
+    // The other way: the rings give way to the value, and the picture waits for the answer.
+    pick(page.directionChoice(), "vaerdi");
+    EXPECT_FALSE(page.ringChoice(1)->isVisibleTo(&page));
+    EXPECT_TRUE(page.field("R")->isVisibleTo(&page));
+    EXPECT_TRUE(page.preview()->isEmpty());
+    page.field("R")->setText("4,5k");
+    pick(page.seriesChoice(), "E12");
+    enter(&page, "R");
+    EXPECT_TRUE(contains(sheetOf(&page), "gul – violet – sort – brun – brun")) << sheetOf(&page);
+    pick(page.countChoice(), "4");
+    enter(&page, "R");
+    EXPECT_TRUE(contains(sheetOf(&page), "gul – violet – rød – sølv")) << sheetOf(&page);
+}
+
+TEST_F(SmallToolsTest, vectorAndTrianglePagesAskForWhatTheirFormNeeds) {
+    app::VecPage vec(&host);
+    vec.show();
+    EXPECT_TRUE(vec.field("v1")->isVisibleTo(&vec));
+    EXPECT_FALSE(vec.field("x1")->isVisibleTo(&vec));
+    pick(vec.formChoice(), "rekt");
+    EXPECT_FALSE(vec.field("V4")->isVisibleTo(&vec));
+    EXPECT_TRUE(vec.field("y4")->isVisibleTo(&vec));
+    vec.field("x1")->setText("3");
+    vec.field("y2")->setText("4");
+    enter(&vec, "y2");
+    EXPECT_DOUBLE_EQ(resultOf(host, "v<sub>sum</sub>"), 5);
+
+    app::TriPage tri(&host);
+    tri.field("a")->setText("3");
+    tri.field("B")->setText("53,13010235415598");
+    enter(&tri, "B");
+    EXPECT_NEAR(resultOf(host, "c"), 5, 1e-9);
+    EXPECT_NE(tri.resultArea()->view()->markup().find("<img src=\"f:"), std::string::npos);
+}
+
+TEST_F(SmallToolsTest, acPageShowsThePhasorsAndTheTriangleBesideItsSteps) {
+    app::AcPage page(&host);
+    EXPECT_EQ(page.field("f")->text(), "50");
+    EXPECT_EQ(page.field("U")->text(), "230");
+    page.field("R")->setText("30");
+    page.field("L")->setText("0,2");
+    page.field("C")->setText("100u");
+    enter(&page, "C");
+    const std::string markup = page.resultArea()->view()->markup();
+    size_t figures = 0;
+    for (size_t at = markup.find("<img src=\"f:"); at != std::string::npos; at = markup.find("<img src=\"f:", at + 1))
+        ++figures;
+    EXPECT_EQ(figures, 2u);
+    EXPECT_TRUE(contains(sheetOf(&page), "Vektordiagram for spændingerne"));
+    EXPECT_TRUE(contains(sheetOf(&page), "Modstandstrekant"));
+    const double xl = 2 * M_PI * 50 * 0.2, xc = 1 / (2 * M_PI * 50 * 100e-6);
+    EXPECT_NEAR(resultOf(host, "Z"), std::hypot(30, xl - xc), 1e-9);
+}
+
+TEST_F(SmallToolsTest, demonstrationRedrawsAtEveryMoveAndFindsResonance) {
+    app::AcDemoPage page(&host);
+    const std::string curves = page.curves()->svg(), readout = page.readout()->text().toStdString();
+    EXPECT_FALSE(page.phasors()->isEmpty());
+    EXPECT_FALSE(page.resonance()->isEmpty());
+    EXPECT_TRUE(contains(readout, "kapacitiv")) << readout; // 50 Hz is below f₀ = 71 Hz
+
+    QSlider* f = page.slider(app::AcDemoPage::F);
+    f->setValue(f->value() + 1);
+    EXPECT_NE(page.curves()->svg(), curves);
+    EXPECT_NE(page.readout()->text().toStdString(), readout);
+    // Only the moved quantity changes.
+    EXPECT_DOUBLE_EQ(page.setting().C, 10e-6);
+
+    QTest::mouseClick(page.resonanceButton(), Qt::LeftButton);
+    const double f0 = 1 / (2 * M_PI * std::sqrt(0.5 * 10e-6));
+    EXPECT_DOUBLE_EQ(page.setting().f, f0);
+    EXPECT_TRUE(page.readout()->text().contains("Resonans"));
+    EXPECT_FALSE(page.resonanceButton()->isEnabled());
+    // R doesn't move the resonance.
+    QSlider* r = page.slider(app::AcDemoPage::R);
+    r->setValue(r->value() + 50);
+    EXPECT_TRUE(page.readout()->text().contains("Resonans"));
+
+    // A change of theme draws the same setting in the other colours.
+    const std::string light = page.curves()->svg();
+    app::setThemeMode(app::ThemeDark);
+    page.onTheme();
+    EXPECT_NE(page.curves()->svg(), light);
+}
+
+} // namespace
