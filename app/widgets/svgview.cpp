@@ -18,6 +18,7 @@ void SvgView::setSvg(const std::string& svg) {
         natural = QSize();
     else
         natural = renderer->defaultSize();
+    rendered = QImage();
     // A slider's redraw keeps the size: only a new size costs a layout pass.
     if (natural != before) updateGeometry();
     update();
@@ -37,10 +38,20 @@ void SvgView::paintEvent(QPaintEvent*) {
     QSizeF size = natural;
     if (size.width() > width()) size *= double(width()) / size.width();
     if (size.height() > height()) size *= double(height()) / size.height();
+    const qreal ratio = devicePixelRatioF();
+    const QSize pixels = (size * ratio).toSize();
+    if (pixels.isEmpty()) return;
+    if (rendered.size() != pixels) {
+        rendered = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
+        rendered.fill(Qt::transparent);
+        QPainter r(&rendered);
+        r.setRenderHint(QPainter::Antialiasing, true);
+        r.setRenderHint(QPainter::TextAntialiasing, true);
+        renderer->render(&r, QRectF(QPointF(0, 0), QSizeF(pixels)));
+        rendered.setDevicePixelRatio(ratio);
+    }
     QPainter p(this);
-    p.setRenderHint(QPainter::Antialiasing, true);
-    p.setRenderHint(QPainter::TextAntialiasing, true);
-    renderer->render(&p, QRectF(QPointF((width() - size.width()) / 2, 0), size));
+    p.drawImage(QPointF((width() - size.width()) / 2, 0), rendered);
 }
 
 } // namespace app

@@ -1,8 +1,11 @@
 // A figure drawn live: an SVG document from the core painted at its natural
 // size, or smaller when the column is narrower, never distorted. For figures
-// that follow a form or a slider without a sheet around them.
+// that follow a form or a slider without a sheet around them. The picture is
+// rendered once per document and size and kept, because the renderer lays
+// out and strokes every label anew on each paint.
 #pragma once
 
+#include <QImage>
 #include <QWidget>
 
 #include <string>
@@ -32,6 +35,7 @@ class SvgView : public QWidget {
     QSvgRenderer* renderer = nullptr;
     QSize natural;
     std::string text;
+    QImage rendered; // empty when the document or the size has changed
 };
 
 } // namespace app
