@@ -5,6 +5,7 @@
 // largest views. Everything runs offscreen in one shown main window.
 #include "app/pages/formulas/finderpage.h"
 #include "app/pages/formulas/formulapage.h"
+#include "app/pages/tools/acpages.h"
 #include "app/pages/tools/toolpage.h"
 #include "app/shell/mainwindow.h"
 #include "app/shell/theme.h"
@@ -17,6 +18,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QLineEdit>
+#include <QSlider>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -177,6 +179,27 @@ void BM_finderPathToPainted(benchmark::State& state, int mode, const std::string
     settle();
 }
 
+// The demonstration at the board: one step of a slider until the page is
+// painted again, its three figures drawn and rendered anew. The frequency
+// sweeps back and forth across resonance; R changes the curves' heights.
+void BM_demoSliderToPainted(benchmark::State& state, app::AcDemoPage::Quantity quantity) {
+    app::MainWindow& w = window();
+    w.navigate(QStringLiteral("acdemo"));
+    auto* page = dynamic_cast<app::AcDemoPage*>(w.currentPage());
+    if (!page) {
+        state.SkipWithError("no demonstration page");
+        return;
+    }
+    QSlider* slider = page->slider(quantity);
+    int step = 1;
+    for (auto _ : state) {
+        if (slider->value() + step > slider->maximum() || slider->value() + step < slider->minimum()) step = -step;
+        slider->setValue(slider->value() + step);
+        paint(w);
+    }
+    settle();
+}
+
 const std::string kLargest = largestFamily().key;
 
 BENCHMARK_CAPTURE(BM_firstVisitToPainted, ohm, std::string("ohm"))->Unit(benchmark::kMillisecond);
@@ -195,6 +218,8 @@ BENCHMARK_CAPTURE(BM_toolEnterToPainted, ikmin, std::string("ikmin"),
                   {{"I_Nks", "35"}, {"l_stik", "20"}, {"l_grp", "30"}, {"I_Ngrp", "10"}})
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_homeToPainted)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_demoSliderToPainted, f, app::AcDemoPage::F)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_demoSliderToPainted, R, app::AcDemoPage::R)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(BM_finderPathToPainted, rootCards, 0, std::string())->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(BM_finderPathToPainted, leafCards, 0, std::string("ac/serie"))
     ->Unit(benchmark::kMillisecond);

@@ -2,8 +2,11 @@
 // whole rendering pass (reset, compute, take the images), and the equation
 // chain on the longest list the any-direction tools hand it (a symmetrical
 // load in star, ten equations, everything found from U_N, R and cos φ); the
-// machine tools each on a full form, the chain tools also backwards.
+// machine tools each on a full form, the chain tools also backwards; the
+// series RLC sheet with its figures, and the demonstration's three figures
+// for one slider step.
 #include "fl/expr/markup.h"
+#include "fl/tools/ac.h"
 #include "fl/tools/cable.h"
 #include "fl/tools/chain.h"
 #include "fl/tools/machines.h"
@@ -120,5 +123,20 @@ void threePhaseLoadBackwards(benchmark::State& state) {
     pass(state, [] { return fl::threePhaseLoad({{"U_N", "400"}, {"P", "8k"}, {"S", "10k"}}, true); });
 }
 BENCHMARK(threePhaseLoadBackwards)->Unit(benchmark::kMicrosecond);
+
+void acSeries(benchmark::State& state) {
+    pass(state, [] { return fl::acSeries({{"R", "30"}, {"L", "0,2"}, {"C", "100u"}, {"f", "50"}, {"U", "230"}}); });
+}
+BENCHMARK(acSeries)->Unit(benchmark::kMicrosecond);
+
+// The demonstration's pictures for one slider step, without a widget.
+void demoView(benchmark::State& state) {
+    fl::DemoSetting s;
+    for (auto _ : state) {
+        s.f = s.f < 400 ? s.f * 1.01 : 5;
+        benchmark::DoNotOptimize(fl::demoView(s));
+    }
+}
+BENCHMARK(demoView)->Unit(benchmark::kMicrosecond);
 
 } // namespace
