@@ -35,6 +35,7 @@ void CircuitEditor::refresh() {
     svg = fl::schematic(c, {}, opt, &hits, &natW, &natH);
     drawnColors = fl::figColors().slot;
     renderer.load(QByteArray::fromStdString(svg));
+    picture = QImage();
     setMinimumHeight(pictureHeight());
     updateGeometry();
     update();
@@ -74,7 +75,22 @@ void CircuitEditor::paintEvent(QPaintEvent*) {
     p.setRenderHint(QPainter::SmoothPixmapTransform, true);
     const double w = std::min(natW, static_cast<double>(width()));
     const double h = w * natH / std::max(natW, 1.0);
-    if (renderer.isValid()) renderer.render(&p, QRectF(0, 0, w, h));
+    // Drawing the SVG's texts is the slow part: the picture is drawn once per
+    // change and size, and a hover only lays its wash over it.
+    const double dpr = devicePixelRatioF();
+    const QSize size(static_cast<int>(std::ceil(w * dpr)), static_cast<int>(std::ceil(h * dpr)));
+    if (picture.size() != size || picture.devicePixelRatio() != dpr) {
+        picture = QImage(size, QImage::Format_ARGB32_Premultiplied);
+        picture.setDevicePixelRatio(dpr);
+        picture.fill(Qt::transparent);
+        if (renderer.isValid()) {
+            QPainter ip(&picture);
+            ip.setRenderHint(QPainter::Antialiasing, true);
+            ip.setRenderHint(QPainter::TextAntialiasing, true);
+            renderer.render(&ip, QRectF(0, 0, w, h));
+        }
+    }
+    p.drawImage(QPointF(0, 0), picture);
     if (hover >= 0 && static_cast<size_t>(hover) < hits.size()) {
         const fl::HitBox& b = hits[static_cast<size_t>(hover)];
         // Fainter on a group, so that a frame under the pointer doesn't drown its parts.

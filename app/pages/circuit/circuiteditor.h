@@ -9,6 +9,7 @@
 #include "fl/circuit/model.h"
 #include "fl/fig/schematic.h"
 
+#include <QImage>
 #include <QSvgRenderer>
 #include <QWidget>
 
@@ -70,6 +71,7 @@ class CircuitEditor : public QWidget {
 
     fl::Circuit* source = nullptr;
     QSvgRenderer renderer;
+    QImage picture; // the rendered schematic at the present size
     std::string svg;
     std::vector<fl::HitBox> hits;
     double natW = 400, natH = 200;
