@@ -242,12 +242,17 @@ FigureOut kompFigure(const Given& g) {
     fig.edges = {{0, 1, g.label("P", "W"), g.cls("P")},
                  {1, 3, "Q<sub>2</sub>", ""},
                  {3, 2, g.label("QC", "VAr"), g.cls("QC")}};
-    fig.angles = {{0, 1, 3, g.label("cosphi2", "", "cos φ<sub>2</sub>"), g.cls("cosphi2"), false, 40},
+    // The angles carry their names only: a number would run into the upright side
+    // of a steep triangle. The cosines stand in the caption.
+    fig.angles = {{0, 1, 3, "φ<sub>2</sub>", g.cls("cosphi2"), false, 40},
                   {0, 1, 2, "φ<sub>1</sub>", g.cls("cosphi1"), false, 22},
                   {1, 0, 2, {}, {}, true}};
     fig.title = "Kompensering: Q<sub>C</sub> = Q<sub>1</sub> − Q<sub>2</sub> = P · (tan φ<sub>1</sub> − tan "
                 "φ<sub>2</sub>)";
-    if (g.mentions("cosphi1")) fig.title += " · " + g.label("cosphi1", "", "cos φ<sub>1</sub>");
+    for (const char* c : {"cosphi1", "cosphi2"}) {
+        const std::string shown = std::string("cos φ<sub>") + c[6] + "</sub>";
+        if (g.mentions(c)) fig.title += " · " + (g.sought == c ? "<b>" + g.label(c, "", shown) + "</b>" : g.label(c, "", shown));
+    }
     fig.caption = !known ? " · <b>ikke i målestok</b>" : scaleNote(d1, true1);
     return drawFig(fig);
 }

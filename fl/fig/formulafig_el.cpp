@@ -240,11 +240,13 @@ FigureOut effFigure(const Given& g) {
     spec.overlay = [&g, umax, ueff](Canvas& cv, const std::function<Pt(Pt)>& map) {
         const Pt a = map({0, ueff}), b = map({20, ueff});
         cv.line(a.x, a.y, b.x, b.y, "dash");
-        const Pt e = map({12.5, ueff});
-        cv.text(e.x, e.y - 12, g.label("Ueff", "V"), "middle", g.cls("Ueff").empty() ? "t2" : "hl");
+        // Past 7,5 ms the curve has fallen below U_eff, so the text above the line is clear of it.
+        const Pt e = map({8, ueff});
+        cv.text(e.x, e.y - 12, g.label("Ueff", "V"), "start", g.cls("Ueff").empty() ? "t2" : "hl");
+        // Above the flat top of the curve, not on it.
         const Pt peak = map({5, umax});
         cv.circle(peak.x, peak.y, 3.5, "node");
-        cv.text(peak.x + 10, peak.y - 4, g.label("Umax", "V"), "start", g.cls("Umax").empty() ? "t1" : "hl");
+        cv.text(peak.x + 8, peak.y - 13, g.label("Umax", "V"), "start", g.cls("Umax").empty() ? "t1" : "hl");
     };
     FigureOut f = drawAxes(spec);
     f.caption = "Sinusspænding ved 50 Hz: U<sub>eff</sub> = U<sub>max</sub> / √2 ≈ 0,707 · U<sub>max</sub>";

@@ -29,6 +29,83 @@ FigInner areaText(const Given& g, const std::string& symbol, const std::string& 
     return {text, g.cls(symbol)};
 }
 
+// A text's estimated box on the screen, a few pixels of air around it.
+struct Box {
+    double x0, y0, x1, y1;
+    bool meets(const Box& o) const { return x0 < o.x1 && o.x0 < x1 && y0 < o.y1 && o.y0 < y1; }
+};
+
+Box boxOf(Pt middleLeft, const std::string& text, const std::string& cls, double air = 3) {
+    const double w = textWidth(text, cls), h = textStyle(cls).size;
+    return {middleLeft.x - air, middleLeft.y - h / 2 - air, middleLeft.x + w + air, middleLeft.y + h / 2 + air};
+}
+
+// Inside a convex polygon given in screen points, borders excluded.
+bool insideShape(const std::vector<Pt>& poly, Pt p) {
+    int sign = 0;
+    for (size_t i = 0; i < poly.size(); ++i) {
+        const Pt a = poly[i], b = poly[(i + 1) % poly.size()];
+        const double cross = (b.x - a.x) * (p.y - a.y) - (b.y - a.y) * (p.x - a.x);
+        if (cross == 0) return false;
+        const int s = cross > 0 ? 1 : -1;
+        if (sign != 0 && s != sign) return false;
+        sign = s;
+    }
+    return true;
+}
+
+bool boxInside(const std::vector<Pt>& poly, const Box& b) {
+    return insideShape(poly, Pt{b.x0, b.y0}) && insideShape(poly, Pt{b.x1, b.y0}) &&
+           insideShape(poly, Pt{b.x0, b.y1}) && insideShape(poly, Pt{b.x1, b.y1});
+}
+
+// The left-middle point nearest `want` at which the text lies inside the
+// shape and clear of `avoid`; beside the shape on the right when there is no room.
+Pt spotInside(const Fig& f, Pt want, const std::string& text, const std::string& cls, const std::vector<Box>& avoid) {
+    const std::vector<Pt> poly = f.polyPoints(f.pts);
+    double best = INFINITY, right = -INFINITY, top = INFINITY, bottom = -INFINITY;
+    for (const Pt& p : poly)
+        right = std::max(right, p.x), top = std::min(top, p.y), bottom = std::max(bottom, p.y);
+    Pt spot{right + 12, (top + bottom) / 2};
+    for (double dy = -f.H / 2.0; dy <= f.H / 2.0; dy += 3) {
+        for (double dx = -f.W / 2.0; dx <= f.W / 2.0; dx += 3) {
+            const double d = dx * dx + dy * dy;
+            if (d >= best) continue;
+            const Pt p{want.x + dx, want.y + dy};
+            const Box b = boxOf(p, text, cls);
+            if (!boxInside(poly, b)) continue;
+            if (std::any_of(avoid.begin(), avoid.end(), [&](const Box& o) { return o.meets(b); })) continue;
+            best = d, spot = p;
+        }
+    }
+    return spot;
+}
+
+// A dashed height from `top` straight down to the foot `foot`, its label
+// beside it at mid-height or, where the shape is too narrow there, lower
+// down; then the area's text in the room that is left, near the middle.
+void heightAndArea(Fig& f, Pt top, Pt foot, const std::string& text, const std::string& cls, const FigInner& area) {
+    const Pt a = f.pt(top), b = f.pt(foot);
+    f.line(a.x, a.y, b.x, b.y, "dash");
+    f.polyline({{b.x + 9, b.y}, {b.x + 9, b.y - 9}, {b.x, b.y - 9}}, "thin");
+    const std::vector<Pt> poly = f.polyPoints(f.pts);
+    Pt label{b.x + 6, (a.y + b.y) / 2};
+    for (double y = label.y; y < b.y - 12; y += 3) {
+        if (boxInside(poly, boxOf({label.x, y}, text, cls))) {
+            label.y = y;
+            break;
+        }
+    }
+    f.text(label.x, label.y, text, "start", cls);
+    const Box line{b.x - 4, a.y, b.x + 13, b.y};
+    double cx = 0, cy = 0;
+    for (const Pt& p : poly)
+        cx += p.x / double(poly.size()), cy += p.y / double(poly.size());
+    const double w = textWidth(area.text, area.cls);
+    const Pt spot = spotInside(f, {cx - w / 2, cy}, area.text, area.cls, {boxOf(label, text, cls), line});
+    f.text(spot.x, spot.y, area.text, "start", area.cls);
+}
+
 // A dashed height from `top` straight down to the foot `foot`, its label beside it.
 void height(Fig& f, Pt top, Pt foot, const std::string& text, const std::string& cls) {
     const Pt a = f.pt(top), b = f.pt(foot);
@@ -123,10 +200,7 @@ FigureOut areaTriangleFigure(const Given& g, const std::string& key) {
         fig.edges = {{0, 1, g.label("g", ""), g.cls("g")}};
         const FigInner area = areaText(g, "A");
         fig.postDraw = [&g, up, area](Fig& f, Pt) {
-            height(f, {0.35, up}, {0.35, 0}, g.label("h", ""), g.cls("h"));
-            // The area stands in the wider part, clear of the height.
-            const Pt p = f.pt({0.66, up * 0.28});
-            f.text(p.x, p.y, area.text, "middle", area.cls);
+            heightAndArea(f, {0.35, up}, {0.35, 0}, g.label("h", ""), g.cls("h"), area);
         };
         fig.title = "Trekant: A = ½ · h · g";
     } else if (key == "triS") {
@@ -201,9 +275,13 @@ FigureOut quadFigure(const Given& g, const std::string& key) {
         const double off = (1 - top) / 2;
         fig.pts = {{0, 0}, {1, 0}, {off + top, up}, {off, up}};
         fig.edges = {{0, 1, g.label("b", ""), g.cls("b")}, {3, 2, g.label("a", ""), g.cls("a")}};
-        // The height from the top's left corner, where it stays clear of the area's text.
-        const double hx = std::clamp(off, 0.06, 0.3);
-        fig.postDraw = [&g, up, hx](Fig& f, Pt) { height(f, {hx, up}, {hx, 0}, g.label("h", ""), g.cls("h")); };
+        // The height near the left end of what the top and the bottom have in
+        // common, so that it meets both; the area's text in the room beside it.
+        const double lo = std::max(off, 0.0), hi = std::min(off + top, 1.0);
+        const double hx = lo + std::min(0.06, (hi - lo) * 0.25);
+        fig.postDraw = [&g, up, hx](Fig& f, Pt) {
+            heightAndArea(f, {hx, up}, {hx, 0}, g.label("h", ""), g.cls("h"), areaText(g, "A", "Areal"));
+        };
         fig.title = "Trapez: A = ½ · h · (a + b)";
     } else {
         const double d1 = g.pos("d1"), d2 = g.pos("d2");
@@ -228,7 +306,7 @@ FigureOut quadFigure(const Given& g, const std::string& key) {
             old(f, c);
             f.text(f.W / 2.0, f.H - 14.0, inner.text, "middle", inner.cls);
         };
-    } else {
+    } else if (key != "trap") {
         fig.inner = area;
     }
     fig.caption = scaleWord(known);

@@ -13,7 +13,9 @@
 #include <cmath>
 #include <limits>
 #include <random>
+#include <optional>
 #include <set>
+#include <sstream>
 
 namespace fl {
 namespace {
@@ -185,6 +187,96 @@ TEST(FormulaFigureTest, aPolygonOfAHugeCountStillCloses) {
                                                                           e.attrs.at("points").end(), ',')) ;
         EXPECT_GE(corners, 3);
     }
+}
+
+// A text's estimated box, from its position, size and weight as written.
+struct TextBox {
+    double x0, y0, x1, y1;
+};
+
+TextBox boxOf(const testing::SvgElement& t) {
+    const double size = t.num("font-size");
+    const double w = textWidth(t.text, size, t.has("font-weight"));
+    const std::string anchor = t.has("text-anchor") ? t.attrs.at("text-anchor") : "start";
+    const double x = t.num("x") - (anchor == "middle" ? w / 2 : anchor == "end" ? w : 0);
+    const double y = t.num("y") - 0.35 * size; // the middle of the line
+    return {x, y - size / 2, x + w, y + size / 2};
+}
+
+// Inside the convex outline, borders excluded.
+bool inside(const std::vector<std::pair<double, double>>& poly, double x, double y) {
+    int sign = 0;
+    for (size_t i = 0; i < poly.size(); ++i) {
+        const auto [ax, ay] = poly[i];
+        const auto [bx, by] = poly[(i + 1) % poly.size()];
+        const double cross = (bx - ax) * (y - ay) - (by - ay) * (x - ax);
+        const int s = cross > 0 ? 1 : cross < 0 ? -1 : 0;
+        if (s == 0 || (sign != 0 && s != sign)) return false;
+        sign = s;
+    }
+    return true;
+}
+
+// The height's label and the area's text share the inside of a triangle or
+// a trapezium: whatever the numbers, neither runs over the other, and the
+// area stays within the outline.
+TEST(FormulaFigureTest, theHeightAndTheAreaStayApartAndInsideTheShape) {
+    std::mt19937 rng(5);
+    std::uniform_real_distribution<double> exponent(-3, 6);
+    const auto any = [&] { return std::round(std::pow(10.0, exponent(rng)) * 1e4) / 1e4; };
+    int checked = 0;
+    for (int k = 0; k < 300; ++k) {
+        const bool trap = k % 2 == 1;
+        std::map<std::string, double> values = {{"h", any()}, {"A", any()}};
+        if (trap) values["a"] = any(), values["b"] = any();
+        else values["g"] = any();
+        const char* sought = k % 3 == 0 ? "A" : "h";
+        const std::string svg = figureFor(trap ? "trap" : "triA", values, sought);
+        SCOPED_TRACE(svg);
+        std::vector<std::pair<double, double>> outline;
+        std::optional<TextBox> height, area;
+        double heightX = NAN;
+        for (const auto& e : svgElements(svg)) {
+            if (e.tag == "line" && e.has("stroke-dasharray")) heightX = e.num("x1");
+            if (e.tag == "polygon" && outline.empty()) {
+                std::istringstream in(e.attrs.at("points"));
+                std::string pair;
+                while (in >> pair) {
+                    const size_t comma = pair.find(',');
+                    outline.emplace_back(testing::svgNum(pair.substr(0, comma)), testing::svgNum(pair.substr(comma + 1)));
+                }
+            }
+            if (e.tag != "text" || e.has("stroke")) continue;
+            if (e.text.rfind("h = ", 0) == 0) height = boxOf(e);
+            if (e.text.rfind("A = ", 0) == 0 || e.text.rfind("Areal = ", 0) == 0) area = boxOf(e);
+        }
+        ASSERT_GE(outline.size(), 3u);
+        ASSERT_TRUE(height && area);
+        const bool apart = height->x1 <= area->x0 || area->x1 <= height->x0 || height->y1 <= area->y0 ||
+                           area->y1 <= height->y0;
+        EXPECT_TRUE(apart);
+        // Where the shape has no room for it, the area stands beside it on the right.
+        double right = 0;
+        for (const auto& p : outline)
+            right = std::max(right, p.first);
+        if (area->x0 <= right) {
+            for (double x : {area->x0, area->x1})
+                for (double y : {area->y0, area->y1})
+                    EXPECT_TRUE(inside(outline, x, y)) << x << "," << y;
+        }
+        for (double y : {height->y0, height->y1})
+            EXPECT_TRUE(inside(outline, height->x1, y)) << "the height's text crosses the outline";
+        // The height stands on the top (a corner or a side), not in the air beside it.
+        double topY = 1e9, topX0 = 1e9, topX1 = -1e9;
+        for (const auto& p : outline)
+            topY = std::min(topY, p.second);
+        for (const auto& p : outline)
+            if (p.second == topY) topX0 = std::min(topX0, p.first), topX1 = std::max(topX1, p.first);
+        EXPECT_GE(heightX, topX0 - 0.1);
+        EXPECT_LE(heightX, topX1 + 0.1);
+        ++checked;
+    }
+    EXPECT_EQ(checked, 300);
 }
 
 TEST(FormulaFigureTest, theSolveDriverShowsTheFigureBesideTheSheet) {
