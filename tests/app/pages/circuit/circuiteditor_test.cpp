@@ -130,6 +130,44 @@ TEST_F(CircuitEditorTest, hoverIsFainterOnAGroupThanOnAComponent) {
     }
 }
 
+// The picture is kept between paints; what changes the drawing must still
+// reach the screen at the next paint.
+TEST_F(CircuitEditorTest, aKeptPictureNeverOutlivesAChange) {
+    fl::Circuit c = circuitOf({leaf("R"), leaf("R")});
+    app::CircuitEditor editor;
+    editor.setCircuit(&c);
+    editor.resize(900, 300);
+    editor.show();
+    const QImage first = editor.grab().toImage();
+    const struct {
+        const char* name;
+        std::function<void()> change;
+    } rows[] = {
+        {"an edit", [&] {
+             c.sel = c.root->ch[1]->id;
+             fl::edit(c, "ser", "R");
+             editor.refresh();
+             ASSERT_EQ(editor.hitBoxes().size(), 3u);
+         }},
+        {"a selection", [&] { c.sel = c.root->ch[0]->id; editor.refresh(); }},
+        {"a change of theme", [] { app::setThemeMode(app::ThemeDark); }},
+        {"a narrower window", [&] { editor.resize(300, 300); }},
+    };
+    QImage before = first;
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        row.change();
+        const QImage after = editor.grab().toImage();
+        EXPECT_NE(after, before);
+        // A hover alone lays its wash over the same picture and takes it off again.
+        QTest::mouseMove(&editor, editor.toWidget(spotIn(editor.hitBoxes()[0])).toPoint());
+        QEvent leave(QEvent::Leave);
+        QApplication::sendEvent(&editor, &leave);
+        EXPECT_EQ(editor.grab().toImage(), after);
+        before = after;
+    }
+}
+
 TEST_F(CircuitEditorTest, theSelectionIsDrawnAndTheDrawingFollowsTheThemeAndEdits) {
     fl::Circuit c = circuitOf({leaf("R"), leaf("R")});
     c.sel = c.root->ch[1]->id;
