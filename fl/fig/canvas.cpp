@@ -250,7 +250,7 @@ void Canvas::textAt(double x, double y, std::string_view content, std::string_vi
 
     const double base = y + 0.35 * style.size;
     if (runs.size() == 1 && !runs[0].sub) {
-        element(x, base, anchor, runs[0].text, style.size, true);
+        if (halos) element(x, base, anchor, runs[0].text, style.size, true);
         element(x, base, anchor, runs[0].text, style.size, false);
         return;
     }
@@ -262,7 +262,7 @@ void Canvas::textAt(double x, double y, std::string_view content, std::string_vi
     for (const Run& r : runs)
         total += textWidth(r.text, r.sub ? subSize : style.size, heavy);
     double cx = anchor == "middle" ? x - total / 2 : anchor == "end" ? x - total : x;
-    for (int pass = 0; pass < 2; ++pass) {
+    for (int pass = halos ? 0 : 1; pass < 2; ++pass) {
         double px = cx;
         for (const Run& r : runs) {
             const double size = r.sub ? subSize : style.size;

@@ -54,6 +54,9 @@ class Canvas {
     // The drawing's size, when known: a text that would cross an edge is
     // moved inside, and squeezed if it is wider than the drawing.
     void setBounds(double w, double h) { boundW = w, boundH = h; }
+    // Whether texts get their halo. A halo costs the renderer twice the
+    // letters; a drawing whose texts stand clear of its lines can go without.
+    bool halos = true;
 
     // The whole SVG document of `w` by `h`.
     std::string document(int w, int h) const;

@@ -290,6 +290,7 @@ std::string schematic(Circuit& c, const Values& values, const SchematicOptions& 
 
     Canvas out;
     out.setBounds(W, H);
+    out.halos = options.halos;
     Drawer drawer(out, values, options, ac, hits);
     if (hits) hits->clear();
     drawer.node(c.root, kBlockX, kBlockY);

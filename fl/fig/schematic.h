@@ -37,6 +37,10 @@ struct SchematicOptions {
     std::string selection; // id of the selected node
     std::string subject;   // id of the node a step is about; drawn framed in the accent colour
     bool ac = false;       // ignored by the overloads that take a circuit: its mode decides
+    // Halos behind the texts. Without results every text of a schematic
+    // stands clear of the wires, so the editor, which draws on every edit,
+    // leaves them out and paints in less than half the time.
+    bool halos = true;
 };
 
 // The circuit drawn with what `values` knows (may be empty: no results yet).

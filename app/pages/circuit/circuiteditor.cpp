@@ -32,6 +32,7 @@ void CircuitEditor::refresh() {
     fl::Circuit& c = circuit();
     fl::SchematicOptions opt;
     opt.selection = c.sel;
+    opt.halos = false;
     svg = fl::schematic(c, {}, opt, &hits, &natW, &natH);
     drawnColors = fl::figColors().slot;
     renderer.load(QByteArray::fromStdString(svg));

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <functional>
 #include <random>
 
@@ -118,6 +119,79 @@ TEST(SchematicTest, randomTreesGiveValidDrawingsWithOrderedDisjointBoxesInside) 
             for (const CNodePtr& child : g->ch)
                 EXPECT_TRUE(inside(boxOf(child->id), frame)) << child->id << " in " << g->id;
         });
+    }
+}
+
+// Whether the segment from a to b passes through the box (x0, y0)–(x1, y1).
+bool crosses(double ax, double ay, double bx, double by, double x0, double y0, double x1, double y1) {
+    // Clip the segment to the box (Liang–Barsky).
+    double t0 = 0, t1 = 1;
+    const double dx = bx - ax, dy = by - ay;
+    const double p[] = {-dx, dx, -dy, dy}, q[] = {ax - x0, x1 - ax, ay - y0, y1 - ay};
+    for (int i = 0; i < 4; ++i) {
+        if (p[i] == 0) {
+            if (q[i] < 0) return false;
+        } else {
+            const double t = q[i] / p[i];
+            if (p[i] < 0) t0 = std::max(t0, t);
+            else t1 = std::min(t1, t);
+        }
+    }
+    return t0 < t1;
+}
+
+// The editor draws without halos, which only holds while no text of a
+// schematic without results runs over a wire, a plate or a group's frame,
+// whatever the values typed.
+TEST(SchematicTest, withoutResultsNoTextCrossesALine) {
+    std::mt19937 rng(23);
+    const char* typed[] = {"", "4k7", "123,45", "0,0012", "=R1", "1e6", "47u", "x"};
+    for (int round = 0; round < 300; ++round) {
+        const bool ac = round % 2 == 1;
+        testing::RandomCircuit rc = testing::randomCircuit(rng, 1 + round % 20, 4, ac);
+        walk(rc.root, [&](const CNodePtr& n) {
+            if (n->group) return;
+            if (rng() % 7 == 0) n->k = rng() % 2 ? "A" : "V";
+            n->v = typed[rng() % std::size(typed)];
+            n->r = n->k == "L" ? typed[rng() % std::size(typed)] : "";
+        });
+        Circuit c = defaultCircuit(ac ? "ac" : "dc");
+        c.root = rc.root;
+        c.src["U"] = "230";
+        SCOPED_TRACE(testing::outline(c.root));
+        SchematicOptions opt;
+        opt.halos = false;
+        const std::string svg = draw(c, {}, opt);
+        ASSERT_EQ(svg.find("stroke-width=\"4\""), std::string::npos) << "a halo";
+
+        struct Seg {
+            double ax, ay, bx, by;
+        };
+        std::vector<Seg> lines;
+        std::vector<std::pair<std::string, std::array<double, 4>>> texts;
+        for (const auto& e : svgElements(svg)) {
+            if (e.tag == "line") lines.push_back({e.num("x1"), e.num("y1"), e.num("x2"), e.num("y2")});
+            if (e.tag == "rect" && e.has("stroke-dasharray")) {
+                const double x = e.num("x"), y = e.num("y"), w = e.num("width"), h = e.num("height");
+                lines.push_back({x, y, x + w, y});
+                lines.push_back({x, y + h, x + w, y + h});
+                lines.push_back({x, y, x, y + h});
+                lines.push_back({x + w, y, x + w, y + h});
+            }
+            if (e.tag == "text") {
+                const double size = e.num("font-size");
+                const double w = textWidth(e.text, size, e.has("font-weight"));
+                const std::string anchor = e.has("text-anchor") ? e.attrs.at("text-anchor") : "start";
+                const double x = e.num("x") - (anchor == "middle" ? w / 2 : anchor == "end" ? w : 0);
+                const double mid = e.num("y") - 0.35 * size;
+                // The letters' ink, a little inside the line box.
+                texts.push_back({e.text, {x + 1, mid - 0.35 * size, x + w - 1, mid + 0.35 * size}});
+            }
+        }
+        for (const auto& [text, b] : texts)
+            for (const Seg& l : lines)
+                EXPECT_FALSE(crosses(l.ax, l.ay, l.bx, l.by, b[0], b[1], b[2], b[3]))
+                    << "\"" << text << "\" crosses " << l.ax << "," << l.ay << " – " << l.bx << "," << l.by;
     }
 }
 
