@@ -16,7 +16,7 @@
 #include <memory>
 
 class FreshAppTest : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         ASSERT_TRUE(dir.isValid());
         freshStore();
@@ -39,6 +39,15 @@ protected:
     void freshStore() {
         DataStore::instance().resetForTest();
         DataStore::instance().setPath((dir.path() + "/data.json").toStdString());
+    }
+
+    // The main window at its usual size, shown, on the home page.
+    app::MainWindow& open() {
+        window = std::make_unique<app::MainWindow>();
+        window->resize(1280, 800);
+        window->show();
+        QApplication::processEvents();
+        return *window;
     }
 
     QTemporaryDir dir;

@@ -14,6 +14,7 @@
 #include "fl/expr/markup.h"
 #include "fl/formulas/catalogue.h"
 #include "store/datastore.h"
+#include "tests/app/click_link.h"
 #include "tests/app/fake_host.h"
 #include "tests/app/fresh_app.h"
 
@@ -38,24 +39,6 @@ bool contains(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
 
-// Clicks the first anchor in the view that leads to `href`, as a user would,
-// at the middle of its text. False when the view has no such link.
-bool clickLink(app::SheetView* view, const QString& href) {
-    QTextDocument* doc = view->document();
-    for (QTextBlock block = doc->begin(); block.isValid(); block = block.next()) {
-        for (auto it = block.begin(); !it.atEnd(); ++it) {
-            const QTextFragment frag = it.fragment();
-            if (!frag.charFormat().isAnchor() || frag.charFormat().anchorHref() != href) continue;
-            QTextCursor cursor(doc);
-            cursor.setPosition(frag.position() + frag.length() / 2);
-            const QPoint at = view->cursorRect(cursor).center();
-            QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, at);
-            return true;
-        }
-    }
-    return false;
-}
-
 // Types as on a keyboard, one character at a time, also "√" and "·".
 void type(QLineEdit* edit, const QString& text) {
     for (const QChar c : text) {
@@ -68,14 +51,6 @@ void type(QLineEdit* edit, const QString& text) {
 
 class PagesTest : public FreshAppTest {
   protected:
-    app::MainWindow& open() {
-        window = std::make_unique<app::MainWindow>();
-        window->resize(1280, 800);
-        window->show();
-        QApplication::processEvents();
-        return *window;
-    }
-
     template <typename P> P* current() const { return dynamic_cast<P*>(window->currentPage()); }
 };
 
