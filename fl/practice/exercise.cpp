@@ -147,7 +147,8 @@ Exercise attempt(const Formula& f, const std::string& target) {
         return {}; // "intet reelt svar" somewhere on the way: not an exercise
     }
     ex.statement = exerciseStatement(ex);
-    ex.hint = exerciseHint(ex);
+    std::string hint = exerciseHint(ex);
+    ex.hint = takeRender(std::move(hint));
     return ex;
 }
 
@@ -329,7 +330,7 @@ std::string scaleHint(const Exercise& ex) {
 std::string exerciseStatement(const Exercise& ex) {
     if (!ex.formula) return {};
     const Formula& f = *ex.formula;
-    std::string html = "<div class=\"known\">";
+    std::string html = "<h3 class=\"sh\">Givet</h3><div class=\"known\">";
     for (const FormulaVar& v : f.vars) {
         auto it = ex.given.find(v.symbol);
         if (it == ex.given.end()) continue;
@@ -349,11 +350,10 @@ std::string exerciseHint(const Exercise& ex) {
     const Formula& f = *ex.formula;
     const FormulaForm& primary = f.forms.front();
     std::string html = "<p class=\"hint0\">Formlen (" + pageRef(f.page, "formelsamlingen") + "):</p>";
-    html +=
-        "<p class=\"eq\">" + symbolText(primary.var) + " = " + render(parse(primary.expr), false) + "</p>";
+    std::vector<WorkRow> rows{{symbolText(primary.var), renderMath(parse(primary.expr)), {}, false}};
     for (const FormulaDef& d : f.definitions)
-        html += "<p class=\"eq\">" + symbolText(d.symbol) + " = " + render(parse(d.expr), false) +
-                " <span class=\"crumb\">– " + d.label + "</span></p>";
+        rows.push_back({symbolText(d.symbol), renderMath(parse(d.expr)), d.label, false});
+    html += eqTable(rows);
     const std::string sym = symbolText(ex.target);
     html += ex.target == primary.var
                 ? "<p class=\"hint0\">" + sym + " står allerede alene – sæt tallene ind.</p>"

@@ -30,7 +30,7 @@ struct Exercise {
     // capacitance is answered in µF, so 1e-6.
     double scale = 1.0;
     std::string statement; // html without images
-    std::string hint;      // html without images: the formula to use
+    RenderResult hint;     // the formula to use, a rendering pass of its own
     RenderResult solution; // the worked sheet, a rendering pass of its own
 
     // What the statistics and the diagnosis read, for both kinds of exercise.
@@ -102,6 +102,7 @@ Exercise makeExercise(const std::string& group, const std::string& topic, const 
 Exercise exerciseFor(const Formula& f, const std::string& target);
 
 // The statement, hint and sheet again, for a change of the number settings.
+// The hint and the sheet write into the caller's rendering pass.
 std::string exerciseStatement(const Exercise& ex);
 std::string exerciseHint(const Exercise& ex);
 // Writes into the caller's rendering pass; the sheet of solveSheet for a family.

@@ -37,6 +37,10 @@ std::string attr(const std::string& text) {
     return quoted;
 }
 
+// Data tables align right, for numbers; a column of words reads from the left.
+const char kWords[] = "<td style=\"text-align:left\">";
+const char kWordsHead[] = "<th style=\"text-align:left\">";
+
 std::string card(const std::string& title, const std::string& body) {
     return "<div class=\"card\"><h3 class=\"sh\">" + title + "</h3>" + body + "</div>";
 }
@@ -75,16 +79,17 @@ std::string topicsCard(const PracticeStats& s) {
     for (const auto& [name, t] : topicsWeakestFirst(s)) {
         if (t.total == 0) continue;
         const Level level = topicLevel(t);
-        rows += "<tr><td>" + htmlEscape(name) + "</td><td class=\"data\">" + std::to_string(t.right) +
-                " af " + std::to_string(t.total) + "</td><td class=\"data\">" + percent(t.right, t.total) +
-                "</td><td><span class=\"lvl " + levelClass(level) + "\">" + levelText(level) +
-                "</span></td><td><a class=\"chip\" href=\"ov:" + attr(name) + "\">Øv</a></td></tr>";
+        rows += "<tr>" + std::string(kWords) + htmlEscape(name) + "</td><td class=\"data\">" +
+                std::to_string(t.right) + " af " + std::to_string(t.total) + "</td><td class=\"data\">" +
+                percent(t.right, t.total) + "</td><td><span class=\"lvl " + levelClass(level) + "\">" +
+                levelText(level) + "</span></td><td><a class=\"chip\" href=\"ov:" + attr(name) +
+                "\">Øv</a></td></tr>";
     }
-    return card(
-        "Dine emner – de svageste først",
-        "<div class=\"tbl\"><table class=\"sttab data\"><tr><th>Emne</th><th>Svar</th><th>Rigtige</th>"
-        "<th>Niveau</th><th></th></tr>" +
-            rows + "</table></div>");
+    return card("Dine emner – de svageste først", "<div class=\"tbl\"><table class=\"sttab\"><tr>" +
+                                                      std::string(kWordsHead) +
+                                                      "Emne</th><th>Svar</th><th>Rigtige</th>"
+                                                      "<th>Niveau</th><th></th></tr>" +
+                                                      rows + "</table></div>");
 }
 
 std::string formulasCard(const PracticeStats& s) {
@@ -94,17 +99,17 @@ std::string formulasCard(const PracticeStats& s) {
         const Formula* family = findFormula(key);
         if (!family) continue; // a circuit exercise, or a family that is gone
         if (++shown > 10) break;
-        rows += "<tr><td>" + family->title + "</td><td class=\"data\">" + std::to_string(f.wrong) +
-                "</td><td class=\"data\">" + std::to_string(f.total) +
+        rows += "<tr>" + std::string(kWords) + symbolHtml(family->title) + "</td><td class=\"data\">" +
+                std::to_string(f.wrong) + "</td><td class=\"data\">" + std::to_string(f.total) +
                 "</td><td><a class=\"chip\" href=\"go:" + attr(key) + "\">Se formlen</a></td></tr>";
     }
     if (rows.empty())
         return card("Formler du oftest regner forkert", "<p class=\"hint\">Ingen endnu – flot!</p>");
-    return card(
-        "Formler du oftest regner forkert",
-        "<div class=\"tbl\"><table class=\"sttab data\"><tr><th>Formel</th><th>Forkerte</th><th>Svar</th>"
-        "<th></th></tr>" +
-            rows + "</table></div>");
+    return card("Formler du oftest regner forkert", "<div class=\"tbl\"><table class=\"sttab\"><tr>" +
+                                                        std::string(kWordsHead) +
+                                                        "Formel</th><th>Forkerte</th><th>Svar</th>"
+                                                        "<th></th></tr>" +
+                                                        rows + "</table></div>");
 }
 
 std::string untriedCard(const PracticeStats& s, const std::vector<std::string>& allTopics) {
@@ -112,7 +117,7 @@ std::string untriedCard(const PracticeStats& s, const std::vector<std::string>& 
     for (const std::string& topic : allTopics) {
         auto it = s.topics.find(topic);
         if (it != s.topics.end() && it->second.total > 0) continue;
-        chips += "<a class=\"chip\" href=\"ov:" + attr(topic) + "\">" + htmlEscape(topic) + "</a> ";
+        chips += "<a class=\"chip\" href=\"ov:" + attr(topic) + "\">" + htmlEscape(topic) + "</a> &nbsp; ";
     }
     if (chips.empty())
         return card("Emner du ikke har prøvet endnu", "<p class=\"hint\">Du har prøvet dem alle.</p>");
@@ -126,12 +131,12 @@ std::string examsCard(const std::vector<ExamRecord>& exams) {
                     "en Eksamen</a>.</p>");
     std::string rows;
     for (const ExamRecord& e : exams)
-        rows += "<tr><td>" + htmlEscape(examDate(e.date)) + "</td><td>" +
+        rows += "<tr>" + std::string(kWords) + htmlEscape(examDate(e.date)) + "</td>" + kWords +
                 htmlEscape(e.topic.empty() ? std::string("Alle emner") : e.topic) +
                 "</td><td class=\"data\">" + std::to_string(e.right) + " af " + std::to_string(e.total) +
                 " (" + percent(e.right, e.total) + ")</td></tr>";
     return card("Dine seneste eksamener",
-                "<div class=\"tbl\"><table class=\"sttab data\">" + rows + "</table></div>");
+                "<div class=\"tbl\"><table class=\"sttab\">" + rows + "</table></div>");
 }
 
 } // namespace
@@ -185,9 +190,10 @@ std::string statsHtml(const PracticeStats& s, const std::vector<ExamRecord>& exa
                "nogle Øvelser "
                "eller en Eksamen, så dukker din statistik op her.</p><p><a class=\"btn primary\" "
                "href=\"go:ovelser\">Gå til Øvelser</a></p></div>";
-    std::string html = "<h2>Statistik</h2>" + tilesHtml(s) +
-                       "<p class=\"chips\"><a class=\"chip\" href=\"ov:svag\">Øv mine svage emner</a> <a "
-                       "class=\"chip\" href=\"act:streset\">Nulstil statistik</a></p>";
+    std::string html =
+        "<h2>Statistik</h2>" + tilesHtml(s) +
+        "<p class=\"chips\"><a class=\"chip\" href=\"ov:svag\">→ Øv mine svage emner</a> &nbsp; · &nbsp; <a "
+        "class=\"chip\" href=\"act:streset\">Nulstil statistik</a></p>";
     html += "<div class=\"card\"><h3 class=\"sh\">De sidste 14 dage</h3>" +
             figure(dayBarsSvg(lastDays(s, today), colours), 600, 150, "Grøn = rigtige, rød = forkerte") +
             "</div>";

@@ -6,8 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <set>
-
 namespace fl {
 namespace {
 
@@ -18,21 +16,6 @@ class CategoryTest : public SettingsTest {
         seedRandom(3);
     }
 };
-
-TEST_F(CategoryTest, everyTopicOnceAfterAllAndWeak) {
-    const auto& all = practiceCategories();
-    ASSERT_GE(all.size(), 3u);
-    EXPECT_EQ(all[0].label, "Alle emner");
-    EXPECT_EQ(all[1].key, "svag");
-    EXPECT_EQ(all[1].label, "Mine svage emner");
-    std::set<std::string> keys;
-    for (size_t i = 2; i < all.size(); ++i) {
-        EXPECT_TRUE(keys.insert(all[i].key).second) << all[i].key;
-        EXPECT_EQ(all[i].lockKey, "sub:" + all[i].group + "|" + all[i].key);
-    }
-    EXPECT_TRUE(keys.count("Motorer"));
-    EXPECT_EQ(practiceTopics().size(), all.size() - 2);
-}
 
 TEST_F(CategoryTest, weakTopicsAreDrawnAmongThoseStillOpen) {
     EXPECT_TRUE(exerciseForCategory("svag", {}).empty());

@@ -55,22 +55,6 @@ TEST(Stats, weakestFirstOnHandMadeRecords) {
     EXPECT_EQ(formulas, (std::vector<std::string>{"ohm", "par2"})); // never wrong: not listed
 }
 
-TEST(Stats, answersCountInTopicFormulaAndDay) {
-    PracticeStats s;
-    addAnswer(s, "ohm", "Jævnstrøm", true, "2025-03-14");
-    addAnswer(s, "ohm", "Jævnstrøm", false, "2025-03-14");
-    addAnswer(s, "XL", "Vekselstrøm", false, "2025-03-15");
-    EXPECT_EQ(s.topics["Jævnstrøm"].right, 1);
-    EXPECT_EQ(s.topics["Jævnstrøm"].total, 2);
-    EXPECT_EQ(s.formulas["ohm"].wrong, 1);
-    EXPECT_EQ(s.formulas["XL"].total, 1);
-    EXPECT_EQ(s.days["2025-03-14"].right, 1);
-    EXPECT_EQ(s.days["2025-03-14"].wrong, 1);
-    EXPECT_EQ(s.days["2025-03-15"].wrong, 1);
-    EXPECT_EQ(statsFromJson(statsToJson(s)).topics.size(), 2u);
-    EXPECT_EQ(Json::dump(statsToJson(statsFromJson(statsToJson(s)))), Json::dump(statsToJson(s)));
-}
-
 TEST(Stats, damagedRecordsReadAsFallbacks) {
     struct Row {
         const char* name;

@@ -99,7 +99,8 @@ TEST_F(StatSheet, cardsListWhatTheRecordsHold) {
         at = next;
     }
     // The weakest topic first, with its level and a way to practise it.
-    EXPECT_LT(html.find("<td>Kredsløb – jævnstrøm</td>"), html.find("<td>Jævnstrøm</td>"));
+    EXPECT_LT(html.find("<td style=\"text-align:left\">Kredsløb – jævnstrøm</td>"),
+              html.find("<td style=\"text-align:left\">Jævnstrøm</td>"));
     EXPECT_NE(html.find("1 af 4</td><td class=\"data\">25 %</td><td><span class=\"lvl svag\">Svag</span>"),
               std::string::npos);
     EXPECT_NE(html.find("href=\"ov:Jævnstrøm\">Øv</a>"), std::string::npos);
@@ -111,7 +112,7 @@ TEST_F(StatSheet, cardsListWhatTheRecordsHold) {
     EXPECT_NE(html.find("<a class=\"chip\" href=\"ov:Motorer\">Motorer</a>"), std::string::npos);
     EXPECT_EQ(html.find(">Vekselstrøm</a>"), std::string::npos);
     EXPECT_NE(html.find("7 af 10 (70 %)"), std::string::npos);
-    EXPECT_NE(html.find("href=\"ov:svag\">Øv mine svage emner</a>"), std::string::npos);
+    EXPECT_NE(html.find("href=\"ov:svag\">→ Øv mine svage emner</a>"), std::string::npos);
     EXPECT_NE(html.find("href=\"act:streset\">Nulstil statistik</a>"), std::string::npos);
 }
 
