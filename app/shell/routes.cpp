@@ -5,6 +5,8 @@
 #include "app/pages/formulas/finderpage.h"
 #include "app/pages/formulas/formulapage.h"
 #include "app/pages/formulas/homepage.h"
+#include "app/pages/practice/ovelserpage.h"
+#include "app/pages/practice/statistikpage.h"
 #include "app/pages/reference/installpage.h"
 #include "app/pages/reference/insttestpage.h"
 #include "app/pages/reference/minformpage.h"
@@ -68,9 +70,9 @@ const std::map<std::string, PageCreator>& pageFactory() {
         {"farve", [](PageHost* h) -> Page* { return new FarvePage(h); }},
         {"acdemo", [](PageHost* h) -> Page* { return new AcDemoPage(h); }},
         {"calc", [](PageHost* h) -> Page* { return new CalcPage(h); }},
-        {"ovelser", named("ovelser")},
+        {"ovelser", [](PageHost* h) -> Page* { return new OvelserPage(h); }},
         {"eksamen", named("eksamen")},
-        {"statistik", named("statistik")},
+        {"statistik", [](PageHost* h) -> Page* { return new StatistikPage(h); }},
         {"opgaveark", named("opgaveark")},
         {"formelkort", named("formelkort")},
         {"tekstopgaver", named("tekstopgaver")},

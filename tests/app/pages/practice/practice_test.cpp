@@ -1,0 +1,201 @@
+// Practice as a student meets it: exercises answered right, with a typical
+// mistake and unreadably, the messages read, and the answers found again on
+// the statistics page; the page's own links, the teacher's closed topics, and
+// what does and doesn't count.
+#include "app/pages/practice/ovelserpage.h"
+#include "app/pages/practice/statistikpage.h"
+#include "app/sheet/resultarea.h"
+#include "app/sheet/sheetview.h"
+#include "app/shell/mainwindow.h"
+#include "app/shell/options.h"
+#include "fl/expr/markup.h"
+#include "fl/expr/numbers.h"
+#include "fl/practice/random.h"
+#include "fl/practice/stats.h"
+#include "store/datastore.h"
+#include "tests/app/click_link.h"
+#include "tests/app/fake_host.h"
+#include "tests/app/fresh_app.h"
+
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+namespace {
+
+bool contains(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+// The facit as a student would type it, with a decimal comma.
+QString typed(double value) {
+    return QString::fromStdString(fl::fmtValue10(value));
+}
+
+class PracticeTest : public FreshAppTest {
+  protected:
+    void SetUp() override {
+        FreshAppTest::SetUp();
+        fl::seedRandom(21);
+    }
+
+    static QPushButton* button(QWidget* page, const QString& text) {
+        for (QPushButton* b : page->findChildren<QPushButton*>())
+            if (b->text() == text) return b;
+        ADD_FAILURE() << "no button " << text.toStdString();
+        return nullptr;
+    }
+
+    template <typename P> P* current() const { return dynamic_cast<P*>(window->currentPage()); }
+
+    // Types the answer and presses Enter, as at the keyboard.
+    static std::string answer(app::OvelserPage* page, const QString& text) {
+        page->answerEdit()->clear();
+        QTest::keyClicks(page->answerEdit(), text);
+        QTest::keyClick(page->answerEdit(), Qt::Key_Return);
+        return page->verdictView()->markup();
+    }
+
+    static void chooseTopic(app::OvelserPage* page, const QString& key) {
+        QComboBox* box = page->topicBox();
+        const int at = box->findData(key);
+        ASSERT_GE(at, 0) << key.toStdString();
+        box->setCurrentIndex(at);
+        emit box->activated(at);
+    }
+};
+
+TEST_F(PracticeTest, threeAnswersAreJudgedExplainedAndCountedOnTheStatisticsPage) {
+    app::MainWindow& w = open();
+    w.navigate("ovelser");
+    auto* page = current<app::OvelserPage>();
+    ASSERT_NE(page, nullptr);
+    chooseTopic(page, "Jævnstrøm");
+    ASSERT_FALSE(page->exercise().empty());
+    EXPECT_EQ(page->exercise().topic, "Jævnstrøm");
+    EXPECT_TRUE(contains(page->statementView()->markup(), "Find <b>"));
+
+    // Right, to the digits shown on a calculator.
+    const std::string right = answer(page, typed(page->exercise().facit));
+    EXPECT_TRUE(contains(right, "✓ <b>Rigtigt!</b>")) << right;
+    QTest::keyClick(page->answerEdit(), Qt::Key_Return); // Enter again: the next exercise
+    EXPECT_TRUE(page->answerEdit()->text().isEmpty());
+
+    // A prefix off by a thousand.
+    const std::string wrong = answer(page, typed(page->exercise().facit * 1000));
+    EXPECT_TRUE(contains(wrong, "✗ Ikke helt.")) << wrong;
+    EXPECT_TRUE(contains(wrong, "<b>Tip:</b> Dit svar er 1000 gange for stort.")) << wrong;
+    QTest::mouseClick(page->nextButton(), Qt::LeftButton);
+
+    // A unit typed along: not read, and not counted.
+    const std::string unread = answer(page, "2,38 A");
+    EXPECT_TRUE(contains(unread, "Jeg kan ikke læse dit svar. Skriv et tal, fx 2,38")) << unread;
+    EXPECT_EQ(page->scoreLabel()->text(), "Rigtige: 1 af 2");
+
+    QTest::mouseClick(button(page, "Se statistik"), Qt::LeftButton);
+    auto* stats = current<app::StatistikPage>();
+    ASSERT_NE(stats, nullptr);
+    const std::string sheet = stats->view()->markup();
+    EXPECT_TRUE(contains(sheet, "Opgaver besvaret</span><br><span class=\"val\">2</span>")) << sheet;
+    EXPECT_TRUE(contains(sheet, "Rigtige</span><br><span class=\"val\">1</span>"));
+    EXPECT_TRUE(
+        contains(sheet, "<td style=\"text-align:left\">Jævnstrøm</td><td class=\"data\">1 af 2</td>"));
+    EXPECT_TRUE(contains(sheet, "<h3 class=\"sh\">De sidste 14 dage</h3><p class=\"fig\"><img src=\"f:0\""));
+    const fl::PracticeStats records = fl::loadStats();
+    EXPECT_EQ(records.days.at(fl::today()).right, 1);
+    EXPECT_EQ(records.days.at(fl::today()).wrong, 1);
+}
+
+TEST_F(PracticeTest, aTopicLinkOnTheStatisticsPageOpensItsExercises) {
+    fl::PracticeStats s;
+    for (int i = 0; i < 4; ++i)
+        fl::addAnswer(s, "motNs", "Motorer", i == 0, fl::today());
+    fl::saveStats(s);
+    app::MainWindow& w = open();
+    w.navigate("statistik");
+    auto* stats = current<app::StatistikPage>();
+    ASSERT_NE(stats, nullptr);
+    EXPECT_TRUE(contains(stats->view()->markup(), "<span class=\"lvl svag\">Svag</span>"));
+
+    ASSERT_TRUE(clickLink(stats->view(), "ov:Motorer"));
+    auto* page = current<app::OvelserPage>();
+    ASSERT_NE(page, nullptr);
+    EXPECT_EQ(page->topicBox()->currentData().toString(), "Motorer");
+    EXPECT_EQ(page->exercise().topic, "Motorer");
+
+    w.navigate("statistik");
+    ASSERT_TRUE(clickLink(stats->view(), "ov:svag"));
+    EXPECT_EQ(page->topicBox()->currentData().toString(), "svag");
+    EXPECT_EQ(page->exercise().topic, "Motorer"); // the one weak topic
+}
+
+TEST_F(PracticeTest, closedTopicsVanishAndAnEmptyChoiceSaysWhy) {
+    app::options().off = {"ac_motor"};
+    app::test::FakeHost host;
+    app::OvelserPage page(&host);
+    page.onEnter();
+    EXPECT_LT(page.topicBox()->findData("Motorer"), 0);
+    EXPECT_GE(page.topicBox()->findData("Jævnstrøm"), 0);
+    for (int i = 0; i < 40; ++i) {
+        page.next();
+        EXPECT_NE(page.exercise().topic, "Motorer");
+    }
+    chooseTopic(&page, "svag"); // nothing answered yet, so nothing weak
+    EXPECT_TRUE(page.exercise().empty());
+    EXPECT_TRUE(contains(page.statementView()->markup(), "Du har ingen svage emner lige nu."));
+    EXPECT_FALSE(page.checkButton()->isEnabled());
+}
+
+TEST_F(PracticeTest, onlyTheFirstAnswerBeforeTheSolutionCounts) {
+    app::test::FakeHost host;
+    app::OvelserPage page(&host);
+    int sounds = 0;
+    page.playSound = [&] { ++sounds; };
+    page.onEnter();
+    const double facit = page.exercise().facit;
+    answer(&page, typed(facit * 7));
+    answer(&page, typed(facit)); // right at the second go: the first answer stands
+    EXPECT_EQ(page.scoreLabel()->text(), "Rigtige: 0 af 1");
+    EXPECT_EQ(sounds, 1);
+
+    page.next();
+    QTest::mouseClick(page.solutionButton(), Qt::LeftButton);
+    EXPECT_TRUE(page.solutionArea()->isVisibleTo(&page));
+    EXPECT_TRUE(contains(page.solutionArea()->view()->markup(), "FACIT"));
+    page.soundBox()->setChecked(false);
+    answer(&page, typed(page.exercise().facit));
+    EXPECT_EQ(page.scoreLabel()->text(), "Rigtige: 0 af 1");
+    EXPECT_EQ(sounds, 1);
+    EXPECT_FALSE(storeGet("ov_lyd").asBool(true));
+
+    QTest::mouseClick(page.hintButton(), Qt::LeftButton);
+    EXPECT_TRUE(contains(page.hintView()->markup(), "formelsamlingen"));
+    QTest::mouseClick(button(&page, "Nulstil"), Qt::LeftButton);
+    EXPECT_EQ(page.scoreLabel()->text(), "");
+}
+
+TEST_F(PracticeTest, resettingTheStatisticsAsksFirst) {
+    fl::recordAnswer("ohm", "Jævnstrøm", true);
+    app::test::FakeHost host;
+    app::StatistikPage page(&host);
+    page.resize(1000, 800);
+    page.show();
+    page.onEnter();
+    bool agree = false;
+    page.confirmReset = [&] { return agree; };
+    ASSERT_TRUE(clickLink(page.view(), "act:streset"));
+    EXPECT_FALSE(fl::loadStats().empty());
+    agree = true;
+    ASSERT_TRUE(clickLink(page.view(), "act:streset"));
+    EXPECT_TRUE(fl::loadStats().empty());
+    EXPECT_TRUE(contains(page.view()->markup(), "Du har ikke svaret på nogen opgaver endnu."));
+    ASSERT_TRUE(clickLink(page.view(), "go:ovelser"));
+    EXPECT_EQ(host.links, std::vector<QString>{"go:ovelser"});
+}
+
+} // namespace
