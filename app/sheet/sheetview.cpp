@@ -242,6 +242,13 @@ QString SheetView::visibleHtml() const {
 
 void SheetView::rebuild() {
     setHot(QRectF());
+    if (autoHeight) {
+        // Before the text: a scroll bar that comes and goes while a long
+        // sheet is laid out makes the document lay itself out again.
+        setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    }
     document()->setDefaultStyleSheet(documentStyleSheet());
     lastWidth = viewWidth();
     const QString visible = visibleHtml();
@@ -250,18 +257,15 @@ void SheetView::rebuild() {
     // The body element carries the stylesheet's font, size and colour; a
     // fragment without one gets the widget's font instead.
     QTextEdit::setHtml(QLatin1String("<body>") + visible + QLatin1String("</body>"));
-    if (autoHeight) {
-        setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-        setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-        fitHeight();
-    }
+    if (autoHeight) fitHeight();
 }
 
 void SheetView::fitHeight() {
     if (inFit) return;
     inFit = true;
-    document()->setTextWidth(std::max(viewWidth(), 200));
+    // A new width lays the whole document out again, even the width it has.
+    const qreal width = std::max(viewWidth(), 200);
+    if (document()->textWidth() != width) document()->setTextWidth(width);
     // The stylesheet pads the viewport inside the widget (QTextEdit's
     // padding); the document needs its own height inside that.
     const QMargins vm = viewportMargins();
