@@ -1,6 +1,7 @@
 // What the exercise page offers to practise: every topic of the fit
-// families in catalogue order, under its group, and the weak topics of the
-// student's own records. The choice is kept in the store as its key.
+// families in catalogue order, under its group, the exercises on drawn
+// circuits of both kinds of current, and the weak topics of the student's
+// own records. The choice is kept in the store as its key.
 #pragma once
 
 #include "fl/practice/exercise.h"
@@ -15,20 +16,24 @@ struct PracticeCategory {
     std::string label;   // as the list shows it
     std::string group;   // the topic's group; empty for the two above
     std::string lockKey; // the teacher's key that closes it; empty for the two above
+    std::string circuit; // "dc" or "ac" for the exercises on a drawn circuit, else empty
 };
 
 inline constexpr const char* kAllTopics = "";
 inline constexpr const char* kWeakTopics = "svag";
 
-// "Alle emner", "Mine svage emner", then the topics in order of the catalogue.
+// "Alle emner", "Mine svage emner", the topics in order of the catalogue, then
+// the circuits under "Kredsløb", closed by "circ:dc|" and "circ:ac|".
 const std::vector<PracticeCategory>& practiceCategories();
 // The topics alone, as the statistics name them.
 std::vector<std::string> practiceTopics();
 const PracticeCategory* findCategory(const std::string& key);
 
-// An exercise for the chosen category: a topic's families, any open family,
-// or one of `weak` (weakest first, as the records give them) that is still
-// open. Empty when nothing fits: no weak topic yet, or every family closed.
+// An exercise for the chosen category: a topic's families, a drawn circuit,
+// any open family, or one of `weak` (weakest first, as the records give them)
+// that is still open. Empty when nothing fits: no weak topic yet, or every
+// family closed. "Alle emner" keeps to the families: a circuit is asked for
+// by its own topic.
 Exercise exerciseForCategory(const std::string& key, const std::vector<std::string>& weak,
                              const KeyFilter& open = {});
 

@@ -4,8 +4,10 @@
 #include "fl/circuit/sheet.h"
 #include "fl/expr/numbers.h"
 #include "fl/expr/symbols.h"
+#include "fl/fig/schematic.h"
 #include "fl/practice/random.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace fl {
@@ -179,6 +181,19 @@ std::string circuitKey(const CircuitTemplate& t) {
 
 std::string circuitTopic(const std::string& mode) {
     return mode == "ac" ? "Kredsløb – vekselstrøm" : "Kredsløb – jævnstrøm";
+}
+
+std::string circuitStatement(const Exercise& ex) {
+    if (!ex.circuit) return ex.statement;
+    Circuit c = *ex.circuit; // drawing numbers the nodes again
+    double w = 0, h = 0;
+    const std::string svg = schematic(c, {}, {}, nullptr, &w, &h);
+    // Drawn at its natural size, narrowed to what a page or a sheet has room for.
+    const double shown = std::min(w, 560.0);
+    const int width = static_cast<int>(std::lround(shown)),
+              height = static_cast<int>(std::lround(h * shown / w));
+    return "<p class=\"fig\"><img src=\"" + addFigure(svg) + "\" width=\"" + std::to_string(width) +
+           "\" height=\"" + std::to_string(height) + "\"></p>" + ex.statement;
 }
 
 Exercise circuitExercise(const CircuitTemplate& t) {

@@ -1,7 +1,7 @@
 // Exercises on a drawn circuit: a few templates per kind of current, each a
 // function that draws a circuit with workshop values; the circuit solver
-// works it out and one of its quantities is asked for. The drawing itself
-// is the circuit pages' business.
+// works it out and one of its quantities is asked for. The component values
+// stand on the schematic, which the statement carries as a figure.
 #pragma once
 
 #include "fl/circuit/model.h"
@@ -24,6 +24,10 @@ const std::vector<CircuitTemplate>& circuitTemplates();
 std::string circuitKey(const CircuitTemplate& t);
 // "Kredsløb – jævnstrøm" or "Kredsløb – vekselstrøm".
 std::string circuitTopic(const std::string& mode);
+
+// The drawing with its component values, then the givens and the question.
+// Writes the drawing into the caller's rendering pass.
+std::string circuitStatement(const Exercise& ex);
 
 // Draws the template's circuit and asks for one of its quantities; up to 80
 // attempts, empty when none gave an answer.

@@ -2,6 +2,7 @@
 
 #include "fl/expr/markup.h"
 #include "fl/expr/numbers.h"
+#include "fl/practice/circuitex.h"
 
 #include <algorithm>
 
@@ -137,6 +138,7 @@ std::string examRowHtml(const Exam& exam, const ExamResult& result, size_t index
 }
 
 std::string exerciseStatementHtml(const Exercise& ex) {
+    if (ex.circuit) return circuitStatement(ex);
     return ex.formula ? exerciseStatement(ex) : ex.statement;
 }
 

@@ -82,7 +82,8 @@ std::string examScoreText(const ExamResult& r); // "Resultat: 8 af 10 rigtige (8
 // One exercise's row: the mark and number, the answer against the facit,
 // and the diagnosis of a wrong answer.
 std::string examRowHtml(const Exam& exam, const ExamResult& result, size_t index);
-// The statement of an exercise, for a formula family or a drawn circuit.
+// The statement of an exercise, for a formula family or a drawn circuit; a
+// circuit's drawing goes into the caller's rendering pass.
 std::string exerciseStatementHtml(const Exercise& ex);
 // The worked solution: takes the rendering pass, so call it with an empty one (a provider).
 RenderResult exerciseSolution(const Exercise& ex);

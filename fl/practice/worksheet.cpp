@@ -80,12 +80,13 @@ RenderResult worksheetRender(const Worksheet& ws, bool withFacit) {
     for (size_t i = 0; i < ws.exercises.size(); ++i) {
         const Exercise& ex = ws.exercises[i];
         const std::string n = std::to_string(i + 1);
+        SetAsidePass aside; // a circuit's drawing is numbered within this sheet
         std::string html = "<div class=\"wsprob\"><p class=\"h4\">Opgave " + n + ": " + ex.title +
                            " <span class=\"crumb\">· " + ex.topic + "</span></p>" + exerciseStatementHtml(ex) +
                            "<p class=\"wsans\">Svar: ______________________ " + answerUnit(ex) + "</p></div>";
         if (o.room)
             html += "<div class=\"wsbox\"><p>&nbsp;</p><p>&nbsp;</p><p>&nbsp;</p><p>&nbsp;</p><p>&nbsp;</p></div>";
-        addText(out, html);
+        out.append(takeRender(std::move(html)));
     }
     if (facit && withFacit) {
         std::string table = "<div class=\"wsfac\"><h3 class=\"sh pdf-break\">Facit</h3><div class=\"tbl\"><table "

@@ -7,9 +7,12 @@
 #include "app/widgets/calcpanel.h"
 #include "app/widgets/helpers.h"
 #include "app/widgets/sidesplit.h"
+#include "fl/circuit/model.h"
 #include "fl/expr/markup.h"
+#include "fl/expr/numbers.h"
 #include "fl/formulas/lists.h"
 #include "fl/practice/categories.h"
+#include "fl/practice/exam.h"
 #include "fl/practice/stats.h"
 #include "store/datastore.h"
 
@@ -21,6 +24,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QStandardItemModel>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace app {
@@ -191,13 +195,22 @@ void OvelserPage::showExercise() {
         calc->setGiven({});
         return;
     }
-    statement->setProvider(
-        [this] { return fl::takeRender(ex.formula ? fl::exerciseStatement(ex) : ex.statement); });
+    statement->setProvider([this] { return fl::takeRender(fl::exerciseStatementHtml(ex)); });
+    // A drawn circuit has no single formula to show.
+    hintBtn->setEnabled(ex.formula != nullptr || !ex.hint.html.empty());
     unit->setText(QString::fromStdString(ex.scale == 1e-6 ? "µF" : ex.unit));
     std::vector<double> given;
     if (ex.formula)
         for (const fl::FormulaVar& v : ex.formula->vars)
             if (auto it = ex.given.find(v.symbol); it != ex.given.end()) given.push_back(it->second);
+    if (ex.circuit) {
+        // The source, then the components as the drawing shows them.
+        for (const auto& [symbol, value] : ex.given)
+            given.push_back(value);
+        fl::walk(ex.circuit->root, [&](const fl::CNodePtr& n) {
+            if (!n->group) given.push_back(fl::readValue(n->v));
+        });
+    }
     calc->setGiven(given);
 }
 
@@ -261,7 +274,8 @@ void OvelserPage::showSolution() {
         }
     });
     solution->show();
-    scrollToWidget(solution->mapTo(inner, QPoint(0, 0)).y());
+    // Once the layout has made room for it; until then the page can't scroll that far.
+    QTimer::singleShot(0, this, [this] { scrollToWidget(solution->mapTo(inner, QPoint(0, 0)).y()); });
 }
 
 void OvelserPage::link(const QString& href) {
@@ -279,7 +293,8 @@ void OvelserPage::onEnter() {
     sound->setChecked(storeGet(kSound, Json(true)).asBool(true));
     const std::string now = topics->currentData().toString().toStdString();
     // A new topic from a link, or the teacher closed the one on screen.
-    const bool closed = !ex.empty() && ex.formula && !isOpenForStudent(fl::familyLockKey(*ex.formula));
+    const bool closed =
+        !ex.empty() && !isOpenForStudent(ex.formula ? fl::familyLockKey(*ex.formula) : ex.key);
     if (ex.empty() || now != drawnFor || closed) next();
 }
 

@@ -4,12 +4,13 @@
 // markup from a year of daily practice; a text problem and a flashcard's back.
 #include "fl/expr/markup.h"
 #include "fl/formulas/catalogue.h"
+#include "fl/practice/cards.h"
+#include "fl/practice/circuitex.h"
 #include "fl/practice/exercise.h"
 #include "fl/practice/judge.h"
 #include "fl/practice/random.h"
 #include "fl/practice/statsheet.h"
 #include "fl/practice/tekst.h"
-#include "fl/practice/cards.h"
 
 #include <benchmark/benchmark.h>
 
@@ -28,6 +29,18 @@ void BM_DrawExercise(benchmark::State& state) {
     }
 }
 BENCHMARK(BM_DrawExercise)->Unit(benchmark::kMicrosecond);
+
+// A drawn circuit solved, one quantity asked, and the statement with its drawing.
+void BM_DrawCircuitExercise(benchmark::State& state) {
+    fl::seedRandom(1);
+    for (auto _ : state) {
+        fl::resetFigures();
+        fl::Exercise ex = fl::makeCircuitExercise(fl::randInt(2) ? "ac" : "dc");
+        fl::RenderResult statement = fl::takeRender(fl::circuitStatement(ex));
+        benchmark::DoNotOptimize(statement);
+    }
+}
+BENCHMARK(BM_DrawCircuitExercise)->Unit(benchmark::kMicrosecond);
 
 void BM_DiagnoseAnswer(benchmark::State& state) {
     fl::seedRandom(2);

@@ -29,5 +29,35 @@ TEST_F(CategoryTest, weakTopicsAreDrawnAmongThoseStillOpen) {
     EXPECT_FALSE(exerciseForCategory("", {}).empty());
 }
 
+TEST_F(CategoryTest, circuitTopicsDrawCircuitsThatTheTeachersKeysClose) {
+    struct Row {
+        const char* topic;
+        const char* lockKey;
+        const char* keyPrefix;
+    } rows[] = {
+        {"Kredsløb – jævnstrøm", "circ:dc|", "circ:dc|"},
+        {"Kredsløb – vekselstrøm", "circ:ac|", "circ:ac|"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.topic);
+        const PracticeCategory* c = findCategory(row.topic);
+        ASSERT_NE(c, nullptr);
+        EXPECT_EQ(c->lockKey, row.lockKey);
+        for (int i = 0; i < 10; ++i) {
+            const Exercise ex = exerciseForCategory(row.topic, {});
+            ASSERT_TRUE(ex.circuit);
+            EXPECT_EQ(ex.topic, row.topic);
+            EXPECT_EQ(ex.key.rfind(row.keyPrefix, 0), 0u) << ex.key;
+        }
+        const KeyFilter closed = [&](const std::string& k) { return k.rfind(row.lockKey, 0) != 0; };
+        EXPECT_TRUE(exerciseForCategory(row.topic, {}, closed).empty());
+        // A weak circuit topic is drawn like any other.
+        EXPECT_EQ(exerciseForCategory("svag", {row.topic}).topic, row.topic);
+    }
+    // Every exercise of "Alle emner" is on a formula family.
+    for (int i = 0; i < 50; ++i)
+        EXPECT_NE(exerciseForCategory("", {}).formula, nullptr);
+}
+
 } // namespace
 } // namespace fl

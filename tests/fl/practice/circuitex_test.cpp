@@ -5,6 +5,7 @@
 
 #include "fl/circuit/forward.h"
 #include "fl/expr/numbers.h"
+#include "fl/fig/schematic.h"
 #include "fl/practice/random.h"
 #include "tests/fl/expr/settings_fixture.h"
 
@@ -42,6 +43,16 @@ TEST_F(CircuitExerciseTest, everyTemplateGivesAnExerciseThatTheForwardPassConfir
             EXPECT_NE(ex.statement.find(". Komponenternes værdier står på tegningen.</p>"),
                       std::string::npos);
             EXPECT_NE(ex.solution.html.find("FACIT"), std::string::npos);
+            // The values the statement leaves to the drawing are on it.
+            const std::string shown = circuitStatement(ex);
+            const RenderResult pass = takeRender(shown);
+            ASSERT_EQ(pass.figs.size(), 1u);
+            EXPECT_EQ(shown.rfind("<p class=\"fig\"><img src=\"f:0\" width=\"", 0), 0u) << shown;
+            walk(ex.circuit->root, [&](const CNodePtr& n) {
+                if (n->group) return;
+                const std::string value = quantityText(readValue(n->v), unitOf(n->name, ex.circuit->root));
+                EXPECT_NE(pass.figs[0].find(value), std::string::npos) << n->name << " = " << value;
+            });
         }
     }
 }

@@ -151,6 +151,26 @@ TEST_F(PracticeTest, closedTopicsVanishAndAnEmptyChoiceSaysWhy) {
     EXPECT_FALSE(page.checkButton()->isEnabled());
 }
 
+TEST_F(PracticeTest, aCircuitTopicShowsTheDrawingAndTheTeacherCanCloseIt) {
+    app::test::FakeHost host;
+    app::OvelserPage page(&host);
+    page.onEnter();
+    chooseTopic(&page, QStringLiteral("Kredsløb – vekselstrøm"));
+    ASSERT_TRUE(page.exercise().circuit);
+    const std::string shown = page.statementView()->markup();
+    EXPECT_TRUE(contains(shown, "<p class=\"fig\"><img src=\"f:0\"")) << shown;
+    EXPECT_TRUE(contains(shown, "Komponenternes værdier står på tegningen."));
+    EXPECT_FALSE(page.hintButton()->isEnabled());
+    EXPECT_TRUE(contains(answer(&page, typed(page.exercise().facit)), "✓ <b>Rigtigt!</b>"));
+    EXPECT_EQ(fl::loadStats().topics.at("Kredsløb – vekselstrøm").right, 1);
+
+    app::options().off = {"veksel"};
+    page.onEnter();
+    EXPECT_LT(page.topicBox()->findData(QStringLiteral("Kredsløb – vekselstrøm")), 0);
+    EXPECT_GE(page.topicBox()->findData(QStringLiteral("Kredsløb – jævnstrøm")), 0);
+    EXPECT_FALSE(page.exercise().circuit); // the closed one left the screen
+}
+
 TEST_F(PracticeTest, onlyTheFirstAnswerBeforeTheSolutionCounts) {
     app::test::FakeHost host;
     app::OvelserPage page(&host);
