@@ -2,6 +2,7 @@
 
 #include "fl/circuit/analysis.h"
 #include "fl/circuit/sheet.h"
+#include "fl/circuit/sheets/walkthrough.h"
 #include "fl/expr/numbers.h"
 #include "fl/expr/symbols.h"
 #include "fl/fig/schematic.h"
@@ -76,19 +77,12 @@ std::string statement(const Exercise& ex, const Circuit& c, const Sheet& sheet) 
            varSpan(symbolDisplay(ex.target)) + ").</p>";
 }
 
-std::string solution(const Exercise& ex, const Sheet& sheet) {
-    std::vector<StepBlock> blocks;
-    for (const CircuitStep& s : sheet.steps)
-        if (!s.html.empty()) blocks.push_back({s.title, s.pages, s.html, s.target, {}});
-    std::string known;
-    for (const Given& g : sheet.given)
-        known += g.line;
+// The answer first, then the circuit's whole calculated sheet.
+std::string solution(const Exercise& ex, const Sheet& sheet, Circuit& c) {
     return "<div class=\"result\"><div class=\"spoiler\"><div class=\"facit\"><span class=\"k\">FACIT</span> "
-           "&nbsp; "
-           "<span class=\"big\">" +
-           varSpan(symbolDisplay(ex.target)) + " = " + shownValue(ex.facit, ex.unit) + "</span></div></div>" +
-           "<h3 class=\"sh\">Givet</h3><div class=\"known\">" + known + "</div>" + stepBlocksBook(blocks) +
-           "</div>";
+           "&nbsp; <span class=\"big\">" +
+           varSpan(symbolDisplay(ex.target)) + " = " + shownValue(ex.facit, ex.unit) +
+           "</span></div></div></div>" + regneark(sheet, c, sheetDate());
 }
 
 Exercise attempt(const CircuitTemplate& t) {
@@ -119,7 +113,7 @@ Exercise attempt(const CircuitTemplate& t) {
             for (const auto& [symbol, value] : ex.given)
                 ex.givenText[symbol] = fmtValue10(value);
             ex.statement = statement(ex, c, sheet);
-            std::string html = solution(ex, sheet);
+            std::string html = solution(ex, sheet, c);
             ex.solution = takeRender(std::move(html));
             ex.circuit = std::make_shared<const Circuit>(c);
         }
@@ -194,6 +188,12 @@ std::string circuitStatement(const Exercise& ex) {
               height = static_cast<int>(std::lround(h * shown / w));
     return "<p class=\"fig\"><img src=\"" + addFigure(svg) + "\" width=\"" + std::to_string(width) +
            "\" height=\"" + std::to_string(height) + "\"></p>" + ex.statement;
+}
+
+std::string circuitHint(const Exercise& ex) {
+    if (!ex.circuit) return {};
+    Circuit c = *ex.circuit;
+    return fremgangsmaade(c, sheetDate());
 }
 
 Exercise circuitExercise(const CircuitTemplate& t) {

@@ -28,6 +28,9 @@ std::string circuitTopic(const std::string& mode);
 // The drawing with its component values, then the givens and the question.
 // Writes the drawing into the caller's rendering pass.
 std::string circuitStatement(const Exercise& ex);
+// The hint: the formulas to use in their order, without numbers. Writes into
+// the caller's rendering pass.
+std::string circuitHint(const Exercise& ex);
 
 // Draws the template's circuit and asks for one of its quantities; up to 80
 // attempts, empty when none gave an answer.

@@ -12,6 +12,7 @@
 #include "fl/expr/numbers.h"
 #include "fl/formulas/lists.h"
 #include "fl/practice/categories.h"
+#include "fl/practice/circuitex.h"
 #include "fl/practice/exam.h"
 #include "fl/practice/stats.h"
 #include "store/datastore.h"
@@ -196,8 +197,6 @@ void OvelserPage::showExercise() {
         return;
     }
     statement->setProvider([this] { return fl::takeRender(fl::exerciseStatementHtml(ex)); });
-    // A drawn circuit has no single formula to show.
-    hintBtn->setEnabled(ex.formula != nullptr || !ex.hint.html.empty());
     unit->setText(QString::fromStdString(ex.scale == 1e-6 ? "µF" : ex.unit));
     std::vector<double> given;
     if (ex.formula)
@@ -253,11 +252,12 @@ void OvelserPage::resetScore() {
 void OvelserPage::showHint() {
     if (ex.empty()) return;
     hint->setProvider([this] {
-        if (!ex.formula) return ex.hint;
-        std::string html = fl::exerciseHint(ex);
+        if (!ex.formula && !ex.circuit) return ex.hint;
+        // A drawn circuit has no one formula: its guide gives them in order.
+        std::string html = ex.circuit ? fl::circuitHint(ex) : fl::exerciseHint(ex);
         return fl::takeRender(std::move(html));
     });
-    hint->setVisible(ex.formula != nullptr || !ex.hint.html.empty());
+    hint->show();
 }
 
 void OvelserPage::showSolution() {

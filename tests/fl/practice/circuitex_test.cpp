@@ -43,6 +43,10 @@ TEST_F(CircuitExerciseTest, everyTemplateGivesAnExerciseThatTheForwardPassConfir
             EXPECT_NE(ex.statement.find(". Komponenternes værdier står på tegningen.</p>"),
                       std::string::npos);
             EXPECT_NE(ex.solution.html.find("FACIT"), std::string::npos);
+            // The answer, then the circuit's calculated sheet with its steps and drawings.
+            EXPECT_NE(ex.solution.html.find("Udregning trin for trin"), std::string::npos)
+                << ex.solution.html;
+            EXPECT_GE(ex.solution.figs.size(), 2u);
             // The values the statement leaves to the drawing are on it.
             const std::string shown = circuitStatement(ex);
             const RenderResult pass = takeRender(shown);
