@@ -66,6 +66,18 @@ std::vector<RecentValue> found(const std::vector<ToolQuantity>& table,
     return out;
 }
 
+MachineValues drawn(const std::map<std::string, double>& vars, const std::set<std::string>& given) {
+    MachineValues v{vars, {}};
+    for (const auto& [key, value] : vars)
+        if (!given.count(key)) v.found.insert(key);
+    return v;
+}
+
+std::string figureWithFound(const FigureOut& fig) {
+    if (fig.empty()) return {};
+    return figureMarkup(fig) + "<p class=\"crumb center\">Blå værdier er fundet ved udregning</p>";
+}
+
 void finishWithNotes(ToolOut& out, const ToolSheet& sheet, const std::string& notes,
                      std::vector<RecentValue> recent) {
     finish(out, sheet, std::move(recent));

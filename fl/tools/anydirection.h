@@ -4,6 +4,7 @@
 // the result frame with hints above the sheet. Internal to fl/tools.
 #pragma once
 
+#include "fl/tools/machinefigs.h"
 #include "fl/tools/machines.h"
 
 #include <set>
@@ -34,6 +35,11 @@ std::string knownGrid(const std::vector<ToolQuantity>& table, const std::map<std
 // The found quantities of `table`, for the strip of recent values.
 std::vector<RecentValue> found(const std::vector<ToolQuantity>& table,
                                const std::map<std::string, double>& vars, const std::set<std::string>& given);
+
+// The values for a figure: what isn't given was found.
+MachineValues drawn(const std::map<std::string, double>& vars, const std::set<std::string>& given);
+// The figure with the line that says what its blue means.
+std::string figureWithFound(const FigureOut& fig);
 
 // finish() with `notes` (msg blocks) standing above the sheet inside the result.
 void finishWithNotes(ToolOut& out, const ToolSheet& sheet, const std::string& notes,

@@ -4,6 +4,8 @@
 // stays; only Q, and with it S and the current, falls.
 #include "fl/tools/machines.h"
 
+#include "fl/tools/machinefigs.h"
+
 #include "fl/expr/numbers.h"
 #include "fl/expr/parser.h"
 
@@ -138,6 +140,10 @@ ToolOut compensate(const FormMap& form, const std::string& net) {
                                (std::fabs(again.value - c2) < 1e-6 ? "<p class=\"ok\">✓ Passer</p>"
                                                                    : "<p class=\"bad\">✗ Passer ikke</p>");
         }
+
+        MachineValues drawn{s.vars, {"Q1", "Q2", "QC", "S1", "S2", "phi1", "phi2"}};
+        if (!hasP) drawn.found.insert("P");
+        s.sections.figure = figureMarkup(compensationFigure(drawn));
 
         const std::string where = delta ? "trekant" : "stjerne";
         struct Row {

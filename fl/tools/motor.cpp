@@ -2,6 +2,7 @@
 // found in any direction by the chain, then the givens held against the
 // equations, since plate values are rounded and students mistype.
 #include "fl/tools/anydirection.h"
+#include "fl/tools/machinefigs.h"
 
 #include "fl/expr/numbers.h"
 #include "fl/expr/parser.h"
@@ -191,8 +192,8 @@ ToolOut motor(const FormMap& form, bool threePhase, bool starDelta) {
                                 evaluateStep("P_1", parse("P_2+P_tab"), copy, "W", s.shown).html;
         }
 
-        s.sections.results = anydir::knownGrid(motorQuantities(), s.vars, given) +
-                             "<p class=\"crumb center\">Blå værdier er fundet ved udregning</p>";
+        s.sections.results = anydir::knownGrid(motorQuantities(), s.vars, given);
+        s.sections.figure = anydir::figureWithFound(motorFigure(anydir::drawn(s.vars, given), threePhase, starDelta));
         s.id = "msheet";
         s.crumb = "Motor";
         s.title = "Udregning af motoren";

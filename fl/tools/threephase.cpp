@@ -3,6 +3,7 @@
 // other way, and (for a pure resistance) what a broken phase or component
 // leaves of the power.
 #include "fl/tools/anydirection.h"
+#include "fl/tools/machinefigs.h"
 
 #include "fl/expr/parser.h"
 
@@ -245,8 +246,9 @@ ToolOut threePhaseLoad(const FormMap& form, bool star) {
         notes += near;
 
         // The grid shows what the load itself is; what follows are what-ifs.
-        const std::string grid = anydir::knownGrid(threePhaseQuantities(), s.vars, given) +
-                                 "<p class=\"crumb center\">Blå værdier er fundet ved udregning</p>";
+        const std::string grid = anydir::knownGrid(threePhaseQuantities(), s.vars, given);
+        s.sections.figure =
+            anydir::figureWithFound(connectionFigure(anydir::drawn(s.vars, given), star, perPhase));
         const std::vector<RecentValue> recent = anydir::found(threePhaseQuantities(), s.vars, given);
         addReconnection(s, star);
         if (perPhase == "R") addFaults(s, star);

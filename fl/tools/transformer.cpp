@@ -1,6 +1,7 @@
 // The ideal transformer as a network of equations: any three independent
 // values, and the chain finds the rest. S is the same on both sides.
 #include "fl/tools/anydirection.h"
+#include "fl/tools/machinefigs.h"
 
 #include "fl/expr/parser.h"
 
@@ -171,8 +172,8 @@ ToolOut transformer(const FormMap& form) {
         notes += near;
 
         s.sections.check = ratioChecks(s) + powerCheck(s);
-        s.sections.results = anydir::knownGrid(names(), s.vars, given) +
-                             "<p class=\"crumb center\">Blå værdier er fundet ved udregning</p>";
+        s.sections.results = anydir::knownGrid(names(), s.vars, given);
+        s.sections.figure = anydir::figureWithFound(transformerFigure(anydir::drawn(s.vars, given)));
         s.id = "tsheet";
         s.crumb = "Transformer";
         s.title = "Udregning af transformeren";

@@ -1,0 +1,90 @@
+// The machine figures: clean SVG numbers whatever the values (none, found,
+// extreme), unknowns as "?", found values in the accent colour.
+#include "fl/tools/machinefigs.h"
+
+#include "fl/fig/style.h"
+#include "tests/fl/expr/settings_fixture.h"
+#include "tests/fl/tools/tool_run.h"
+
+#include <gtest/gtest.h>
+
+#include <regex>
+
+namespace fl {
+namespace {
+
+using MachineFigsTest = SettingsTest;
+
+// No attribute holds "nan" or "inf", and only point lists hold a comma: a
+// coordinate written with the Danish decimal mark would.
+void expectCleanNumbers(const std::string& body) {
+    static const std::regex attr(" ([a-z-]+)=\"([^\"]*)\"");
+    for (auto it = std::sregex_iterator(body.begin(), body.end(), attr); it != std::sregex_iterator(); ++it) {
+        const std::string name = (*it)[1], v = (*it)[2];
+        EXPECT_EQ(v.find("nan"), std::string::npos) << name << "=" << v;
+        EXPECT_EQ(v.find("inf"), std::string::npos) << name << "=" << v;
+        EXPECT_TRUE(name == "points" || name == "font-family" || v.find(',') == std::string::npos)
+            << name << "=" << v;
+    }
+}
+
+TEST_F(MachineFigsTest, everyFigureDrawsCleanlyFromNothingToExtremes) {
+    const MachineValues none;
+    const MachineValues huge{{{"U_N", 690}, {"I_N", 1e6}, {"P", 1e9}, {"S", 2e9}, {"R", 1e-9}, {"P_1", 1e12}},
+                             {"P"}};
+    const MachineValues odd{{{"U_N", NAN}, {"I_N", INFINITY}, {"n", -3}}, {}};
+    struct Row {
+        const char* name;
+        FigureOut fig;
+        int w, h;
+    };
+    const Row rows[] = {
+        {"motor empty", motorFigure(none, true, false), 660, 256},
+        {"motor star-delta", motorFigure(huge, true, true), 660, 278},
+        {"motor odd", motorFigure(odd, false, false), 660, 256},
+        {"transformer empty", transformerFigure(none), 680, 285},
+        {"transformer odd", transformerFigure(odd), 680, 285},
+        {"star", connectionFigure(huge, true, "R"), 560, 290},
+        {"delta odd", connectionFigure(odd, false, "Z"), 560, 290},
+        {"full compensation",
+         compensationFigure(
+             {{{"P", 2000}, {"Q1", 1500}, {"Q2", 0}, {"QC", 1500}, {"phi1", 36.87}, {"phi2", 0}}, {"QC"}}),
+         540, 300},
+        {"nearly nothing to compensate",
+         compensationFigure(
+             {{{"P", 1e6}, {"Q1", 1}, {"Q2", 0.5}, {"QC", 0.5}, {"phi1", 0.06}, {"phi2", 0.03}}, {}}),
+         540, 300},
+    };
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.name);
+        ASSERT_FALSE(r.fig.empty());
+        EXPECT_EQ(r.fig.w, r.w);
+        EXPECT_EQ(r.fig.h, r.h);
+        expectCleanNumbers(r.fig.body);
+    }
+    EXPECT_TRUE(compensationFigure(none).empty());
+}
+
+TEST_F(MachineFigsTest, valuesShowAsKnownFoundOrUnknown) {
+    const MachineValues v{{{"U_N", 400}, {"P", 8000}, {"I_N", 11.547}}, {"P", "I_N"}};
+    const FigureOut fig = connectionFigure(v, true, "R");
+    const std::string accent = "fill=\"" + figColors().slot[5] + "\"";
+    // The power stands in its own group, drawn in the accent colour since it was found.
+    const std::string power = between(fig.body, "<g id=\"tfPow\">", "</g>");
+    EXPECT_TRUE(contains(power, ">P = 8000 W<")) << power;
+    EXPECT_TRUE(contains(power, accent)) << power;
+    EXPECT_TRUE(contains(fig.body, "> = 400 V<")) << "U_N as given";
+    EXPECT_TRUE(contains(fig.body, ">S = ?<")) << "S unknown";
+    EXPECT_TRUE(contains(compensationFigure({{{"P", 1000},
+                                              {"Q1", 1020.2},
+                                              {"Q2", 328.68},
+                                              {"QC", 691.52},
+                                              {"phi1", 45.573},
+                                              {"phi2", 18.195}},
+                                             {}})
+                             .caption,
+                         "kondensatorerne fjerner 691,52 VAr af den reaktive effekt"));
+}
+
+} // namespace
+} // namespace fl
