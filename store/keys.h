@@ -55,6 +55,23 @@ inline constexpr char KredsAc[] = "kreds_ac";
 // {name: circuit object}: the student's saved circuits. saveCircuitAs and its kin.
 inline constexpr char KredsSaved[] = "kreds_saved";
 
+// ---- Tools
+
+// string "1", "D" or "Y": the compensation's net. KompPage.
+inline constexpr char KompNet[] = "komp_net";
+// string "3" or "1": the motor's phases. MotorPage.
+inline constexpr char MotorPh[] = "motor_ph";
+// string "dol" or "yd": direct or star-delta start. MotorPage.
+inline constexpr char MotorStart[] = "motor_start";
+// family "motor_" + field key ("motor_U_N", "motor_P_2", …), string: the field
+// as typed at the last run. MotorPage.
+inline constexpr char MotorField[] = "motor_";
+// string "Y" or "D": the three-phase load's connection. TrefasePage.
+inline constexpr char TfConn[] = "tf_conn";
+// family "trafo_" + field key, string: the field as typed at the last run;
+// removed by "Ryd". TrafoPage.
+inline constexpr char TrafoField[] = "trafo_";
+
 // ---- Reference pages and practice
 
 // string: the glossary's search text. Glossary page, and "gl:" links.

@@ -14,6 +14,7 @@
 #include "app/pages/tools/acpages.h"
 #include "app/pages/tools/cablepages.h"
 #include "app/pages/tools/farvepage.h"
+#include "app/pages/tools/machinepages.h"
 #include "app/pages/tools/smallpages.h"
 #include "app/shell/lockedpage.h"
 #include "app/widgets/page.h"
@@ -52,15 +53,15 @@ const std::map<std::string, PageCreator>& pageFactory() {
         {"kredsac", named("kredsac")},
         {"kredsguideac", named("kredsguideac")},
         {"opgaver", [](PageHost* h) -> Page* { return new OpgaverPage(h); }},
-        {"trafo", named("trafo")},
-        {"trefase", named("trefase")},
-        {"komp", named("komp")},
+        {"trafo", [](PageHost* h) -> Page* { return new TrafoPage(h); }},
+        {"trefase", [](PageHost* h) -> Page* { return new TrefasePage(h); }},
+        {"komp", [](PageHost* h) -> Page* { return new KompPage(h); }},
         {"kabel", [](PageHost* h) -> Page* { return new KabelPage(h); }},
         {"sf1", [](PageHost* h) -> Page* { return new DropPage(false, h); }},
         {"sf3", [](PageHost* h) -> Page* { return new DropPage(true, h); }},
         {"ikmax", [](PageHost* h) -> Page* { return new IkmaxPage(h); }},
         {"ikmin", [](PageHost* h) -> Page* { return new IkminPage(h); }},
-        {"motor", named("motor")},
+        {"motor", [](PageHost* h) -> Page* { return new MotorPage(h); }},
         {"ac", [](PageHost* h) -> Page* { return new AcPage(h); }},
         {"res", [](PageHost* h) -> Page* { return new ResPage(h); }},
         {"tri", [](PageHost* h) -> Page* { return new TriPage(h); }},

@@ -74,14 +74,13 @@ public:
 
     // Each field's key with its text, in UTF-8.
     std::map<std::string, std::string> values() const;
+    // The fields' grid, made on first use; free rows (headings) go into it.
+    QGridLayout* grid();
 
     QVBoxLayout* layout = nullptr;
     QWidget* fieldArea = nullptr;
     QGridLayout* fieldGrid = nullptr;
     std::vector<ValueField*> fields;
-
-private:
-    QGridLayout* grid();
 };
 
 }  // namespace app

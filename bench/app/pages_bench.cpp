@@ -1,8 +1,9 @@
 // How long a student waits on the main road: from navigate() to the painted
 // formula page (first visit, which builds it, and a return visit), and from
 // Enter in a field to the painted worked sheet; for Ohm's law and for the
-// family with the most quantities. Also the home page and the finder's
-// largest views. Everything runs offscreen in one shown main window.
+// family with the most quantities, and for the tools; a keystroke in a tool
+// with a live figure. Also the home page and the finder's largest views.
+// Everything runs offscreen in one shown main window.
 #include "app/pages/formulas/finderpage.h"
 #include "app/pages/formulas/formulapage.h"
 #include "app/pages/tools/acpages.h"
@@ -157,6 +158,32 @@ void BM_toolEnterToPainted(benchmark::State& state, const std::string& route,
     settle();
 }
 
+// One keystroke in a machine tool's field until the window is painted with
+// the live figure redrawn: a digit typed, then taken back, in turn.
+void BM_liveKeystrokeToPainted(benchmark::State& state, const std::string& route, const QString& key) {
+    app::MainWindow& w = window();
+    w.navigate(QString::fromStdString(route));
+    auto* page = dynamic_cast<app::ToolPage*>(w.currentPage());
+    if (!page || !page->field(key)) {
+        state.SkipWithError("no such field");
+        return;
+    }
+    QLineEdit* edit = page->field(key)->edit;
+    edit->setFocus();
+    edit->setText(QStringLiteral("23"));
+    bool typed = false;
+    for (auto _ : state) {
+        if (typed)
+            QTest::keyClick(edit, Qt::Key_Backspace);
+        else
+            QTest::keyClick(edit, Qt::Key_5);
+        typed = !typed;
+        paint(w);
+    }
+    state.SetLabel(route + " " + key.toStdString());
+    settle();
+}
+
 void BM_homeToPainted(benchmark::State& state) {
     app::MainWindow& w = window();
     for (auto _ : state) {
@@ -216,6 +243,21 @@ BENCHMARK_CAPTURE(BM_toolEnterToPainted, sf3, std::string("sf3"), {{"I_B", "16"}
 BENCHMARK_CAPTURE(BM_toolEnterToPainted, ikmax, std::string("ikmax"), {{"l", "10"}})->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(BM_toolEnterToPainted, ikmin, std::string("ikmin"),
                   {{"I_Nks", "35"}, {"l_stik", "20"}, {"l_grp", "30"}, {"I_Ngrp", "10"}})
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_toolEnterToPainted, komp, std::string("komp"), {{"P", "1000"}, {"cosphi1", "0,7"}})
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_toolEnterToPainted, motor, std::string("motor"),
+                  {{"P_2", "5,5k"}, {"I_N", "11"}, {"cosphi", "0,83"}, {"nr", "1445"}, {"k_st", "7"}})
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_toolEnterToPainted, trafo, std::string("trafo"), {{"U_P", "230"}, {"U_S", "12"}, {"S", "60"}})
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_toolEnterToPainted, trefase, std::string("trefase"), {{"R", "20"}})
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_liveKeystrokeToPainted, motor, std::string("motor"), QStringLiteral("I_N"))
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_liveKeystrokeToPainted, trafo, std::string("trafo"), QStringLiteral("U_P"))
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_liveKeystrokeToPainted, trefase, std::string("trefase"), QStringLiteral("R"))
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_homeToPainted)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(BM_demoSliderToPainted, f, app::AcDemoPage::F)->Unit(benchmark::kMillisecond);

@@ -43,11 +43,7 @@ KabelPage::KabelPage(PageHost* h, QWidget* parent)
 }
 
 void KabelPage::systemChanged() {
-    ValueField* u = field(QStringLiteral("U"));
-    const QString now = u->text().trimmed();
-    if (now.isEmpty() || now == QLatin1String("230") || now == QLatin1String("400"))
-        u->setText(system->currentData().toString() == QLatin1String("3") ? QStringLiteral("400")
-                                                                          : QStringLiteral("230"));
+    followNet(field(QStringLiteral("U")), system->currentData().toString() == QLatin1String("3"));
 }
 
 fl::ToolOut KabelPage::compute(const fl::FormMap& form) const {

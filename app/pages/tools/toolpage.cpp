@@ -30,6 +30,12 @@ constexpr int kNoteHeight = 200;
 
 } // namespace
 
+void followNet(ValueField* u, bool threePhase) {
+    const QString now = u->text().trimmed();
+    if (now.isEmpty() || now == QLatin1String("230") || now == QLatin1String("400"))
+        u->setText(threePhase ? QStringLiteral("400") : QStringLiteral("230"));
+}
+
 ToolPage::ToolPage(PageHost* h, const QString& title, const QString& intro, const QString& headingText,
                    const QString& crumb, QWidget* parent)
     : Page(parent), host(h) {
@@ -213,6 +219,8 @@ void ToolPage::onTheme() {
     if (note && note->isVisible()) note->refresh();
     for (ValueField* f : formCard->fields)
         interpret(f);
+    // A live figure carries the palette's colours.
+    live();
 }
 
 } // namespace app

@@ -24,6 +24,10 @@ class ResultArea;
 class SheetView;
 class ValueField;
 
+// A voltage field that follows the net: 230 V for one phase and 400 V for
+// three, unless the student typed another voltage there.
+void followNet(ValueField* u, bool threePhase);
+
 class ToolPage : public Page {
     Q_OBJECT
   public:

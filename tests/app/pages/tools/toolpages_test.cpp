@@ -2,6 +2,7 @@
 // cable, the answer reused in the voltage drop, refusals that keep the form,
 // the cable chooser filling R and X, "Ryd", and a closed tool.
 #include "tests/app/fake_host.h"
+#include "tests/app/pages/tools/driving.h"
 #include "tests/app/fresh_app.h"
 
 #include "app/shell/mainwindow.h"
@@ -19,48 +20,16 @@
 
 #include <QApplication>
 #include <QComboBox>
-#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
-#include <QTextBlock>
-#include <QTextDocument>
 
 namespace {
 
-bool contains(const std::string& text, const std::string& part) {
-    return text.find(part) != std::string::npos;
-}
-
-// Clicks the first anchor in the view that leads to `href`, as a user would.
-bool clickLink(app::SheetView* view, const QString& href) {
-    QTextDocument* doc = view->document();
-    for (QTextBlock block = doc->begin(); block.isValid(); block = block.next())
-        for (auto it = block.begin(); !it.atEnd(); ++it) {
-            const QTextFragment frag = it.fragment();
-            if (!frag.charFormat().isAnchor() || frag.charFormat().anchorHref() != href) continue;
-            QTextCursor cursor(doc);
-            cursor.setPosition(frag.position() + frag.length() / 2);
-            QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, view->cursorRect(cursor).center());
-            return true;
-        }
-    return false;
-}
-
-// Clears the edit and types as on a keyboard.
-void type(app::ValueField* field, const QString& text) {
-    QTest::mouseClick(field->edit, Qt::LeftButton);
-    field->edit->selectAll();
-    QTest::keyClick(field->edit, Qt::Key_Delete);
-    for (const QChar c : text) {
-        QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString(c));
-        QApplication::sendEvent(field->edit, &press);
-    }
-}
-
-std::string sheetOf(app::ToolPage* page) {
-    return fl::stripTags(page->resultArea()->view()->markup());
-}
+using app::test::clickLink;
+using app::test::contains;
+using app::test::sheetOf;
+using app::test::type;
 
 class ToolPagesTest : public FreshAppTest {
   protected:

@@ -1,0 +1,296 @@
+// The machine tools as a student uses them: from the home page to a solved
+// motor plate, the live figures following the keyboard without computing,
+// the example and "Ryd", remembered values and choices, and closed tools.
+#include "tests/app/fake_host.h"
+#include "tests/app/pages/tools/driving.h"
+#include "tests/app/fresh_app.h"
+
+#include "app/pages/formulas/homepage.h"
+#include "app/pages/tools/machinepages.h"
+#include "app/sheet/resultarea.h"
+#include "app/sheet/sheetview.h"
+#include "app/shell/mainwindow.h"
+#include "app/widgets/svgview.h"
+#include "app/widgets/valuefield.h"
+#include "fl/expr/markup.h"
+#include "store/datastore.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+namespace {
+
+using app::test::clickLink;
+using app::test::contains;
+using app::test::sheetOf;
+using app::test::type;
+
+std::string noteOf(const app::ToolPage* page) {
+    return fl::htmlToPlain(page->noteView()->markup());
+}
+
+// The page's live figure, whichever machine page it is.
+const app::SvgView* figureOf(const app::ToolPage* page) {
+    return page->findChild<app::SvgView*>();
+}
+
+class MachinePagesTest : public FreshAppTest {
+  protected:
+    app::MainWindow& open() {
+        window = std::make_unique<app::MainWindow>();
+        window->resize(1280, 800);
+        window->show();
+        QApplication::processEvents();
+        return *window;
+    }
+    template <typename P> P* current() const { return dynamic_cast<P*>(window->currentPage()); }
+    app::test::FakeHost host;
+};
+
+TEST_F(MachinePagesTest, studentWalksFromHomeToASolvedMotorPlate) {
+    app::MainWindow& w = open();
+    auto* home = current<app::HomePage>();
+    ASSERT_NE(home, nullptr);
+    ASSERT_TRUE(clickLink(home->view(), "go:motor"));
+    auto* motor = current<app::MotorPage>();
+    ASSERT_NE(motor, nullptr);
+    EXPECT_EQ(w.windowTitle(), "Motor (mærkeplade) – Ostrovalden Skole");
+    EXPECT_EQ(motor->field("U_N")->text(), "400");
+    EXPECT_EQ(motor->field("f")->text(), "50");
+
+    // The plate fills in while the student types; nothing is worked out yet.
+    type(motor->field("P_2"), "5,5k");
+    EXPECT_TRUE(contains(figureOf(motor)->svg(), " = 5500 W<"));
+    type(motor->field("I_N"), "11");
+    type(motor->field("cosphi"), "0,83");
+    type(motor->field("nr"), "1445");
+    type(motor->field("k_st"), "7");
+    EXPECT_TRUE(contains(figureOf(motor)->svg(), " = 1445 o/min<"));
+    EXPECT_FALSE(motor->resultArea()->view()->hasContent());
+    EXPECT_TRUE(w.resultRecords().empty());
+
+    QTest::keyClick(motor->field("k_st")->edit, Qt::Key_Return);
+    const std::string sheet = sheetOf(motor);
+    for (const char* part : {"Udregning af motoren", "Antal polpar ud fra omdrejningstallet", "1500 o/min",
+                             "3,6667 %", "6325,4 W", "0,8695", "36,347 Nm", "77 A", "Blå værdier er fundet"})
+        EXPECT_TRUE(contains(sheet, part)) << part;
+    EXPECT_FALSE(motor->noteView()->isVisible());
+    EXPECT_FALSE(w.resultRecords().empty());
+    // The plate is kept for the next start.
+    QApplication::processEvents();
+    EXPECT_EQ(DataStore::instance().getString("motor_P_2"), "5,5k");
+}
+
+TEST_F(MachinePagesTest, liveFiguresFollowTheKeyboardWithoutComputing) {
+    struct Row {
+        const char* route;
+        const char* key;
+        const char* typed;
+        const char* drawn;
+    };
+    const Row rows[] = {
+        {"motor", "I_N", "11", " = 11 A<"},
+        {"motor", "U_N", "690", " = 690 V<"},
+        {"trafo", "U_P", "230", " = 230 V<"},
+        {"trafo", "N_S", "52", " = 52<"},
+        {"trefase", "R", "20", " = 20 Ω<"},
+        {"trefase", "U_N", "690", " = 690 V<"},
+    };
+    app::MainWindow& w = open();
+    for (const Row& r : rows) {
+        SCOPED_TRACE(std::string(r.route) + " " + r.key);
+        w.navigate(r.route);
+        auto* page = current<app::ToolPage>();
+        ASSERT_NE(page, nullptr);
+        const std::string before = figureOf(page)->svg();
+        EXPECT_FALSE(contains(before, r.drawn));
+        type(page->field(r.key), r.typed);
+        EXPECT_TRUE(contains(figureOf(page)->svg(), r.drawn));
+        EXPECT_FALSE(page->resultArea()->view()->hasContent());
+        EXPECT_FALSE(page->noteView()->isVisible());
+        EXPECT_FALSE(page->lastOut().ok);
+    }
+    EXPECT_TRUE(w.resultRecords().empty());
+}
+
+TEST_F(MachinePagesTest, exampleFillsThePlateOfEachKindAndRuns) {
+    struct Row {
+        const char* name;
+        int phases; // index of "Trefaset" / "Enfaset"
+        const char* voltage;
+        std::vector<const char*> parts;
+    };
+    const Row rows[] = {
+        {"three-phase", 0, "400", {"5,5 kW", "36,347 Nm", "77 A"}},
+        {"single-phase", 1, "230", {"750 W", "1016,6 W", "26 A"}},
+    };
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.name);
+        host.results.clear();
+        app::MotorPage page(&host);
+        page.phaseChoice()->setCurrentIndex(r.phases);
+        page.field("eta")->setText("0,5"); // the example's blanks are blanked
+        QPushButton* example = nullptr;
+        for (QPushButton* b : page.findChildren<QPushButton*>())
+            if (b->text() == "Eksempel") example = b;
+        ASSERT_NE(example, nullptr);
+        QTest::mouseClick(example, Qt::LeftButton);
+        EXPECT_EQ(page.field("U_N")->text(), r.voltage);
+        EXPECT_EQ(page.field("eta")->text(), "");
+        ASSERT_TRUE(page.lastOut().ok) << noteOf(&page);
+        for (const char* part : r.parts)
+            EXPECT_TRUE(contains(sheetOf(&page), part)) << part;
+        EXPECT_FALSE(host.results.empty());
+    }
+}
+
+TEST_F(MachinePagesTest, motorClearRestoresTheNetForTheKindOfMotor) {
+    app::MotorPage page(&host);
+    page.phaseChoice()->setCurrentIndex(1);
+    EXPECT_EQ(page.field("U_N")->text(), "230");
+    EXPECT_EQ(page.field("U_N")->desc->text(), "Spænding");
+    page.field("U_N")->setText("240");
+    page.field("f")->setText("60");
+    page.field("I_N")->setText("5,2");
+    page.run();
+    QTest::mouseClick(page.clearButton(), Qt::LeftButton);
+    EXPECT_EQ(page.field("U_N")->text(), "230");
+    EXPECT_EQ(page.field("f")->text(), "50");
+    EXPECT_EQ(page.field("I_N")->text(), "");
+    EXPECT_FALSE(page.noteView()->isVisible());
+    EXPECT_TRUE(contains(figureOf(&page)->svg(), " = 230 V<"));
+
+    // A voltage the student typed survives a change of kind; a default follows it.
+    page.field("U_N")->setText("240");
+    page.phaseChoice()->setCurrentIndex(0);
+    EXPECT_EQ(page.field("U_N")->text(), "240");
+    EXPECT_EQ(page.field("U_N")->desc->text(), "Netspænding (mellem to faser)");
+    page.field("U_N")->setText("230");
+    page.phaseChoice()->setCurrentIndex(0);
+    page.phaseChoice()->setCurrentIndex(1);
+    page.phaseChoice()->setCurrentIndex(0);
+    EXPECT_EQ(page.field("U_N")->text(), "400");
+}
+
+TEST_F(MachinePagesTest, starDeltaStartAddsItsCurrentToFigureAndSheet) {
+    app::MotorPage page(&host);
+    EXPECT_EQ(figureOf(&page)->sizeHint(), QSize(660, 256));
+    page.startChoice()->setCurrentIndex(page.startChoice()->findData("yd"));
+    EXPECT_EQ(figureOf(&page)->sizeHint(), QSize(660, 278));
+    page.field("I_N")->setText("11");
+    page.field("k_st")->setText("6");
+    page.run();
+    EXPECT_TRUE(contains(sheetOf(&page), "Startstrøm ved stjerne-trekant-start")) << sheetOf(&page);
+    EXPECT_TRUE(contains(sheetOf(&page), "22 A"));
+    EXPECT_EQ(DataStore::instance().getString("motor_start"), "yd");
+    app::MotorPage again(&host);
+    EXPECT_EQ(again.startChoice()->currentData().toString(), "yd");
+}
+
+TEST_F(MachinePagesTest, transformerRemembersItsValuesUntilCleared) {
+    {
+        app::TrafoPage page(&host);
+        page.field("U_P")->setText("230");
+        page.field("U_S")->setText("12");
+        page.field("S")->setText("60");
+        QTest::keyClick(page.field("S")->edit, Qt::Key_Return);
+        EXPECT_TRUE(contains(sheetOf(&page), "19,167"));
+        EXPECT_TRUE(contains(sheetOf(&page), "0,26087 A"));
+        QApplication::processEvents();
+    }
+    app::TrafoPage again(&host);
+    EXPECT_EQ(again.field("U_P")->text(), "230");
+    EXPECT_EQ(again.field("S")->text(), "60");
+    EXPECT_TRUE(contains(figureOf(&again)->svg(), " = 60 VA<"));
+    QTest::mouseClick(again.clearButton(), Qt::LeftButton);
+    EXPECT_TRUE(again.formEmpty());
+    EXPECT_TRUE(DataStore::instance().get("trafo_U_P").isNull());
+    EXPECT_FALSE(contains(figureOf(&again)->svg(), " = 60 VA<"));
+    app::TrafoPage third(&host);
+    EXPECT_TRUE(third.formEmpty());
+}
+
+TEST_F(MachinePagesTest, connectionChoiceDecidesSheetAndFigureAndIsKept) {
+    app::TrefasePage page(&host);
+    EXPECT_EQ(page.connectionChoice()->currentData().toString(), "Y");
+    page.field("R")->setText("20");
+    const std::string star = figureOf(&page)->svg();
+    page.connectionChoice()->setCurrentIndex(page.connectionChoice()->findData("D"));
+    EXPECT_NE(figureOf(&page)->svg(), star);
+    EXPECT_TRUE(contains(figureOf(&page)->svg(), "Trekant"));
+    page.run();
+    const std::string sheet = sheetOf(&page);
+    for (const char* part : {"Trefaset belastning i trekant", "34,641 A", "24 kW", "12 kW", "16 kW"})
+        EXPECT_TRUE(contains(sheet, part)) << part;
+    EXPECT_EQ(DataStore::instance().getString("tf_conn"), "D");
+    app::TrefasePage again(&host);
+    EXPECT_EQ(again.connectionChoice()->currentData().toString(), "D");
+}
+
+TEST_F(MachinePagesTest, compensationNetSetsTheVoltageAndTheBank) {
+    app::KompPage page(&host);
+    EXPECT_EQ(page.field("U")->text(), "230");
+    EXPECT_EQ(page.field("cosphi2")->text(), "0,95");
+    page.netChoice()->setCurrentIndex(page.netChoice()->findData("Y"));
+    EXPECT_EQ(page.field("U")->text(), "400");
+    page.field("P")->setText("10k");
+    page.field("cosphi1")->setText("0,7");
+    page.run();
+    const std::string sheet = sheetOf(&page);
+    for (const char* part : {"3-faset, kondensatorer i stjerne", "pr. kondensator (3 stk. i stjerne)", "230,94 V",
+                             "Effekttrekanten før (grå) og efter kompensering (blå)"})
+        EXPECT_TRUE(contains(sheet, part)) << part;
+    ASSERT_EQ(host.results.size(), 2u);
+    EXPECT_EQ(host.results[0].unit, "F");
+    EXPECT_EQ(host.results[1].unit, "VAr");
+}
+
+TEST_F(MachinePagesTest, refusalsShowInTheNoteAndKeepTheForm) {
+    struct Row {
+        const char* name;
+        const char* route;
+        std::vector<std::pair<QString, QString>> typed;
+        const char* message;
+    };
+    const Row rows[] = {
+        {"efficiency above one", "motor", {{"eta", "120"}}, "Virkningsgraden η skal være mellem 0 og 1 (fx 0,87)."},
+        {"two transformer values", "trafo", {{"U_P", "230"}, {"U_S", "12"}},
+         "Udfyld mindst tre af værdierne (fx UP, US og S)."},
+        {"target below the present", "komp", {{"P", "1000"}, {"cosphi1", "0,9"}, {"cosphi2", "0,8"}},
+         "Den ønskede cos φ skal være større end den nuværende – ellers er der intet at kompensere."},
+        {"cos φ above one", "trefase", {{"R", "20"}, {"cosphi", "1,2"}}, "cos φ skal ligge mellem 0 og 1."},
+    };
+    app::MainWindow& w = open();
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.name);
+        w.navigate(r.route);
+        auto* page = current<app::ToolPage>();
+        ASSERT_NE(page, nullptr);
+        for (const auto& [key, text] : r.typed)
+            page->field(key)->setText(text);
+        QTest::mouseClick(page->runButton(), Qt::LeftButton);
+        EXPECT_FALSE(page->resultArea()->view()->hasContent());
+        EXPECT_TRUE(page->noteView()->isVisible());
+        EXPECT_EQ(noteOf(page), r.message);
+        for (const auto& [key, text] : r.typed)
+            EXPECT_EQ(page->field(key)->text(), text);
+    }
+}
+
+TEST_F(MachinePagesTest, closedMachineToolsShowTheLockedPage) {
+    app::options().off = {"vaerktoj"};
+    app::MainWindow& w = open();
+    for (const char* route : {"komp", "motor", "trafo", "trefase"}) {
+        w.navigate(route);
+        EXPECT_EQ(w.currentRoute(), "laast") << route;
+        EXPECT_EQ(DataStore::instance().getString("locked_page"), route);
+    }
+}
+
+} // namespace
