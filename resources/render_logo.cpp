@@ -1,6 +1,7 @@
-// Build-time helper: renders the logo drawing to the PNG shown in the header
-// and to the window icon, so that no binary image has to be kept in the tree.
-//   render_logo <in.svg> <out.png> <png size> <out.ico> <ico size>
+// Build-time helper: renders the logo drawing to the PNG shown in the header,
+// to the window icon and to the menu icons of the package, so that no binary
+// image has to be kept in the tree. The format follows each file's suffix.
+//   render_logo <in.svg> <out> <size> [<out> <size>]...
 #include <QCoreApplication>
 #include <QImage>
 #include <QPainter>
@@ -8,19 +9,20 @@
 
 #include <cstdio>
 
-static bool render(QSvgRenderer& svg, const QString& path, int size, const char* format) {
+static bool render(QSvgRenderer& svg, const QString& path, int size) {
+    if (size <= 0) return false;
     QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
     svg.render(&painter);
     painter.end();
-    return image.save(path, format);
+    return image.save(path);
 }
 
 int main(int argc, char** argv) {
-    if (argc != 6) {
-        std::fprintf(stderr, "usage: %s in.svg out.png size out.ico size\n", argv[0]);
+    if (argc < 4 || argc % 2 != 0) {
+        std::fprintf(stderr, "usage: %s in.svg out size [out size]...\n", argv[0]);
         return 2;
     }
     // The drawing has no text, so no platform and no fonts are needed.
@@ -30,10 +32,11 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "render_logo: cannot read %s\n", argv[1]);
         return 1;
     }
-    if (!render(svg, QString::fromLocal8Bit(argv[2]), QByteArray(argv[3]).toInt(), "PNG") ||
-        !render(svg, QString::fromLocal8Bit(argv[4]), QByteArray(argv[5]).toInt(), "ICO")) {
-        std::fprintf(stderr, "render_logo: cannot write the images\n");
-        return 1;
+    for (int i = 2; i + 1 < argc; i += 2) {
+        if (!render(svg, QString::fromLocal8Bit(argv[i]), QByteArray(argv[i + 1]).toInt())) {
+            std::fprintf(stderr, "render_logo: cannot write %s\n", argv[i]);
+            return 1;
+        }
     }
     return 0;
 }
