@@ -3,6 +3,8 @@
 #   make serve  build and start the class server (self-signed certificate)
 #   make test   build and run every test, under the Danish locale
 #   make bench  build and run the benchmarks (Release)
+#   make package       the Debian packages of the program and the server
+#   make package-test  install them here, try them, remove them (root; CI)
 
 BUILD      ?= build
 BENCHBUILD ?= build-bench
@@ -39,6 +41,15 @@ $(BENCHBUILD)/CMakeCache.txt: | setup
 bench: setup $(BENCHBUILD)/CMakeCache.txt
 	cmake --build $(BENCHBUILD) -j$(JOBS) --target benchmarks
 	LC_ALL=da_DK.UTF-8 QT_QPA_PLATFORM=offscreen bench/run.sh $(BENCHBUILD)
+
+# Both packages into $(BUILD)/packages/, from the build that the tests ran on.
+.PHONY: package package-test
+package: build
+	cd $(BUILD) && cpack -G DEB
+
+package-test: package
+	@scripts/setup.sh package
+	scripts/package-test.sh $(BUILD)/packages
 
 # Each fuzz target under libFuzzer for FUZZTIME seconds (installs clang);
 # FUZZ=calc runs one of them. An input that finds a fault is written into

@@ -20,6 +20,8 @@ int main(int argc, char** argv) {
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     auto* application = new QApplication(argc, argv);
     QApplication::setApplicationName("Ostrovalden Skole");
+    // Lets the desktop match the window to the menu entry and its icon.
+    QGuiApplication::setDesktopFileName("dk.ostrovalden.skole");
     QApplication::setStyle("Fusion");
     app::installFontSubstitutions();
     QFont font("Segoe UI");

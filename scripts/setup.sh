@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs what the build, the tests and the program need (with "fuzz": also
-# what `make fuzz` needs), but only what is missing, so that a second run
+# what `make fuzz` needs; with "package": what `make package-test` checks
+# with), but only what is missing, so that a second run
 # costs a fraction of a second. Run as root, or as a user who may use sudo.
 set -euo pipefail
 
@@ -19,6 +20,9 @@ packages=(
 # `make fuzz` alone needs clang and its sanitizer runtimes.
 if [ "${1:-}" = fuzz ]; then
     packages+=(clang libclang-rt-14-dev)
+fi
+if [ "${1:-}" = package ]; then
+    packages+=(file lintian desktop-file-utils appstream x11-utils imagemagick curl)
 fi
 
 missing=()
