@@ -17,46 +17,7 @@ namespace {
 
 constexpr double kDeg = 0.017453292519943295; // π/180
 constexpr double kMargin = 30;
-
-struct Box {
-    double x0, y0, x1, y1;
-    bool overlaps(const Box& o) const { return x0 < o.x1 && o.x0 < x1 && y0 < o.y1 && o.y0 < y1; }
-};
-
-// Whether the segment a→b passes through the box (Liang–Barsky clipping).
-bool crosses(Pt a, Pt b, const Box& r) {
-    double t0 = 0, t1 = 1;
-    const double dx = b.x - a.x, dy = b.y - a.y;
-    const double p[4] = {-dx, dx, -dy, dy};
-    const double q[4] = {a.x - r.x0, r.x1 - a.x, a.y - r.y0, r.y1 - a.y};
-    for (int k = 0; k < 4; ++k) {
-        if (p[k] == 0) {
-            if (q[k] < 0) return false;
-            continue;
-        }
-        const double t = q[k] / p[k];
-        if (p[k] < 0) t0 = std::max(t0, t);
-        else t1 = std::min(t1, t);
-        if (t0 > t1) return false;
-    }
-    return true;
-}
-
-// Labels go where they cover neither an arrow nor another label.
-struct Placer {
-    std::vector<Box> taken;
-    std::vector<std::pair<Pt, Pt>> segments;
-    double W, H;
-
-    bool free(const Box& b) const {
-        if (b.x0 < 2 || b.y0 < 2 || b.x1 > W - 2 || b.y1 > H - 2) return false;
-        for (const Box& t : taken)
-            if (t.overlaps(b)) return false;
-        for (const auto& [a, c] : segments)
-            if (crosses(a, c, b)) return false;
-        return true;
-    }
-};
+constexpr double kLabelRoom = 12;
 
 std::string vectorName(const SceneVector& v, size_t index) {
     return v.name.empty() ? "v<sub>" + std::to_string(index + 1) + "</sub>" : v.name;
@@ -78,7 +39,8 @@ FigureOut drawVectors(const VectorScene& scene) {
     }
     if (!(longest > 0)) return {};
     const double spanX = std::max(x1 - x0, 1e-9 * longest), spanY = std::max(y1 - y0, 1e-9 * longest);
-    const double s = std::min((W - 2 * kMargin) / (spanX * 1.18), (H - 2 * kMargin) / (spanY * 1.18));
+    // Above the highest head a name needs room, below the lowest a value.
+    const double s = std::min((W - 2 * kMargin) / (spanX * 1.18), (H - 2 * kMargin - 2 * kLabelRoom) / (spanY * 1.18));
     const double mcx = (x0 + x1) / 2, mcy = (y0 + y1) / 2;
     const auto map = [&](Pt p) -> Pt { return {W / 2.0 + (p.x - mcx) * s, H / 2.0 - (p.y - mcy) * s}; };
     const auto unmap = [&](Pt p) -> Pt { return {mcx + (p.x - W / 2.0) / s, mcy - (p.y - H / 2.0) / s}; };
@@ -104,7 +66,10 @@ FigureOut drawVectors(const VectorScene& scene) {
     grid.line(kMargin, origin.y, W - kMargin, origin.y, "axis");
     grid.line(origin.x, kMargin, origin.x, H - kMargin, "axis");
 
-    Placer placer{{}, {}, static_cast<double>(W), static_cast<double>(H)};
+    // Labels stay clear of every line but the grid's, and of each other.
+    LabelSpace placer{{}, {}, static_cast<double>(W), static_cast<double>(H)};
+    placer.segments.push_back({{kMargin, origin.y}, {W - kMargin, origin.y}});
+    placer.segments.push_back({{origin.x, kMargin}, {origin.x, H - kMargin}});
     // Arrows: the sides of the parallelogram first, so that the vectors lie on top.
     struct Drawn {
         size_t index;
@@ -118,15 +83,19 @@ FigureOut drawVectors(const VectorScene& scene) {
             const double len = std::hypot(v.to.x - v.from.x, v.to.y - v.from.y);
             if (!std::isfinite(len) || len < 1e-12 * longest) continue;
             const Pt a = map(v.from), b = map(v.to);
-            if (v.dashed) arrows.line(a.x, a.y, b.x, b.y, "dash");
-            else arrows.arrow(a.x, a.y, b.x, b.y, v.cls, 13, 9);
-            placer.segments.push_back({a, b});
-            if (!v.dashed) drawn.push_back({i, a, b});
+            if (v.dashed) {
+                arrows.line(a.x, a.y, b.x, b.y, "dash");
+                placer.segments.push_back({a, b});
+            } else {
+                arrows.arrow(a.x, a.y, b.x, b.y, v.cls, 13, 9);
+                placer.arrow(a, b);
+                drawn.push_back({i, a, b});
+            }
         }
     }
 
-    // The angle between reference and result, its text on the bisector
-    // beyond the arc, moved out until it is clear of the arrows.
+    // The angle between reference and result; its text goes first, and its
+    // bow counts as a line for every label after it.
     const auto valid = [&](int i) { return i >= 0 && static_cast<size_t>(i) < scene.vectors.size(); };
     if (valid(scene.reference) && valid(scene.result) && !scene.angleText.empty()) {
         const SceneVector& r = scene.vectors[static_cast<size_t>(scene.reference)];
@@ -145,20 +114,20 @@ FigureOut drawVectors(const VectorScene& scene) {
             const double radius = std::clamp(0.3 * std::min(lr, lv), 22.0, 60.0);
             const double a0 = ar / kDeg, a1 = (ar + d) / kDeg;
             arrows.arc(c.x, c.y, radius, std::min(a0, a1), std::max(a0, a1), "ang");
+            placer.bow(c, radius, ar, ar + d, true);
+            // On the bisector beyond the bow, moving out until clear. A small
+            // angle has its text start at the bisector, so it doesn't fall on the vectors.
             const double mid = ar + d / 2;
-            // A small angle has its text start at the bisector, so it doesn't fall on the vectors.
             const bool small = std::fabs(d) < 0.3;
             const double w = textWidth(scene.angleText, "angt");
-            Box chosen{};
+            std::vector<Pt> along;
             for (int k = 0; k < 12; ++k) {
                 const double dist = radius * 1.35 + 12.0 * k;
-                const Pt t{c.x + std::cos(mid) * dist, c.y - std::sin(mid) * dist};
-                const double left = small ? t.x : t.x - w / 2;
-                chosen = {left, t.y - 8, left + w, t.y + 8};
-                if (placer.free(chosen)) break;
+                along.push_back({std::cos(mid) * dist - (small ? 0 : w / 2), -std::sin(mid) * dist - 8});
             }
-            labels.text(chosen.x0, (chosen.y0 + chosen.y1) / 2, scene.angleText, "start", "angt " + scene.angleCls);
-            placer.taken.push_back(chosen);
+            const Box b = placer.placeAnyway(c, w, 16, along);
+            labels.text(b.x0, (b.y0 + b.y1) / 2, scene.angleText, "start", "angt " + scene.angleCls);
+            placer.taken.push_back(b);
         }
     }
 
@@ -174,47 +143,33 @@ FigureOut drawVectors(const VectorScene& scene) {
         const double len = std::hypot(ux, uy);
         ux /= len, uy /= len;
         // Beside the head first, then out along the arrow, then round it.
-        const Pt cands[] = {{10, -24},
-                            {10, 6},
-                            {-10 - w, -24},
-                            {-10 - w, 6},
-                            {ux * 14 - w / 2, uy * 14 + (uy < 0 ? -h : 0)},
-                            {ux * 14 + (ux < 0 ? -w : 0), uy * 14 - h / 2},
-                            {-uy * 16 - w / 2, ux * 16 - h / 2},
-                            {uy * 16 - w / 2, -ux * 16 - h / 2},
-                            {10, -44},
-                            {10, 26},
-                            {-10 - w, -44},
-                            {-10 - w, 26}};
-        Box chosen{};
-        bool found = false;
-        for (const Pt& c : cands) {
-            const Box b{d.b.x + c.x, d.b.y + c.y, d.b.x + c.x + w, d.b.y + c.y + h};
-            if (placer.free(b)) {
-                chosen = b, found = true;
-                break;
-            }
-        }
-        if (!found) {
-            // Crowded: beside the head, clear of the edge.
-            const double bx = std::clamp(d.b.x + 10, 2.0, W - 2 - w), by = std::clamp(d.b.y - 24, 2.0, H - 2 - h);
-            chosen = {bx, by, bx + w, by + h};
-        }
+        const std::vector<Pt> cands = {{10, -24},
+                                       {10, 6},
+                                       {-10 - w, -24},
+                                       {-10 - w, 6},
+                                       {ux * 14 - w / 2, uy * 14 + (uy < 0 ? -h : 0)},
+                                       {ux * 14 + (ux < 0 ? -w : 0), uy * 14 - h / 2},
+                                       {-uy * 16 - w / 2, ux * 16 - h / 2},
+                                       {uy * 16 - w / 2, -ux * 16 - h / 2},
+                                       {10, -44},
+                                       {10, 26},
+                                       {-10 - w, -44},
+                                       {-10 - w, 26}};
+        const Box chosen = placer.placeAnyway(d.b, w, h, cands);
         placer.taken.push_back(chosen);
         labels.text(chosen.x0, chosen.y0 + 9, name, "start", v.highlight ? "hl vname" : "vname");
         if (!v.length.empty()) labels.text(chosen.x0, chosen.y0 + 26, v.length, "start", vl);
     }
 
-    // Tick numbers on the axes, as many as fit side by side and are clear of the labels.
+    // Tick numbers on the axes, as many as fit side by side; one that would
+    // cover a line or a label is left out.
     const double px = step * s;
     int every = 1;
     for (int k = firstX; k <= lastX; ++k)
         while (textWidth(fmtNumber(k * step), "tick tbig") + 8 > px * every && every < 100)
             ++every;
     const auto tick = [&](Box b, double x, double y, const std::string& t, std::string_view anchor) {
-        for (const Box& taken : placer.taken)
-            if (taken.overlaps(b)) return;
-        grid.text(x, y, t, anchor, "tick tbig");
+        if (placer.free(b)) grid.text(x, y, t, anchor, "tick tbig");
     };
     for (int k = firstX; k <= lastX; ++k) {
         if (k == 0 || k % every != 0) continue;

@@ -1,6 +1,8 @@
 #include "fl/fig/phasor.h"
 
 #include "fl/circuit/forward.h"
+#include "fl/expr/numbers.h"
+#include "fl/fig/formulafig.h"
 #include "fl/fig/triangles.h"
 #include "tests/fl/circuit/trees.h"
 #include "tests/fl/fig/svg_check.h"
@@ -62,10 +64,12 @@ void checkScene(const std::string& svg, const std::vector<std::complex<double>>&
     EXPECT_NEAR(arrows[0].angle(), 0, 1e-9);
     std::vector<std::complex<double>> want = parts;
     want.push_back(sum);
-    const double longest = std::abs(*std::max_element(want.begin(), want.end(), [](auto a, auto b) {
-        return std::abs(a) < std::abs(b);
-    }));
-    const double scale = arrows.back().length() / std::abs(sum);
+    // The scale read from the longest arrow, the one least touched by rounding.
+    const size_t top = std::max_element(want.begin(), want.end(), [](auto a, auto b) {
+                           return std::abs(a) < std::abs(b);
+                       }) - want.begin();
+    const double longest = std::abs(want[top]);
+    const double scale = arrows[top + 1].length() / longest;
     for (size_t k = 0; k < want.size(); ++k) {
         SCOPED_TRACE(k);
         const Arrow& a = arrows[k + 1];
@@ -114,6 +118,66 @@ TEST(PhasorTest, voltageArrowsFollowTheForwardPassOfRandomSeries) {
             parts.push_back(ph.at(c->id).u);
         checkScene(svgDocument(drawVectors(voltageScene(rc.root, rc.values, true))), parts, ph.at("root").u,
                    ph.at("root").i);
+    }
+}
+
+// Whatever the circuit, no name, value, angle or tick number of a scene
+// runs over an arrow, an axis, the angle's arc or another text, and all of
+// them stay inside the figure. Parallels for the currents, random trees for
+// the voltages; dc puts every arrow on one line, the hardest crowd.
+TEST(PhasorTest, labelsOfRandomScenesKeepClearOfLinesArcsAndEachOther) {
+    std::mt19937 rng(37);
+    int scenes = 0;
+    for (int round = 0; round < 300; ++round) {
+        const bool ac = round % 4 != 3;
+        testing::RandomCircuit rc = testing::randomCircuit(rng, 2 + round % 7, 3, ac);
+        if (round % 3 == 0) rc.root = testing::makeRoot({group("P", rc.root->ch)});
+        walk(rc.root, [&](const CNodePtr& n) {
+            if (!n->group && !rc.values.count(n->name)) rc.values[n->name] = testing::logUniform(rng, 1, 1000);
+        });
+        SCOPED_TRACE(testing::outline(rc.root) + (ac ? " ac" : " dc"));
+        for (const VectorScene& sc : {currentScene(rc.root, rc.values, ac), voltageScene(rc.root, rc.values, ac)}) {
+            if (sc.vectors.empty()) continue;
+            const FigureOut f = drawVectors(sc);
+            const std::string svg = svgDocument(f);
+            ASSERT_EQ(svgProblem(svg), "");
+            EXPECT_EQ(testing::labelClashes(svg, f.w, f.h), "") << svg;
+            ++scenes;
+        }
+    }
+    EXPECT_GT(scenes, 300);
+}
+
+// Hand-written scenes: a vector and its components, from lying flat to
+// standing almost upright, and sums of several vectors in any direction.
+TEST(PhasorTest, labelsOfVectorSumsKeepClearInAnyDirection) {
+    std::mt19937 rng(43);
+    std::uniform_real_distribution<double> turn(-M_PI, M_PI);
+    for (int round = 0; round < 200; ++round) {
+        VectorScene sc;
+        const int n = 1 + round % 4;
+        double sx = 0, sy = 0;
+        for (int k = 0; k < n; ++k) {
+            const double len = testing::logUniform(rng, 0.1, 100), a = turn(rng);
+            const double x = len * std::cos(a), y = len * std::sin(a);
+            sc.vectors.push_back({{0, 0}, {x, y}, "", "v<sub>" + std::to_string(k + 1) + "</sub>",
+                                  fmtNumber(len) + " ∠ " + fmtNumber(a / kDeg) + "°"});
+            if (k > 0) sc.vectors.push_back({{sx, sy}, {sx + x, sy + y}, "", {}, {}, true});
+            sx += x, sy += y;
+        }
+        if (n > 1) sc.vectors.push_back({{0, 0}, {sx, sy}, "res", "v<sub>sum</sub>", fmtNumber(std::hypot(sx, sy))});
+        const FigureOut f = drawVectors(sc);
+        const std::string svg = svgDocument(f);
+        SCOPED_TRACE(svg);
+        ASSERT_EQ(svgProblem(svg), "");
+        EXPECT_EQ(testing::labelClashes(svg, f.w, f.h), "");
+    }
+    for (double deg : {0.5, 3.0, 20.0, 45.0, 70.0, 87.0, 89.66, 89.99}) {
+        SCOPED_TRACE(deg);
+        const double x = 100 * std::cos(deg * kDeg), y = 100 * std::sin(deg * kDeg);
+        const std::string svg = figureFor("vec1", {{"x", x}, {"y", y}}, "x");
+        ASSERT_EQ(svgProblem(svg), "");
+        EXPECT_EQ(testing::labelClashes(svg, 460, 300), "") << svg;
     }
 }
 

@@ -8,8 +8,13 @@
 #include <QSvgRenderer>
 #include <QXmlStreamReader>
 
+#include "fl/fig/style.h"
+
+#include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <map>
+#include <sstream>
 #include <string_view>
 #include <string>
 #include <vector>
@@ -124,6 +129,140 @@ inline std::string svgProblem(const std::string& svg) {
     QSvgRenderer renderer(QByteArray::fromStdString(svg));
     if (!renderer.isValid()) return "the renderer refuses it";
     return {};
+}
+
+// Whether the segment a→b passes through the box (Liang–Barsky clipping).
+inline bool segmentCrosses(double ax, double ay, double bx, double by, double x0, double y0, double x1, double y1) {
+    double t0 = 0, t1 = 1;
+    const double dx = bx - ax, dy = by - ay;
+    const double p[] = {-dx, dx, -dy, dy}, q[] = {ax - x0, x1 - ax, ay - y0, y1 - ay};
+    for (int i = 0; i < 4; ++i) {
+        if (p[i] == 0) {
+            if (q[i] < 0) return false;
+        } else {
+            const double t = q[i] / p[i];
+            if (p[i] < 0) t0 = std::max(t0, t);
+            else t1 = std::min(t1, t);
+        }
+    }
+    return t0 < t1;
+}
+
+// Where a figure's texts meet its drawing: a text whose letters cross a line,
+// an arrow's head or an arc (grid lines excepted: the halo covers them), a
+// text over another, or a text not wholly inside the figure. One line per
+// clash; empty when the figure is clean. Texts are judged by estimated ink,
+// a little inside the line box.
+inline std::string labelClashes(const std::string& svg, double W, double H) {
+    struct Seg {
+        double ax, ay, bx, by;
+    };
+    struct Label {
+        std::string text;
+        double x0, y0, x1, y1;
+    };
+    std::vector<Seg> lines;
+    std::vector<Label> texts;
+    const std::string grid = figColors().slot[4];
+    const auto nums = [](const std::string& s) {
+        std::vector<double> out;
+        std::string t;
+        std::istringstream in(s);
+        while (in >> t) {
+            t.erase(std::remove_if(t.begin(), t.end(), [](char c) { return std::isalpha(static_cast<unsigned char>(c)); }),
+                    t.end());
+            if (!t.empty()) out.push_back(svgNum(t));
+        }
+        return out;
+    };
+    for (const SvgElement& e : svgElements(svg)) {
+        if (e.tag == "line" && !(e.has("stroke") && e.attrs.at("stroke") == grid))
+            lines.push_back({e.num("x1"), e.num("y1"), e.num("x2"), e.num("y2")});
+        if (e.tag == "polygon" || e.tag == "polyline") {
+            std::vector<double> p;
+            std::string pts = e.attrs.at("points");
+            std::replace(pts.begin(), pts.end(), ',', ' ');
+            p = nums(pts);
+            for (size_t k = 0; k + 3 < p.size(); k += 2)
+                lines.push_back({p[k], p[k + 1], p[k + 2], p[k + 3]});
+            if (e.tag == "polygon" && p.size() >= 4)
+                lines.push_back({p[p.size() - 2], p.back(), p[0], p[1]});
+        }
+        if (e.tag == "rect" && e.has("stroke")) {
+            const double x = e.num("x"), y = e.num("y"), w = e.num("width"), h = e.num("height");
+            lines.push_back({x, y, x + w, y}), lines.push_back({x, y + h, x + w, y + h});
+            lines.push_back({x, y, x, y + h}), lines.push_back({x + w, y, x + w, y + h});
+        }
+        if (e.tag == "circle" && e.has("stroke")) {
+            const double cx = e.num("cx"), cy = e.num("cy"), r = e.num("r");
+            for (int k = 0; k < 72; ++k) {
+                const double a = k * M_PI / 36, b = (k + 1) * M_PI / 36;
+                lines.push_back({cx + r * std::cos(a), cy + r * std::sin(a), cx + r * std::cos(b), cy + r * std::sin(b)});
+            }
+        }
+        // A sector as the arc writer makes it: "M cx cy L x0 y0 A r r 0 large sweep x1 y1 Z", or the open bow.
+        if (e.tag == "path" && e.attrs.at("d").find('A') != std::string::npos) {
+            const std::string& d = e.attrs.at("d");
+            const bool closed = d.find('L') != std::string::npos;
+            const std::vector<double> p = nums(d);
+            if (p.size() < (closed ? 11u : 9u)) continue;
+            const size_t o = closed ? 2 : 0;
+            const double x0 = p[o], y0 = p[o + 1], r = p[o + 2], x1 = p[o + 7], y1 = p[o + 8];
+            const bool large = p[o + 5] != 0, sweep = p[o + 6] != 0;
+            // Screen angles grow with sweep 1; the centre is given for a sector,
+            // else the one of the two whose turn is as large as the flag says.
+            const auto turn = [&](double cx, double cy) {
+                double span = std::atan2(y1 - cy, x1 - cx) - std::atan2(y0 - cy, x0 - cx);
+                while (sweep && span < 0)
+                    span += 2 * M_PI;
+                while (!sweep && span > 0)
+                    span -= 2 * M_PI;
+                return span;
+            };
+            double cx = p[0], cy = p[1];
+            if (!closed) {
+                const double mx = (x0 + x1) / 2, my = (y0 + y1) / 2, hx = x1 - x0, hy = y1 - y0;
+                const double chord = std::max(1e-9, std::hypot(hx, hy));
+                const double off = std::sqrt(std::max(0.0, r * r - chord * chord / 4));
+                cx = mx - hy / chord * off, cy = my + hx / chord * off;
+                if ((std::fabs(turn(cx, cy)) > M_PI) != large) cx = mx + hy / chord * off, cy = my - hx / chord * off;
+            }
+            const double a0 = std::atan2(y0 - cy, x0 - cx), span = turn(cx, cy);
+            double px = x0, py = y0;
+            for (int k = 1; k <= 48; ++k) {
+                const double a = a0 + span * k / 48, nx = cx + r * std::cos(a), ny = cy + r * std::sin(a);
+                lines.push_back({px, py, nx, ny});
+                px = nx, py = ny;
+            }
+            if (closed) lines.push_back({cx, cy, x0, y0}), lines.push_back({cx, cy, x1, y1});
+        }
+        if (e.tag == "text" && !e.has("stroke")) {
+            const double size = e.num("font-size");
+            const double w = textWidth(e.text, size, e.has("font-weight"));
+            const std::string anchor = e.has("text-anchor") ? e.attrs.at("text-anchor") : "start";
+            const double x = e.num("x") - (anchor == "middle" ? w / 2 : anchor == "end" ? w : 0);
+            const double mid = e.num("y") - 0.35 * size;
+            texts.push_back({e.text, x + 1, mid - 0.35 * size, x + w - 1, mid + 0.35 * size});
+        }
+    }
+    std::ostringstream out;
+    for (size_t i = 0; i < texts.size(); ++i) {
+        const Label& t = texts[i];
+        const double size = (t.y1 - t.y0) / 0.7;
+        if (t.x0 < 0 || t.x1 > W || t.y0 - 0.15 * size < 0 || t.y1 + 0.15 * size > H)
+            out << '"' << t.text << "\" leaves the figure\n";
+        for (const Seg& l : lines)
+            if (segmentCrosses(l.ax, l.ay, l.bx, l.by, t.x0, t.y0, t.x1, t.y1)) {
+                out << '"' << t.text << "\" crosses " << l.ax << ',' << l.ay << " – " << l.bx << ',' << l.by << '\n';
+                break;
+            }
+        for (size_t j = i + 1; j < texts.size(); ++j) {
+            const Label& o = texts[j];
+            if (t.x0 < o.x1 && o.x0 < t.x1 && t.y0 < o.y1 && o.y0 < t.y1)
+                out << '"' << t.text << "\" covers \"" << o.text << "\"\n";
+        }
+    }
+    return out.str();
 }
 
 } // namespace fl::testing
