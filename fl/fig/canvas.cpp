@@ -83,6 +83,7 @@ std::string svgHead(int w, int h) {
 
 void Canvas::line(double x1, double y1, double x2, double y2, std::string_view cls) {
     if (!finite({x1, y1, x2, y2})) return;
+    if (space && cls != "grid") space->segment({x1, y1}, {x2, y2});
     std::string s = "<line";
     attr(s, "x1", x1);
     attr(s, "y1", y1);
@@ -95,6 +96,16 @@ void Canvas::line(double x1, double y1, double x2, double y2, std::string_view c
 
 void Canvas::rect(double x, double y, double w, double h, std::string_view cls, double rx) {
     if (!finite({x, y, w, h, rx}) || w < 0 || h < 0) return;
+    if (space) {
+        // A filled patch without an outline is no line; it may still be in the way.
+        if (cls == "gap" || cls == "hsel") space->taken.push_back({x, y, x + w, y + h});
+        else
+            for (const auto& [a, b] : {std::pair<Pt, Pt>{{x, y}, {x + w, y}},
+                                       {{x + w, y}, {x + w, y + h}},
+                                       {{x + w, y + h}, {x, y + h}},
+                                       {{x, y + h}, {x, y}}})
+                space->segment(a, b);
+    }
     std::string s = "<rect";
     attr(s, "x", x);
     attr(s, "y", y);
@@ -108,6 +119,10 @@ void Canvas::rect(double x, double y, double w, double h, std::string_view cls, 
 
 void Canvas::circle(double cx, double cy, double r, std::string_view cls) {
     if (!finite({cx, cy, r}) || r < 0) return;
+    if (space) {
+        if (cls == "node") space->taken.push_back({cx - r, cy - r, cx + r, cy + r});
+        else space->bow({cx, cy}, r, 0, 2 * M_PI, false);
+    }
     std::string s = "<circle";
     attr(s, "cx", cx);
     attr(s, "cy", cy);
@@ -119,11 +134,19 @@ void Canvas::circle(double cx, double cy, double r, std::string_view cls) {
 
 void Canvas::polygon(const std::vector<Pt>& points, std::string_view cls) {
     if (points.size() < 2 || !finitePoints(points)) return;
+    if (space) {
+        for (size_t k = 0; k < points.size(); ++k)
+            space->segment(points[k], points[(k + 1) % points.size()]);
+    }
     items.push_back("<polygon points=\"" + pointList(points) + "\"" + shapeAttrs(cls) + "/>");
 }
 
 void Canvas::polyline(const std::vector<Pt>& points, std::string_view cls) {
     if (points.size() < 2 || !finitePoints(points)) return;
+    if (space) {
+        for (size_t k = 0; k + 1 < points.size(); ++k)
+            space->segment(points[k], points[k + 1]);
+    }
     items.push_back("<polyline points=\"" + pointList(points) + "\"" + shapeAttrs(cls) + "/>");
 }
 
@@ -168,11 +191,13 @@ std::string arcPath(double cx, double cy, double r, double a0, double a1, bool c
 
 void Canvas::arc(double cx, double cy, double r, double a0, double a1, std::string_view cls) {
     if (!finite({cx, cy, r, a0, a1}) || r <= 0 || std::fabs(a1 - a0) < 1e-9) return;
+    if (space) space->bow({cx, cy}, r, a0 * kDeg, a1 * kDeg, true);
     path(arcPath(cx, cy, r, a0, a1, true), cls);
 }
 
 void Canvas::bow(double cx, double cy, double r, double a0, double a1, std::string_view cls) {
     if (!finite({cx, cy, r, a0, a1}) || r <= 0 || std::fabs(a1 - a0) < 1e-9) return;
+    if (space) space->bow({cx, cy}, r, a0 * kDeg, a1 * kDeg, false);
     path(arcPath(cx, cy, r, a0, a1, false), cls);
 }
 
@@ -208,13 +233,11 @@ void Canvas::textFit(double x, double y, std::string_view content, std::string_v
     textAt(x, y, content, anchor, style);
 }
 
-void Canvas::textAt(double x, double y, std::string_view content, std::string_view anchor,
-                    const TextStyle& given) {
-    if (!finite({x, y}) || content.empty()) return;
-    TextStyle style = given;
+Box Canvas::textBox(double& x, double& y, std::string_view content, std::string_view anchor,
+                    TextStyle& style) const {
+    const bool heavy = style.bold || style.weight >= 600;
+    double w = textWidth(content, style.size, heavy);
     if (boundW > 0) {
-        const bool heavy = style.bold || style.weight >= 600;
-        double w = textWidth(content, style.size, heavy);
         if (w > boundW - 4) {
             style.size = std::max(8.0, std::floor(style.size * (boundW - 4) / w * 10) / 10);
             w = textWidth(content, style.size, heavy);
@@ -224,6 +247,35 @@ void Canvas::textAt(double x, double y, std::string_view content, std::string_vi
         else if (left + w > boundW - 2) x -= left + w - (boundW - 2);
     }
     if (boundH > 0) y = std::clamp(y, 0.6 * style.size + 1, boundH - 0.6 * style.size - 1);
+    const double left = anchor == "middle" ? x - w / 2 : anchor == "end" ? x - w : x;
+    // A subscript hangs below the line.
+    const double below = content.find("<sub>") != std::string_view::npos ? kSubDrop * style.size : 0;
+    return {left, y - 0.5 * style.size, left + w, y + 0.5 * style.size + below};
+}
+
+void Canvas::textAmong(const std::vector<Spot>& spots, std::string_view content, std::string_view cls) {
+    if (spots.empty()) return;
+    if (space) {
+        for (const Spot& s : spots) {
+            double x = s.x, y = s.y;
+            TextStyle style = textStyle(cls);
+            if (space->free(textBox(x, y, content, s.anchor, style))) {
+                textAt(s.x, s.y, content, s.anchor, textStyle(cls));
+                return;
+            }
+        }
+    }
+    textAt(spots.front().x, spots.front().y, content, spots.front().anchor, textStyle(cls));
+}
+
+void Canvas::textAt(double x, double y, std::string_view content, std::string_view anchor,
+                    const TextStyle& given) {
+    if (!finite({x, y}) || content.empty()) return;
+    TextStyle style = given;
+    if (boundW > 0 || boundH > 0 || space) {
+        const Box box = textBox(x, y, content, anchor, style);
+        if (space) space->taken.push_back(box);
+    }
     const std::vector<Run> runs = runsOf(content);
     if (runs.empty()) return;
 
@@ -411,6 +463,7 @@ FigureOut drawFig(Fig& fig) {
     const Pt c = fig.pt(centroidOf(fig));
     const std::vector<Pt> screen = fig.polyPoints(fig.pts);
     fig.setBounds(fig.W, fig.H);
+    fig.keepSpace();
 
     if (fig.strokeShape && screen.size() >= 2) fig.polygon(screen, "shape");
     if (fig.preDraw) fig.preDraw(fig, c);
@@ -435,15 +488,22 @@ FigureOut drawFig(Fig& fig) {
         fig.text(l.x, l.y, e.text, l.anchor, e.cls);
     }
 
+    // All arcs first, so that no angle's text lands on another's arc.
+    struct Interior {
+        Pt v;
+        double a0, a1; // degrees, a0 to a1 the shorter way round
+    };
+    std::vector<Interior> interiors;
     for (const FigAngle& an : fig.angles) {
-        if (!valid(an.vertex) || !valid(an.from) || !valid(an.to)) continue;
+        if (!valid(an.vertex) || !valid(an.from) || !valid(an.to)) {
+            interiors.push_back({{}, NAN, NAN});
+            continue;
+        }
         const Pt v = screen[an.vertex];
         double a0 = angleOf(v, screen[an.from]), a1 = angleOf(v, screen[an.to]);
-        // The interior: the shorter way round.
         if (a1 - a0 > 180) a1 -= 360;
         if (a0 - a1 > 180) a1 += 360;
-        const double mid = (a0 + a1) / 2 * kDeg;
-        const double ux = std::cos(mid), uy = -std::sin(mid);
+        interiors.push_back({v, a0, a1});
         if (an.square) {
             const double s = 12;
             const double e0x = std::cos(a0 * kDeg) * s, e0y = -std::sin(a0 * kDeg) * s;
@@ -453,11 +513,22 @@ FigureOut drawFig(Fig& fig) {
         } else {
             fig.arc(v.x, v.y, an.radius, std::min(a0, a1), std::max(a0, a1), "ang");
         }
-        if (!an.label.empty()) {
-            const double r = an.radius * 1.35 + 8;
-            fig.text(v.x + ux * r, v.y + uy * r, an.label, std::fabs(ux) < 0.5 ? "middle" : ux > 0 ? "start" : "end",
-                     "angt " + an.cls);
-        }
+    }
+    // A text on the bisector beyond its arc; where a line or a text is in the
+    // way, further out, then towards either side of the angle.
+    for (size_t k = 0; k < fig.angles.size(); ++k) {
+        const FigAngle& an = fig.angles[k];
+        const Interior& in = interiors[k];
+        if (an.label.empty() || !std::isfinite(in.a0)) continue;
+        std::vector<Canvas::Spot> spots;
+        for (double extra : {0.0, 8.0, 18.0, 30.0, 46.0, 66.0})
+            for (double share : {0.5, 0.7, 0.3, 0.85, 0.15}) {
+                const double a = (in.a0 + (in.a1 - in.a0) * share) * kDeg, r = an.radius * 1.35 + 8 + extra;
+                const double ux = std::cos(a), uy = -std::sin(a);
+                spots.push_back({in.v.x + ux * r, in.v.y + uy * r,
+                                 std::fabs(ux) < 0.5 ? "middle" : ux > 0 ? "start" : "end"});
+            }
+        fig.textAmong(spots, an.label, "angt " + an.cls);
     }
     if (fig.postDraw) fig.postDraw(fig, c);
     return {fig.body(), fig.W, fig.H, fig.captionText()};

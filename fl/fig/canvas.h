@@ -7,6 +7,7 @@
 // finite writes nothing, so no figure ever holds "nan" or "inf".
 #pragma once
 
+#include "fl/fig/place.h"
 #include "fl/fig/style.h"
 
 #include <functional>
@@ -15,10 +16,6 @@
 #include <vector>
 
 namespace fl {
-
-struct Pt {
-    double x = 0, y = 0;
-};
 
 // The elements of one drawing, in the order of painting.
 class Canvas {
@@ -48,12 +45,27 @@ class Canvas {
     // The same, at a smaller size if it would be wider than `maxWidth`.
     void textFit(double x, double y, std::string_view content, std::string_view anchor, std::string_view cls,
                  double maxWidth);
+    // One text at the first of `spots` where it covers no line or text the
+    // canvas keeps (see keepSpace); at the first spot when none is free.
+    struct Spot {
+        double x, y;
+        std::string_view anchor;
+    };
+    void textAmong(const std::vector<Spot>& spots, std::string_view content, std::string_view cls);
+    // From here on, remember the lines, arcs, circles and texts written, so
+    // that labels can be placed clear of them.
+    void keepSpace() { space = LabelSpace{{}, {}, boundW, boundH}; }
+    std::optional<LabelSpace> space;
+
     // A raw element, already written.
     void raw(std::string element) { items.push_back(std::move(element)); }
 
     // The drawing's size, when known: a text that would cross an edge is
     // moved inside, and squeezed if it is wider than the drawing.
-    void setBounds(double w, double h) { boundW = w, boundH = h; }
+    void setBounds(double w, double h) {
+        boundW = w, boundH = h;
+        if (space) space->W = w, space->H = h;
+    }
     // Whether texts get their halo. A halo costs the renderer twice the
     // letters; a drawing whose texts stand clear of its lines can go without.
     bool halos = true;
@@ -67,6 +79,8 @@ class Canvas {
   private:
     double boundW = 0, boundH = 0;
     void textAt(double x, double y, std::string_view content, std::string_view anchor, const TextStyle& style);
+    // Where textAt would put the letters, after moving them inside the bounds.
+    Box textBox(double& x, double& y, std::string_view content, std::string_view anchor, TextStyle& style) const;
 };
 
 // The head every figure shares.

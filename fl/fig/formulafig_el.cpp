@@ -36,6 +36,7 @@ void loop(Canvas& cv, double x0, double y0, double x1, double y1) {
 Canvas sized() {
     Canvas cv;
     cv.setBounds(460, 280);
+    cv.keepSpace();
     return cv;
 }
 

@@ -373,6 +373,7 @@ FigureOut circleFigure(const Given& g, const std::string& key) {
             std::string d = "M" + num(p0.x) + " " + num(p0.y) + " A" + num(r) + " " + num(r) + " 0 " +
                             (deg > 180 ? "1" : "0") + " 0 " + num(p1.x) + " " + num(p1.y) + " Z";
             f.path(d, "shape");
+            if (f.space) f.space->bow(c, r, a0, a1, false), f.space->segment(p0, p1);
             f.line(c.x, c.y, p0.x, p0.y, "dash");
             f.line(c.x, c.y, p1.x, p1.y, "dash");
         } else if (key == "arc") {
@@ -395,6 +396,12 @@ FigureOut circleFigure(const Given& g, const std::string& key) {
     fig.postDraw = [&g, key, round, area, diam, deg](Fig& f, Pt c) {
         const double r = f.scale;
         const bool q = diam && g.mentions("q");
+        if (key == "arc" || key == "sector" || key == "segment") {
+            f.arc(c.x, c.y, 22, 90 - deg / 2, 90 + deg / 2, "ang");
+            const std::string angle = g.mentions("V") ? g.label("V", "°") : "V";
+            // Inside a wide angle; below the centre where the angle is too narrow for it.
+            f.text(c.x, deg >= 100 ? c.y - 38 : c.y + 20, angle, "middle", "angt " + g.cls("V"));
+        }
         if (diam) {
             f.text(c.x, c.y - 14, g.label("d", q ? "mm" : ""), "middle", g.cls("d"));
             const std::string sym = q ? "q" : "A";
@@ -405,24 +412,31 @@ FigureOut circleFigure(const Given& g, const std::string& key) {
             f.text(c.x + (r + 14) * std::cos(mid), c.y - (r + 14) * std::sin(mid), g.label("b", ""), "middle",
                    g.cls("b").empty() ? "res" : "hl");
         } else if (key == "sector" || key == "segment") {
-            // The radius is named on the right-hand side of the angle, outside it.
+            // The radius is named beside the right-hand side of the angle,
+            // outside it and inside the circle where there is room.
             const double a0 = (90 - deg / 2) * kDeg, out = a0 - M_PI / 2;
-            const Pt m{c.x + r / 2 * std::cos(a0) + 14 * std::cos(out), c.y - r / 2 * std::sin(a0) - 14 * std::sin(out)};
-            f.text(m.x, m.y, g.label("r", ""), std::cos(out) > 0.3 ? "start" : "middle", g.cls("r"));
+            std::vector<Canvas::Spot> spots;
+            for (double off : {14.0, 24.0, -14.0})
+                for (double t : {0.5, 0.4, 0.6, 0.3, 0.7, 0.2}) {
+                    const double sx = std::cos(out) * (off > 0 ? 1 : -1);
+                    spots.push_back({c.x + r * t * std::cos(a0) + off * std::cos(out),
+                                     c.y - r * t * std::sin(a0) - off * std::sin(out),
+                                     sx > 0.3 ? "start" : sx < -0.3 ? "end" : "middle"});
+                }
+            // Past the end of the radius, outside the circle.
+            const double ex = std::cos(a0);
+            spots.push_back({c.x + (r + 10) * ex, c.y - (r + 10) * std::sin(a0), ex > 0.3 ? "start" : ex < -0.3 ? "end" : "middle"});
+            f.textAmong(spots, g.label("r", ""), g.cls("r"));
             // The area inside where there is room for it, else above the arc.
-            const bool room = key == "sector" ? deg >= 60 : deg >= 150;
-            const double ay = room ? c.y - (key == "sector" ? r * 0.68 : r * 0.9) : c.y - r - 14;
-            f.text(c.x, ay, g.label("A", ""), "middle", g.cls("A"));
+            spots.clear();
+            for (double h : {0.68, 0.9, 0.8, 0.6, 0.5, 0.4})
+                if (key == "sector" || h > std::cos(deg / 2 * kDeg) + 0.06) spots.push_back({c.x, c.y - r * h, "middle"});
+            spots.push_back({c.x, c.y - r - 14, "middle"});
+            f.textAmong(spots, g.label("A", ""), g.cls("A"));
         } else {
             f.text(c.x + r / 2, c.y - 12, g.label("r", ""), "middle", g.cls("r"));
             if (round) f.text(c.x, c.y + r + 16, g.label("O", ""), "middle", g.cls("O"));
             if (area) f.text(c.x, c.y + r / 2, g.label("A", ""), "middle", g.cls("A"));
-        }
-        if (key == "arc" || key == "sector" || key == "segment") {
-            f.arc(c.x, c.y, 22, 90 - deg / 2, 90 + deg / 2, "ang");
-            const std::string angle = g.mentions("V") ? g.label("V", "°") : "V";
-            // Inside a wide angle; below the centre where the angle is too narrow for it.
-            f.text(c.x, deg >= 100 ? c.y - 38 : c.y + 20, angle, "middle", "angt " + g.cls("V"));
         }
     };
     std::string title;

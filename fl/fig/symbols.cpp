@@ -75,8 +75,11 @@ void currentArrow(Canvas& cv, double cx, double cy, double dx, double dy, const 
     dx /= len, dy /= len;
     cv.arrow(cx - dx * 20, cy - dy * 20, cx + dx * 20, cy + dy * 20, "cur", 11, 8);
     if (label.empty()) return;
-    if (std::fabs(dy) > std::fabs(dx)) cv.text(cx + 10, cy, label, "start", textCls);
-    else cv.text(cx, cy - 14, label, "middle", textCls);
+    // Beside the arrow, on the side where nothing else is.
+    if (std::fabs(dy) > std::fabs(dx))
+        cv.textAmong({{cx + 10, cy, "start"}, {cx - 10, cy, "end"}, {cx + 10, cy - 12, "start"}}, label, textCls);
+    else
+        cv.textAmong({{cx, cy - 14, "middle"}, {cx, cy - 24, "middle"}, {cx, cy + 16, "middle"}}, label, textCls);
 }
 
 } // namespace fl

@@ -9,6 +9,7 @@
 #include "app/shell/theme.h"
 #include "fl/circuit/forward.h"
 #include "fl/expr/markup.h"
+#include "fl/expr/numbers.h"
 #include "fl/fig/formulafig.h"
 #include "fl/fig/phasor.h"
 #include "fl/fig/schematic.h"
@@ -25,6 +26,7 @@
 #include <QSvgRenderer>
 #include <QTextDocument>
 
+#include <cmath>
 #include <cstdio>
 #include <functional>
 #include <random>
@@ -127,6 +129,28 @@ std::vector<Item> circuitItems() {
     out.push_back(
         {"phasor_voltages_series", [] { return fl::drawVectors(fl::voltageScene(series.root, series.values, true)); }});
     out.push_back({"phasor_voltages_cap", [] { return fl::drawVectors(fl::voltageScene(cap.root, cap.values, true)); }});
+    static const Solved upright =
+        solved({leaf("R"), leaf("L")}, {{"U", 230}, {"f", 50}, {"R1", 2}, {"L1", 0.5}});
+    out.push_back(
+        {"phasor_voltages_upright", [] { return fl::drawVectors(fl::voltageScene(upright.root, upright.values, true)); }});
+    static const Solved four = solved({group("P", {leaf("R"), leaf("L"), leaf("C"), group("S", {leaf("R"), leaf("L")})})},
+                                      {{"U", 400}, {"f", 50}, {"R1", 80}, {"L1", 0.3}, {"C1", 22e-6}, {"R2", 30},
+                                       {"L2", 0.1}});
+    out.push_back({"phasor_currents_four", [] { return fl::drawVectors(fl::currentScene(four.root, four.values, true)); }});
+    // The vector sum as the small tools draw it.
+    out.push_back({"phasor_vector_sum", [] {
+                       fl::VectorScene sc;
+                       const fl::Pt v[] = {{3, 4}, {-2, 5}, {6, -1}};
+                       fl::Pt at{};
+                       for (int k = 0; k < 3; ++k) {
+                           sc.vectors.push_back({{0, 0}, v[k], "", "v<sub>" + std::to_string(k + 1) + "</sub>",
+                                                 fl::fmtNumber(std::hypot(v[k].x, v[k].y))});
+                           if (k > 0) sc.vectors.push_back({at, {at.x + v[k].x, at.y + v[k].y}, "", {}, {}, true});
+                           at = {at.x + v[k].x, at.y + v[k].y};
+                       }
+                       sc.vectors.push_back({{0, 0}, at, "res", "v<sub>sum</sub>", fl::fmtNumber(std::hypot(at.x, at.y))});
+                       return fl::drawVectors(sc);
+                   }});
     for (const char* which : {"Z", "U", "I", "Ibook", "S"}) {
         const std::string w = which;
         out.push_back({"triangle_series_" + w, [w] { return fl::circuitTriangle(w, series.root, series.values); }});

@@ -279,6 +279,29 @@ TEST(FormulaFigureTest, theHeightAndTheAreaStayApartAndInsideTheShape) {
     EXPECT_EQ(checked, 300);
 }
 
+// Figures whose labels find their own room: whatever a solve leaves in
+// them, no text runs over a line, an arc or another text, nor out of the figure.
+TEST(FormulaFigureTest, placedLabelsKeepClearOfLinesAndEachOther) {
+    const std::set<std::string> keys = {"vd",  "wire", "sector", "segment", "arc", "circA", "circO",
+                                        "komp", "vec1", "rt",     "trig",    "t45", "cosZ",  "SPQ"};
+    std::mt19937 rng(47);
+    int checked = 0;
+    for (const Formula& f : catalogue()) {
+        if (!keys.count(f.figure)) continue;
+        for (int k = 0; k < 8; ++k) {
+            const auto values = sample::values(f, rng);
+            if (!values) continue;
+            for (const FormulaVar& sought : f.vars) {
+                SCOPED_TRACE(f.key + " seeking " + sought.symbol);
+                const FigureOut fig = formulaFigure(f.figure, *values, sought.symbol);
+                EXPECT_EQ(testing::labelClashes(svgDocument(fig), fig.w, fig.h), "") << svgDocument(fig);
+                ++checked;
+            }
+        }
+    }
+    EXPECT_GT(checked, 300);
+}
+
 TEST(FormulaFigureTest, theSolveDriverShowsTheFigureBesideTheSheet) {
     resetFigures();
     const Formula* ohm = findFormula("ohm");
