@@ -1,5 +1,6 @@
 #include "app/shell/routes.h"
 
+#include "app/pages/circuit/kredspage.h"
 #include "app/pages/class/opgaverpage.h"
 #include "app/pages/formulas/calcpage.h"
 #include "app/pages/formulas/finderpage.h"
@@ -48,10 +49,10 @@ const std::map<std::string, PageCreator>& pageFactory() {
     auto named = [](const char* route) { return [route](PageHost*) { return namedPage(route); }; };
     static const std::map<std::string, PageCreator> table = {
         {"hjem", [](PageHost* h) -> Page* { return new HomePage(h); }},
-        {"kreds", named("kreds")},
-        {"kredsguide", named("kredsguide")},
-        {"kredsac", named("kredsac")},
-        {"kredsguideac", named("kredsguideac")},
+        {"kreds", [](PageHost* h) -> Page* { return new KredsPage(false, false, h); }},
+        {"kredsguide", [](PageHost* h) -> Page* { return new KredsPage(true, false, h); }},
+        {"kredsac", [](PageHost* h) -> Page* { return new KredsPage(false, true, h); }},
+        {"kredsguideac", [](PageHost* h) -> Page* { return new KredsPage(true, true, h); }},
         {"opgaver", [](PageHost* h) -> Page* { return new OpgaverPage(h); }},
         {"trafo", [](PageHost* h) -> Page* { return new TrafoPage(h); }},
         {"trefase", [](PageHost* h) -> Page* { return new TrefasePage(h); }},

@@ -1,0 +1,498 @@
+// The circuit page as a student uses it: a circuit built with the mouse from
+// the home page, values typed, the walkthrough read; the two currents each
+// keeping their circuit; paste, copy and the saved list; fix chips; the guide;
+// a teacher's lock.
+#include "tests/app/fake_host.h"
+#include "tests/app/fresh_app.h"
+
+#include "app/pages/circuit/circuiteditor.h"
+#include "app/pages/circuit/kredspage.h"
+#include "app/pages/formulas/homepage.h"
+#include "app/sheet/resultarea.h"
+#include "app/sheet/sheetview.h"
+#include "app/widgets/valuefield.h"
+#include "fl/circuit/json.h"
+#include "fl/expr/markup.h"
+#include "store/datastore.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QTextBlock>
+#include <QTextDocument>
+
+namespace {
+
+bool contains(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+bool clickLink(app::SheetView* view, const QString& href) {
+    QTextDocument* doc = view->document();
+    for (QTextBlock block = doc->begin(); block.isValid(); block = block.next())
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const QTextFragment frag = it.fragment();
+            if (!frag.charFormat().isAnchor() || frag.charFormat().anchorHref() != href) continue;
+            QTextCursor cursor(doc);
+            cursor.setPosition(frag.position() + frag.length() / 2);
+            QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier,
+                              view->cursorRect(cursor).center());
+            return true;
+        }
+    return false;
+}
+
+// Clears the edit and types as on a keyboard.
+void type(QLineEdit* edit, const QString& text) {
+    QTest::mouseClick(edit, Qt::LeftButton);
+    edit->selectAll();
+    QTest::keyClick(edit, Qt::Key_Delete);
+    for (const QChar c : text) {
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString(c));
+        QApplication::sendEvent(edit, &press);
+    }
+}
+
+std::string sheetText(app::KredsPage* page) {
+    return fl::stripTags(page->resultArea()->view()->markup());
+}
+
+// The id of the node the drawing names `name`.
+std::string idOf(const std::string& name) {
+    std::string id;
+    fl::walk(fl::currentCircuit().root, [&](const fl::CNodePtr& n) {
+        if (n->name == name) id = n->id;
+    });
+    return id;
+}
+
+// Clicks the middle of a component's box in the drawing.
+void clickPart(app::CircuitEditor* editor, const std::string& id) {
+    for (const fl::HitBox& b : editor->hitBoxes())
+        if (b.id == id) {
+            QTest::mouseClick(editor, Qt::LeftButton, {},
+                              editor->toWidget({b.x + b.w / 2, b.y + b.h / 2}).toPoint());
+            return;
+        }
+    ADD_FAILURE() << "no box for " << id;
+}
+
+void clickButton(app::KredsPage* page, const QString& text) {
+    QPushButton* b = page->button(text);
+    ASSERT_NE(b, nullptr) << text.toStdString();
+    QTest::mouseClick(b, Qt::LeftButton);
+}
+
+// Presses the main button and lets the zero timer run the work.
+void run(app::KredsPage* page) {
+    QTest::mouseClick(page->mainButton(), Qt::LeftButton);
+    EXPECT_EQ(page->mainButton()->text(), "Regner…");
+    QTRY_VERIFY(page->mainButton()->isEnabled());
+}
+
+// R1 in series with R2 ∥ R3, with values as text: the circuit of the lesson.
+fl::Circuit lesson(const char* mode = "dc") {
+    fl::Circuit c = fl::defaultCircuit(mode);
+    auto r = [](const char* v) {
+        fl::CNodePtr n = fl::makeNode("R");
+        n->v = v;
+        return n;
+    };
+    fl::CNodePtr p = fl::makeNode("P");
+    p->ch = {r("220"), r("")};
+    p->ch[1]->I = "0,5";
+    c.root->ch = {r("100"), p};
+    c.src["U"] = "230";
+    return c;
+}
+
+class KredsPageTest : public FreshAppTest {
+  protected:
+    void SetUp() override {
+        FreshAppTest::SetUp();
+        fl::resetCurrentCircuitForTest();
+    }
+    void TearDown() override {
+        pages.clear();
+        fl::resetCurrentCircuitForTest();
+        FreshAppTest::TearDown();
+    }
+    app::KredsPage* page(bool guide, bool ac) {
+        pages.push_back(std::make_unique<app::KredsPage>(guide, ac, &host));
+        pages.back()->resize(1000, 900);
+        pages.back()->show();
+        return pages.back().get();
+    }
+    app::test::FakeHost host;
+    std::vector<std::unique_ptr<app::KredsPage>> pages;
+};
+
+TEST_F(KredsPageTest, studentBuildsTheLessonCircuitFromHomeAndEveryNumberOfTheWalkthroughIsRight) {
+    window = std::make_unique<app::MainWindow>();
+    window->resize(1280, 800);
+    window->show();
+    QApplication::processEvents();
+    auto* home = dynamic_cast<app::HomePage*>(window->currentPage());
+    ASSERT_NE(home, nullptr);
+    ASSERT_TRUE(clickLink(home->view(), "go:kreds"));
+    auto* kreds = dynamic_cast<app::KredsPage*>(window->currentPage());
+    ASSERT_NE(kreds, nullptr);
+    EXPECT_EQ(window->windowTitle(), "Tegn et kredsløb – jævnstrøm – Ostrovalden Skole");
+
+    // The default drawing holds R1; select it, add R2 in series, then R3
+    // parallel to R2.
+    clickPart(kreds->editor(), idOf("R1"));
+    EXPECT_EQ(kreds->selectionLabel()->text(), "Valgt: <b>R1 (Modstand)</b>");
+    clickButton(kreds, "+ Modstand i serie");
+    EXPECT_EQ(kreds->selectionLabel()->text(), "Valgt: <b>R2 (Modstand)</b>");
+    clickButton(kreds, "+ Modstand parallelt");
+    EXPECT_EQ(kreds->selectionLabel()->text(), "Valgt: <b>R3 (Modstand)</b>");
+    EXPECT_EQ(kreds->editor()->hitBoxes().size(), 4u); // three resistors and the frame of group A
+
+    type(kreds->sourceField("U")->edit, "230");
+    type(kreds->partField(idOf("R1"), "v"), "100");
+    type(kreds->partField(idOf("R2"), "v"), "220");
+    type(kreds->partField(idOf("R3"), "I"), "0,5");
+    run(kreds);
+
+    const std::string sheet = sheetText(kreds);
+    // By hand: U_A·(1/220 + 1/R3)·100 + U_A = 230 with U_A = 0,5·R3 gives
+    // R3 = 247,5 Ω, U_A = 123,75 V, I = 1,0625 A.
+    for (const char* part :
+         {"R3 = 247,5 Ω", "Rtot=R1 + RA=100 + 116,47=216,47 Ω", "UR1=I · R1=1,0625 · 100=106,25 V",
+          "UA=I · RA=1,0625 · 116,47=123,75 V", "Hele kredsen216,47 Ω230 V1,0625 A244,37 W",
+          "R2220 Ω123,75 V0,5625 A69,609 W", "R3247,5 Ω123,75 V0,5 A61,875 W",
+          "U=UR1 + UA=106,25 V + 123,75 V = 230 V ✓", "IA=IR2 + IR3=0,5625 A + 0,5 A = 1,0625 A ✓"})
+        EXPECT_TRUE(contains(sheet, part)) << part << "\n" << sheet;
+    // Every step names its page in the book and shows a formula.
+    const std::string& html = kreds->resultArea()->view()->markup();
+    int steps = 0;
+    const std::string open = "<div class=\"step\">";
+    for (size_t at = html.find(open); at != std::string::npos; at = html.find(open, at + 1)) {
+        const size_t head = html.find("</p>", at);
+        const std::string title = fl::stripTags(html.substr(at, head - at));
+        const std::string body = fl::stripTags(html.substr(head, html.find(open, head) - head));
+        // The head of the full pass is words only; every step with an
+        // equation names its page.
+        const std::string raw = html.substr(head, html.find(open, head) - head);
+        if (!contains(raw, "class=\"eqs\"")) continue;
+        ++steps;
+        EXPECT_TRUE(contains(title, "(formelsamlingen s. ")) << title;
+        EXPECT_TRUE(contains(body, "=")) << title;
+    }
+    EXPECT_GE(steps, 5);
+    // The fractions of the steps are images of the same rendering pass: each
+    // is drawn, none is the blank of a missing one.
+    QApplication::processEvents();
+    const auto& images = kreds->resultArea()->view()->images();
+    int maths = 0;
+    for (size_t at = html.find("src=\"m:"); at != std::string::npos; at = html.find("src=\"m:", at + 1)) {
+        const QString name = QString::fromStdString(html.substr(at + 5, html.find('"', at + 5) - at - 5));
+        ++maths;
+        ASSERT_TRUE(images.contains(name)) << name.toStdString();
+        EXPECT_GT(images.value(name).value<QImage>().width(), 1) << name.toStdString();
+    }
+    EXPECT_GE(maths, 3);
+    // The model keeps what was typed, as typed, and the store has it.
+    EXPECT_EQ(fl::currentCircuit().src["U"], "230");
+    fl::Circuit stored;
+    ASSERT_TRUE(fl::fromJson(DataStore::instance().get("kreds"), stored));
+    EXPECT_EQ(fl::toText(stored), fl::toText(fl::currentCircuit()));
+    EXPECT_EQ(DataStore::instance().get("recent").asArray().at(0).str, "kreds");
+}
+
+TEST_F(KredsPageTest, unreadableFieldsAreMarkedAndLinksAndQuestionMarksAreNot) {
+    struct Row {
+        const char* column;
+        const char* text;
+        bool bad;
+    };
+    const Row rows[] = {{"v", "4k7", false},  {"v", "=R1", false}, {"v", "abc", true}, {"v", "?", true},
+                        {"U", "12/4", false}, {"I", "1,,2", true}, {"r", "?", false},  {"r", "x", true}};
+    fl::Circuit c = fl::defaultCircuit("ac");
+    fl::CNodePtr coil = fl::makeNode("L");
+    c.root->ch.push_back(coil);
+    fl::setCircuit(c);
+    app::KredsPage* p = page(false, true);
+    for (const Row& r : rows) {
+        SCOPED_TRACE(std::string(r.column) + " " + r.text);
+        QLineEdit* e = p->partField(coil->id, r.column);
+        ASSERT_NE(e, nullptr);
+        type(e, QString::fromUtf8(r.text));
+        EXPECT_EQ(e->property("class").toString() == "err", r.bad);
+        fl::CNodePtr n, parent;
+        ASSERT_TRUE(fl::find(fl::currentCircuit().root, coil->id, &n, &parent));
+        const std::string& member = std::string(r.column) == "v"   ? n->v
+                                    : std::string(r.column) == "r" ? n->r
+                                    : std::string(r.column) == "U" ? n->U
+                                                                   : n->I;
+        EXPECT_EQ(member, r.text); // kept as typed, bad or not
+    }
+    type(p->sourceField("f")->edit, "5O");
+    EXPECT_EQ(p->sourceField("f")->edit->property("class").toString(), "err");
+}
+
+TEST_F(KredsPageTest, eachCurrentKeepsItsOwnCircuitAcrossTheSwitch) {
+    fl::setCircuit(lesson());
+    app::KredsPage* dc = page(false, false);
+    QTest::mouseClick(dc->button("Vekselstrøm (AC)"), Qt::LeftButton);
+    ASSERT_EQ(host.routes.size(), 1u);
+    EXPECT_EQ(host.routes.back(), "kredsac");
+    app::KredsPage* ac = page(false, true);
+    ac->onEnter();
+    EXPECT_EQ(fl::currentCircuit().mode, "ac");
+    EXPECT_EQ(fl::treeSize(fl::currentCircuit().root), 2u); // the default: root and R1
+    clickPart(ac->editor(), idOf("R1"));
+    clickButton(ac, "+ Spole i serie");
+    const std::string acText = fl::toText(fl::currentCircuit());
+
+    QTest::mouseClick(ac->button("Jævnstrøm (DC)"), Qt::LeftButton);
+    EXPECT_EQ(host.routes.back(), "kreds");
+    dc->onEnter();
+    EXPECT_EQ(fl::currentCircuit().src["U"], "230");
+    EXPECT_EQ(fl::treeSize(fl::currentCircuit().root), 5u);
+    ASSERT_NE(dc->partField(idOf("R3"), "I"), nullptr);
+    EXPECT_EQ(dc->partField(idOf("R3"), "I")->text(), "0,5");
+    ac->onEnter();
+    EXPECT_EQ(fl::toText(fl::currentCircuit()), acText);
+}
+
+TEST_F(KredsPageTest, pasteLoadsACircuitMovesAnotherCurrentsAndRefusesEverythingElse) {
+    app::KredsPage* p = page(false, false);
+    const std::string before = fl::toText(fl::currentCircuit());
+    const std::string refusal = "Udklipsholderen indeholder ikke et kredsløb fra Ostrovalden.";
+    const std::string bad[] = {"",
+                               "hej",
+                               "{}",
+                               "[1,2]",
+                               R"({"root":{"k":"S"},"src":{}})",
+                               R"({"root":{"ch":[]},"src":[]})",
+                               std::string(300000, '[') + std::string(300000, ']'),
+                               "{\"root\":{\"ch\":[" + std::string(2000000, ' ') + "]},\"src\":{}}",
+                               "\xff\xfe{\"root\""};
+    for (const std::string& text : bad) {
+        SCOPED_TRACE(text.substr(0, 40));
+        QApplication::clipboard()->setText(QString::fromStdString(text));
+        clickButton(p, "Indsæt kredsløb");
+        EXPECT_EQ(fl::stripTags(p->resultArea()->view()->markup()), refusal);
+        EXPECT_EQ(fl::toText(fl::currentCircuit()), before);
+    }
+
+    // A deep but legal tree loads; the table says it is too big instead of
+    // building thousands of rows.
+    std::string wide = R"({"mode":"dc","src":{"U":"10"},"root":{"k":"S","id":"root","ch":[)";
+    for (int i = 0; i < 1500; ++i)
+        wide += std::string(i ? "," : "") + R"({"k":"R","id":"n)" + std::to_string(i + 5) + R"(","v":"1"})";
+    wide += "]}}";
+    QApplication::clipboard()->setText(QString::fromStdString(wide));
+    clickButton(p, "Indsæt kredsløb");
+    EXPECT_EQ(fl::treeSize(fl::currentCircuit().root), 1501u);
+    EXPECT_EQ(p->partField("n5", "v"), nullptr);
+
+    // The lesson's circuit comes back; an alternating-current circuit goes
+    // to its own page and leaves this one alone.
+    const std::string dcText = fl::toText(lesson()), acText = fl::toText(lesson("ac"));
+    QApplication::clipboard()->setText(QString::fromStdString(dcText));
+    clickButton(p, "Indsæt kredsløb");
+    EXPECT_EQ(fl::toText(fl::currentCircuit()), dcText);
+    EXPECT_FALSE(p->resultArea()->view()->hasContent());
+    QApplication::clipboard()->setText(QString::fromStdString(acText));
+    clickButton(p, "Indsæt kredsløb");
+    EXPECT_EQ(host.routes.back(), "kredsac");
+    EXPECT_EQ(fl::currentCircuit().mode, "ac");
+    fl::Circuit stored;
+    ASSERT_TRUE(fl::fromJson(DataStore::instance().get("kreds_ac"), stored));
+    EXPECT_EQ(fl::toText(stored), acText);
+    ASSERT_TRUE(fl::fromJson(DataStore::instance().get("kreds"), stored));
+    EXPECT_EQ(fl::toText(stored), dcText);
+}
+
+TEST_F(KredsPageTest, copyPutsTheOneLineFormOnTheClipboard) {
+    const fl::Circuit c = lesson();
+    fl::setCircuit(c);
+    app::KredsPage* p = page(false, false);
+    clickButton(p, "Kopiér kredsløb");
+    const QString text = QApplication::clipboard()->text();
+    EXPECT_FALSE(text.contains('\n'));
+    fl::Circuit back;
+    ASSERT_TRUE(fl::fromText(text.toStdString(), back));
+    EXPECT_EQ(fl::toText(back), fl::toText(c));
+    EXPECT_TRUE(contains(sheetText(p), "Kredsløbet er kopieret."));
+}
+
+TEST_F(KredsPageTest, savedCircuitsOverwriteByNameReopenIdenticallyRenameAndDelete) {
+    fl::setCircuit(lesson());
+    app::KredsPage* p = page(false, false);
+    EXPECT_EQ(p->savedList()->itemText(0), "ingen gemte endnu");
+    EXPECT_FALSE(p->findChild<QPushButton*>("saved_Åbn")->isEnabled());
+
+    QString answer;
+    p->askText = [&](const QString&, const QString&, QString* text) {
+        *text = answer;
+        return true;
+    };
+    answer = "  Opgave 3 side 12 ";
+    clickButton(p, "Gem som…");
+    ASSERT_EQ(p->savedList()->count(), 1);
+    EXPECT_EQ(p->savedList()->currentText(), "Opgave 3 side 12");
+    EXPECT_TRUE(contains(p->previewText()->text().toStdString(), "Jævnstrøm · 3 komponenter · U = 230 V"));
+    const std::string first = fl::toText(fl::currentCircuit());
+
+    // Saved again under the same name after a change: overwritten, no question.
+    p->setGiven("U", "400");
+    clickButton(p, "Gem som…");
+    EXPECT_EQ(p->savedList()->count(), 1);
+    answer = "   ";
+    clickButton(p, "Gem som…"); // an empty name does nothing
+    EXPECT_EQ(p->savedList()->count(), 1);
+
+    // Start afresh, then reopen: the same circuit, ids and all.
+    p->confirm = [](const QString&, const QString&) { return true; };
+    clickButton(p, "Start forfra");
+    EXPECT_EQ(fl::treeSize(fl::currentCircuit().root), 2u);
+    QTest::mouseClick(p->findChild<QPushButton*>("saved_Åbn"), Qt::LeftButton);
+    fl::Circuit expected;
+    ASSERT_TRUE(fl::fromText(first, expected));
+    expected.src["U"] = "400";
+    EXPECT_EQ(fl::toText(fl::currentCircuit()), fl::toText(expected));
+
+    answer = "Prøve";
+    clickButton(p, "Omdøb");
+    ASSERT_EQ(p->savedList()->count(), 1);
+    EXPECT_EQ(p->savedList()->currentText(), "Prøve");
+    QString asked;
+    p->confirm = [&](const QString&, const QString& q) {
+        asked = q;
+        return true;
+    };
+    QTest::mouseClick(p->findChild<QPushButton*>("saved_Slet"), Qt::LeftButton);
+    EXPECT_EQ(asked, "Slet det gemte kredsløb \"Prøve\"?");
+    EXPECT_EQ(p->savedList()->itemText(0), "ingen gemte endnu");
+    EXPECT_TRUE(fl::savedCircuitNames().empty());
+
+    // A stored member that is no circuit is told, and nothing changes.
+    DataStore::instance().set("kreds_saved", Json::parse(R"({"Ødelagt":{"root":7}})"));
+    p->onEnter();
+    QString told;
+    p->inform = [&](const QString& title, const QString& text) { told = title + ": " + text; };
+    const std::string now = fl::toText(fl::currentCircuit());
+    QTest::mouseClick(p->findChild<QPushButton*>("saved_Åbn"), Qt::LeftButton);
+    EXPECT_EQ(told, "Åbn kredsløb: Det gemte kredsløb kunne ikke læses.");
+    EXPECT_EQ(fl::toText(fl::currentCircuit()), now);
+}
+
+TEST_F(KredsPageTest, aFixChipOnACapacitorSetsTheValueAndTheSheetComesBackWithoutTheQuestion) {
+    fl::Circuit c = fl::defaultCircuit("ac");
+    c.root->ch[0]->v = "100";
+    fl::CNodePtr cap = fl::makeNode("C");
+    cap->v = "47";
+    c.root->ch.push_back(cap);
+    c.src["U"] = "230";
+    fl::setCircuit(c);
+    app::KredsPage* p = page(false, true);
+    run(p);
+    EXPECT_TRUE(contains(sheetText(p), "urealistisk")) << sheetText(p);
+    const QString href = QString::fromStdString("fix:comp|" + cap->id + "|47u");
+    ASSERT_TRUE(clickLink(p->resultArea()->view(), href));
+    QTRY_VERIFY(p->mainButton()->isEnabled() && p->resultArea()->view()->hasContent());
+    fl::CNodePtr n, parent;
+    ASSERT_TRUE(fl::find(fl::currentCircuit().root, cap->id, &n, &parent));
+    EXPECT_EQ(n->v, "47u");
+    EXPECT_EQ(p->partField(cap->id, "v")->text(), "47u");
+    EXPECT_FALSE(contains(sheetText(p), "urealistisk"));
+    EXPECT_TRUE(contains(sheetText(p), "Kirchhoff")) << sheetText(p);
+
+    // Payloads the page doesn't know change nothing.
+    const std::string now = fl::toText(fl::currentCircuit());
+    for (const char* link : {"fix:comp|n99999|5", "fix:src|U", "fix:what|U|5"})
+        p->handleLink(link);
+    EXPECT_EQ(fl::toText(fl::currentCircuit()), now);
+    p->handleLink("fix:src|U|400");
+    EXPECT_EQ(p->sourceField("U")->text(), "400");
+}
+
+TEST_F(KredsPageTest, theGuideGivesFormulasAndNeverTheNumbers) {
+    fl::setCircuit(lesson());
+    app::KredsPage* p = page(true, false);
+    EXPECT_EQ(p->mainButton()->text(), "Vis fremgangsmåden");
+    run(p);
+    const std::string sheet = sheetText(p);
+    EXPECT_FALSE(sheet.empty());
+    for (const char* number : {"247,5", "1,0625", "123,75"})
+        EXPECT_FALSE(contains(sheet, number)) << number;
+}
+
+// Backwards problems as the Part's words put them: too few givens, none
+// that fits, and two that fit (a note above the sheet, not a refusal).
+TEST_F(KredsPageTest, backwardsProblemsWithoutOneAnswerSaySoInTheirWords) {
+    struct Row {
+        const char* name;
+        std::function<void(fl::Circuit&)> make;
+        const char* text;
+        bool refused;
+    };
+    // R1 with a known power in series with 50 Ω at 100 V.
+    auto powered = [](const char* p) {
+        return [p](fl::Circuit& c) {
+            c.root->ch[0]->P = p;
+            fl::CNodePtr r = fl::makeNode("R");
+            r->v = "50";
+            c.root->ch.push_back(r);
+            c.src["U"] = "100";
+        };
+    };
+    const Row rows[] = {
+        {"empty drawing", [](fl::Circuit& c) { c.root->ch.clear(); }, "Tegn mindst én komponent først.",
+         true},
+        {"too few givens", [](fl::Circuit& c) { c.root->ch[0]->I = "2"; },
+         "Der er 2 ukendte (R1, U), men kun 1 kendt værdi at regne baglæns ud fra.", true},
+        {"no resistor takes 100 W", powered("100"),
+         "Programmet kunne ikke finde værdier, der passer med alle de opgivne tal. Tjek at tallene er "
+         "skrevet "
+         "rigtigt, og at de hører til de rigtige komponenter.",
+         true},
+        {"12,5 Ω and 200 Ω both take 32 W", powered("32"),
+         "Bemærk: der findes også en anden løsning, som passer lige så godt med de opgivne tal: ", false},
+        {"an unreadable field", [](fl::Circuit& c) { c.src["U"] = "to hundrede"; },
+         "Jeg kan ikke læse: kildespænding.", true},
+    };
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.name);
+        fl::Circuit c = fl::defaultCircuit("dc");
+        r.make(c);
+        fl::setCircuit(c);
+        app::KredsPage* p = page(false, false);
+        run(p);
+        const std::string& html = p->resultArea()->view()->markup();
+        EXPECT_EQ(contains(html, "msg bad"), r.refused) << html;
+        EXPECT_TRUE(contains(fl::stripTags(html), r.text)) << html;
+    }
+}
+
+TEST_F(KredsPageTest, aLockedCurrentIsRefusedWithTheTeachersMessage) {
+    app::options().off = {"veksel"};
+    fl::Circuit acCircuit = lesson("ac");
+    app::KredsPage* p = page(false, false);
+    QTest::mouseClick(p->button("Vekselstrøm (AC)"), Qt::LeftButton);
+    EXPECT_TRUE(host.routes.empty());
+    EXPECT_EQ(sheetText(p), "Det er et vekselstrømskredsløb, og din lærer har slået vekselstrøm fra.");
+    const std::string before = fl::toText(fl::currentCircuit());
+    EXPECT_TRUE(p->openElsewhere(acCircuit));
+    EXPECT_EQ(fl::toText(fl::currentCircuit()), before);
+    EXPECT_EQ(fl::currentCircuit().mode, "dc");
+
+    window = std::make_unique<app::MainWindow>();
+    window->navigate("kredsac");
+    EXPECT_EQ(window->currentRoute(), "laast");
+    window->navigate("kreds");
+    EXPECT_EQ(window->currentRoute(), "kreds");
+}
+
+} // namespace
