@@ -254,18 +254,25 @@ void SheetView::rebuild() {
     const QString visible = visibleHtml();
     figSizes = figureSizes(visible);
     cellMaths = cellImages(visible);
+    // The width first: the document lays itself out at every change of its
+    // text or its width, and a long sheet takes that time twice otherwise.
+    if (autoHeight) setDocumentWidth();
     // The body element carries the stylesheet's font, size and colour; a
     // fragment without one gets the widget's font instead.
     QTextEdit::setHtml(QLatin1String("<body>") + visible + QLatin1String("</body>"));
     if (autoHeight) fitHeight();
 }
 
+void SheetView::setDocumentWidth() {
+    // Setting even the same width lays the whole document out again.
+    const qreal width = std::max(viewWidth(), 200);
+    if (document()->textWidth() != width) document()->setTextWidth(width);
+}
+
 void SheetView::fitHeight() {
     if (inFit) return;
     inFit = true;
-    // A new width lays the whole document out again, even the width it has.
-    const qreal width = std::max(viewWidth(), 200);
-    if (document()->textWidth() != width) document()->setTextWidth(width);
+    setDocumentWidth();
     // The stylesheet pads the viewport inside the widget (QTextEdit's
     // padding); the document needs its own height inside that.
     const QMargins vm = viewportMargins();

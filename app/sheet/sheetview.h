@@ -56,6 +56,8 @@ class SheetView : public QTextBrowser {
     // The document stylesheet: the theme's, the view's own rules, then extraCss.
     QString documentStyleSheet() const;
     void fitHeight();
+    // The document's width from the view's, unless it has it already.
+    void setDocumentWidth();
     // The width the document is laid out in.
     int viewWidth() const;
 

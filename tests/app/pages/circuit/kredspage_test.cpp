@@ -145,6 +145,11 @@ TEST_F(KredsPageTest, studentBuildsTheLessonCircuitFromHomeAndEveryNumberOfTheWa
     auto* kreds = dynamic_cast<app::KredsPage*>(window->currentPage());
     ASSERT_NE(kreds, nullptr);
     EXPECT_EQ(window->windowTitle(), "Tegn et kredsløb – jævnstrøm – Ostrovalden Skole");
+    QStringList words;
+    for (const QLabel* l : kreds->findChildren<QLabel*>())
+        words << l->text();
+    EXPECT_TRUE(words.contains("Tegn et kredsløb, jævnstrøm"));
+    EXPECT_TRUE(words.contains("Kredsløb – jævnstrøm"));
 
     // The default drawing holds R1; select it, add R2 in series, then R3
     // parallel to R2.
@@ -325,6 +330,11 @@ TEST_F(KredsPageTest, copyPutsTheOneLineFormOnTheClipboard) {
     ASSERT_TRUE(fl::fromText(text.toStdString(), back));
     EXPECT_EQ(fl::toText(back), fl::toText(c));
     EXPECT_TRUE(contains(sheetText(p), "Kredsløbet er kopieret."));
+
+    // The task sheet gives the drawing and the givens, and solves nothing.
+    clickButton(p, "Opgaveark");
+    EXPECT_TRUE(contains(sheetText(p), "Opgave: regn kredsløbet")) << sheetText(p);
+    EXPECT_FALSE(contains(sheetText(p), "247,5"));
 }
 
 TEST_F(KredsPageTest, savedCircuitsOverwriteByNameReopenIdenticallyRenameAndDelete) {
