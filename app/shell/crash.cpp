@@ -1,9 +1,9 @@
 // The crash handlers. A signal handler may only use async-signal-safe calls,
 // so the record is built in fixed buffers with our own digit formatting and
-// written with open/write/close; backtrace() is warmed up at install time
-// because its first call loads the unwinder (and allocates). dladdr() is not
-// formally safe, but it only reads the loader's tables; a crash inside the
-// loader itself is the one case it could hang on.
+// written with open/read/write/close; backtrace() is warmed up at install time
+// because its first call loads the unwinder (and allocates). The handler
+// names no symbol: it writes raw addresses and a copy of /proc/self/maps, and
+// the next start turns them into module!symbol lines (crashsymbols.cpp).
 #include "app/shell/crash.h"
 
 #include "app/shell/options.h"
@@ -15,7 +15,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
-#include <dlfcn.h>
 #include <exception>
 #include <execinfo.h>
 #include <fcntl.h>
@@ -101,20 +100,10 @@ class Line {
     size_t n_ = 0;
 };
 
-const char* baseName(const char* path) {
-    const char* base = path;
-    for (const char* p = path; *p; ++p)
-        if (*p == '/') base = p + 1;
-    return base;
-}
-
-// "Ostrovalden 1.0.30 crash: exception 0x0000000b at 0x10", then one line
-// per frame: "  #3 libfoo.so!symbol+0x1c" where the loader knows a symbol,
-// else "  #3 ostrovalden+0x2a4f0" (offset from the module's base, ready for
-// addr2line). `exactFirst` says frame 0 is the interrupted instruction itself;
-// every other frame is a return address, which may lie just past the end of
-// its function after a call that never returns, so it is looked up one byte
-// earlier.
+// The raw record: the first line as it stays, one "  #N 0x<address>" line
+// per frame, then "-- maps 1" (frame 0 is the interrupted instruction
+// itself) or "-- maps 0" (every frame is a return address), followed by the
+// process's memory map, which says what module each address lies in.
 void writeRecord(unsigned long code, const void* address, void* const* frames, int count, bool exactFirst) {
     if (!crashPath[0]) return;
     const int fd = ::open(crashPath, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
@@ -128,23 +117,26 @@ void writeRecord(unsigned long code, const void* address, void* const* frames, i
         .pointer(address);
     line.end();
     for (int i = 0; i < count && i < kMaxFrames; ++i) {
-        const uintptr_t pc = reinterpret_cast<uintptr_t>(frames[i]);
-        line.text("  #").dec(unsigned(i)).text(" ");
-        const uintptr_t lookup = (i == 0 && exactFirst) || pc == 0 ? pc : pc - 1;
-        Dl_info info{};
-        if (dladdr(reinterpret_cast<void*>(lookup), &info) && info.dli_fname) {
-            line.text(info.dli_fname[0] ? baseName(info.dli_fname) : "?");
-            if (info.dli_sname && info.dli_saddr)
-                line.text("!")
-                    .text(info.dli_sname)
-                    .text("+0x")
-                    .hex(pc - reinterpret_cast<uintptr_t>(info.dli_saddr));
-            else
-                line.text("+0x").hex(pc - reinterpret_cast<uintptr_t>(info.dli_fbase));
-        } else {
-            line.text("?+0x").hex(pc);
-        }
+        line.text("  #").dec(unsigned(i)).text(" 0x").hex(reinterpret_cast<uintptr_t>(frames[i]));
         line.end();
+    }
+    line.text("-- maps ").text(exactFirst ? "1" : "0");
+    line.end();
+    const int maps = ::open("/proc/self/maps", O_RDONLY | O_CLOEXEC);
+    if (maps >= 0) {
+        char buf[4096];
+        for (;;) {
+            const ssize_t n = ::read(maps, buf, sizeof buf);
+            if (n < 0 && errno == EINTR) continue;
+            if (n <= 0) break;
+            for (ssize_t done = 0; done < n;) {
+                const ssize_t w = ::write(fd, buf + done, size_t(n - done));
+                if (w < 0 && errno == EINTR) continue;
+                if (w <= 0) break;
+                done += w;
+            }
+        }
+        ::close(maps);
     }
     ::close(fd);
 }
@@ -213,8 +205,6 @@ void onTerminate() {
 void installCrashHandler() {
     void* warm[2];
     backtrace(warm, 2);
-    Dl_info info;
-    dladdr(reinterpret_cast<void*>(&installCrashHandler), &info);
 
     stack_t ss{};
     ss.ss_sp = altStack;
