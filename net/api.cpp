@@ -24,12 +24,12 @@ Reply call(const Poster& poster, const std::string& path, const Json& request) {
 
 std::string classKey() { return storeGetString(key::ClassKey); }
 
-std::string makeUid() {
+std::string makeUid(unsigned mix) {
     static const char digits[] = "0123456789abcdef";
     const auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(
                         std::chrono::system_clock::now().time_since_epoch())
                         .count();
-    std::srand(static_cast<unsigned>(ms ^ 0x5bd1e995));
+    std::srand(static_cast<unsigned>(ms) ^ mix);
     std::string uid(24, '0');
     for (char& c : uid) c = digits[std::rand() & 15];
     return uid;

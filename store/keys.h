@@ -38,6 +38,13 @@ inline constexpr char LockedFeature[] = "locked_feature";
 inline constexpr char NoticeSeen[] = "notice_seen";
 // bool: the welcome has been shown. The welcome dialog.
 inline constexpr char WelcomeSeen[] = "welcome_seen";
+// bool, default false: consent to the anonymous usage and crash reports.
+// "Gem og hent mine data".
+inline constexpr char Telemetry[] = "telemetry";
+// string: this copy's anonymous id in the reports. sendReports, at the first report.
+inline constexpr char TelemetryUid[] = "telemetry_uid";
+// number: seconds since the epoch of the last usage report. sendReports.
+inline constexpr char TelemetryLast[] = "telemetry_last";
 
 // ---- The formula library's pages
 

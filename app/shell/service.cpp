@@ -1,14 +1,17 @@
 #include "app/shell/service.h"
 
+#include "app/shell/crash.h"
 #include "app/shell/locks.h"
 #include "app/shell/mainwindow.h"
 #include "app/shell/options.h"
 #include "fl/formulas/routes.h"
 #include "fl/practice/stats.h"
 #include "net/locks.h"
+#include "net/reports.h"
 #include "store/datastore.h"
 #include "store/keys.h"
 
+#include <QDateTime>
 #include <QDeadlineTimer>
 #include <QThread>
 
@@ -104,6 +107,13 @@ void applyResult(MainWindow& window, const net::ServiceResult& result) {
         window.showNotice(n.html, n.id);
 }
 
+void sendStartReports(const std::string& dataDir, const net::Poster& poster) {
+    // Named here, off the interface thread: reading the modules' symbols
+    // takes a moment, and only a record that may be sent is worth it.
+    if (storeGet(key::Telemetry).asBool(false)) symboliseCrashFile(dataDir + "/crash.txt");
+    net::sendReports(dataDir, poster, QDateTime::currentMSecsSinceEpoch() / 1000.0);
+}
+
 void loadClassProfile() {
     const net::Profile p = net::lastProfile();
     options().off = p.off;
@@ -123,6 +133,7 @@ void ServiceJobs::start(bool force) {
     in.force = force;
     // Read on the job's thread: the store locks, and the start doesn't wait for it.
     in.classSummary = [] { return fl::classSummary(fl::loadStats(), fl::loadExams()); };
+    in.sendReports = sendStartReports;
     auto run = job;
     QThread* thread = QThread::create([this, run, in] {
         const net::ServiceResult result = run(in);

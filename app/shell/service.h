@@ -43,6 +43,10 @@ std::vector<Notice> serviceNotices(const net::ServiceResult& result, const std::
 // the notices; with `force` the refresh button comes back.
 void applyResult(MainWindow& window, const net::ServiceResult& result);
 
+// The job's last step: the crash record named, then the usage and crash
+// reports as the student's consent allows.
+void sendStartReports(const std::string& dataDir, const net::Poster& poster);
+
 // The last check-in's profile into the options, before the window is built,
 // so that the first sidebar is already right.
 void loadClassProfile();

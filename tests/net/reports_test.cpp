@@ -1,0 +1,196 @@
+// The anonymous reports: consent, the 20-hour rule and the crash record's
+// fate, against a fake network and a store in a temporary folder.
+#include "net/reports.h"
+
+#include "store/datastore.h"
+#include "store/keys.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <optional>
+
+namespace {
+
+constexpr double kHour = 3600;
+constexpr double kNow = 1.8e9;
+
+struct Sent {
+    std::string path;
+    Json body;
+};
+
+class Reports : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        dir = std::filesystem::temp_directory_path() /
+              ("reports_test_" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) + "_" +
+               ::testing::UnitTest::GetInstance()->current_test_info()->name());
+        std::filesystem::remove_all(dir);
+        std::filesystem::create_directories(dir);
+        DataStore::instance().resetForTest();
+        DataStore::instance().setPath((dir / "data.json").string());
+    }
+    void TearDown() override {
+        DataStore::instance().resetForTest();
+        std::filesystem::remove_all(dir);
+    }
+
+    void writeCrash(const std::string& text) { std::ofstream(dir / "crash.txt", std::ios::binary) << text; }
+    bool crashThere() const { return std::filesystem::exists(dir / "crash.txt"); }
+
+    // Answers every call with `reply`, or fails them all when it is empty.
+    net::Poster poster(std::optional<std::string> reply) {
+        return [this, reply](const std::string& path, const std::string& body, std::string& out, std::string& err) {
+            sent.push_back({path, Json::parse(body)});
+            if (!reply) {
+                err = "Ingen forbindelse til serveren.";
+                return false;
+            }
+            out = *reply;
+            return true;
+        };
+    }
+    const Sent* sentKind(const std::string& kind) const {
+        for (const Sent& s : sent)
+            if (s.body.at("kind").asString() == kind) return &s;
+        return nullptr;
+    }
+
+    std::filesystem::path dir;
+    std::vector<Sent> sent;
+};
+
+TEST_F(Reports, withoutConsentNothingGoesOutAndTheCrashRecordIsDeleted) {
+    for (const Json& consent : {Json(), Json(false), Json("true"), Json(1)}) {
+        SCOPED_TRACE(Json::dump(consent, 0));
+        sent.clear();
+        if (!consent.isNull()) storeSet(key::Telemetry, consent);
+        storeSet(key::UsageStarts, Json(3));
+        writeCrash("Ostrovalden 1.0.30 crash: exception 0x0000000b at 0x10\n");
+        net::sendReports(dir.string(), poster("{}"), kNow);
+        EXPECT_TRUE(sent.empty());
+        EXPECT_FALSE(crashThere());
+        EXPECT_EQ(storeGet(key::UsageStarts).asNumber(-1), 3) << "the counts stay home";
+        EXPECT_EQ(storeGetString(key::TelemetryUid), "");
+    }
+}
+
+TEST_F(Reports, firstStartWithConsentSendsTheUsageAndResetsTheCounts) {
+    storeSet(key::Telemetry, Json(true));
+    storeSet(key::UsageStarts, Json(1));
+    net::sendReports(dir.string(), poster("{}"), kNow);
+    const Sent* usage = sentKind("usage");
+    ASSERT_NE(usage, nullptr);
+    EXPECT_EQ(usage->path, "/telemetry");
+    const std::string uid = storeGetString(key::TelemetryUid);
+    EXPECT_EQ(uid.size(), 24u);
+    EXPECT_EQ(uid.find_first_not_of("0123456789abcdef"), std::string::npos);
+    EXPECT_EQ(usage->body.at("uid").asString(), uid);
+    EXPECT_EQ(usage->body.at("version").asString(), "1.0.30");
+    EXPECT_EQ(Json::dump(usage->body.at("pages"), 0), "{}");
+    EXPECT_EQ(usage->body.at("starts").asNumber(0), 1);
+    EXPECT_EQ(usage->body.obj.size(), 5u) << "no other data go out: " << Json::dump(usage->body, 0);
+    EXPECT_EQ(storeGet(key::UsageStarts).asNumber(-1), 0);
+    EXPECT_EQ(storeGet(key::TelemetryLast).asNumber(0), kNow);
+    EXPECT_FALSE(sentKind("crash"));
+
+    // The uid is made once.
+    storeSet(key::UsageStarts, Json(1));
+    sent.clear();
+    net::sendReports(dir.string(), poster("{}"), kNow + 21 * kHour);
+    ASSERT_NE(sentKind("usage"), nullptr);
+    EXPECT_EQ(sentKind("usage")->body.at("uid").asString(), uid);
+}
+
+struct TimingRow {
+    const char* name;
+    double hoursSinceLast;
+    Json usage;
+    double starts;
+    std::optional<std::string> reply; // none: the network fails
+    bool sends;
+    bool resets;
+    bool movesLast;
+};
+
+TEST_F(Reports, theTwentyHourRule) {
+    const Json pages = Json::parse(R"({"Ohms lov":3,"Forside":2})");
+    const TimingRow rows[] = {
+        {"19 hours after the last", 19, pages, 2, "{}", false, false, false},
+        {"exactly 20 hours after", 20, pages, 2, "{}", false, false, false},
+        {"a little over 20 hours", 20.01, pages, 2, "{}", true, true, true},
+        {"pages alone are enough", 30, pages, 0, "{}", true, true, true},
+        {"nothing counted: nothing sent", 30, Json::object(), 0, "{}", false, false, false},
+        {"usage of another kind counts as none", 30, Json("x"), 0, "{}", false, false, false},
+        {"a failed send waits 20 hours too", 30, pages, 2, std::nullopt, true, false, true},
+        {"a refusal keeps the counts", 30, pages, 2, R"({"error":"Nej."})", true, false, true},
+        {"a reply that is not JSON keeps the counts", 30, pages, 2, "<html>", true, false, true},
+    };
+    for (const TimingRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        sent.clear();
+        storeSet(key::Telemetry, Json(true));
+        const double last = kNow - row.hoursSinceLast * kHour;
+        storeSet(key::TelemetryLast, Json(last));
+        storeSet(key::Usage, row.usage);
+        storeSet(key::UsageStarts, Json(row.starts));
+        net::sendReports(dir.string(), poster(row.reply), kNow);
+        const Sent* usage = sentKind("usage");
+        ASSERT_EQ(usage != nullptr, row.sends);
+        if (usage) {
+            EXPECT_EQ(Json::dump(usage->body.at("pages"), 0),
+                      row.usage.isObject() ? Json::dump(row.usage, 0) : std::string("{}"));
+            EXPECT_EQ(usage->body.at("starts").asNumber(-1), row.starts);
+        }
+        EXPECT_EQ(storeGet(key::TelemetryLast).asNumber(0), row.movesLast ? kNow : last);
+        if (row.resets) {
+            EXPECT_EQ(Json::dump(storeGet(key::Usage), 0), "{}");
+            EXPECT_EQ(storeGet(key::UsageStarts).asNumber(-1), 0);
+        } else {
+            EXPECT_EQ(Json::dump(storeGet(key::Usage), 0), Json::dump(row.usage, 0));
+            EXPECT_EQ(storeGet(key::UsageStarts).asNumber(-1), row.starts);
+        }
+    }
+}
+
+struct CrashRow {
+    const char* name;
+    std::optional<std::string> reply;
+    bool kept;
+};
+
+TEST_F(Reports, theCrashRecordGoesOutWithConsentAndIsDeletedOnlyWhenSent) {
+    const std::string record = "Ostrovalden 1.0.30 crash: exception 0x0000000b at 0x10\n"
+                               "  #0 ostrovalden!app::KredsPage::solve()+0x1c  (kredspage.cpp:88)\n";
+    const CrashRow rows[] = {
+        {"sent", "{}", false},
+        {"the network fails: kept for the next start", std::nullopt, true},
+        {"the server errs: kept", R"({"error":"Serveren er optaget."})", true},
+    };
+    for (const CrashRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        sent.clear();
+        storeSet(key::Telemetry, Json(true));
+        storeSet(key::TelemetryLast, Json(kNow)); // no usage report in the way
+        storeSet(key::UsageStarts, Json(1));
+        writeCrash(record);
+        net::sendReports(dir.string(), poster(row.reply), kNow);
+        const Sent* crash = sentKind("crash");
+        ASSERT_NE(crash, nullptr);
+        EXPECT_EQ(crash->path, "/telemetry");
+        EXPECT_EQ(crash->body.at("text").asString(), record);
+        EXPECT_EQ(crash->body.at("version").asString(), "1.0.30");
+        EXPECT_EQ(crash->body.at("uid").asString(), storeGetString(key::TelemetryUid));
+        EXPECT_EQ(crashThere(), row.kept);
+        EXPECT_FALSE(sentKind("usage"));
+    }
+    // No record, no crash report.
+    std::filesystem::remove(dir / "crash.txt");
+    sent.clear();
+    net::sendReports(dir.string(), poster("{}"), kNow);
+    EXPECT_TRUE(sent.empty());
+}
+
+} // namespace
