@@ -34,7 +34,7 @@ int main(int argc, char** argv) {
 
     // Builds the whole frame, restores the geometry and opens on "hjem".
     auto* window = new app::MainWindow;
-    window->setAboutHandler([window] { app::AboutDialog(window).exec(); });
+    window->setAboutHandler([window] { app::AboutDialog(window, window->currentRoute()).exec(); });
     window->show();
     app::showWelcomeIfFirstRun(window);
 

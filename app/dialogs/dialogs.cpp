@@ -1,5 +1,6 @@
 #include "app/dialogs/dialogs.h"
 
+#include "app/dialogs/bugreportdialog.h"
 #include "app/shell/options.h"
 #include "app/shell/theme.h"
 #include "app/widgets/helpers.h"
@@ -7,6 +8,7 @@
 #include "store/keys.h"
 
 #include <QDialogButtonBox>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPixmap>
 #include <QPushButton>
@@ -81,7 +83,7 @@ WelcomeDialog::WelcomeDialog(QWidget* parent) : QDialog(parent) {
     box->addWidget(buttons);
 }
 
-AboutDialog::AboutDialog(QWidget* parent) : QDialog(parent) {
+AboutDialog::AboutDialog(QWidget* parent, const QString& page) : QDialog(parent) {
     setWindowTitle(QStringLiteral("Om Ostrovalden Skole"));
     auto* box = new QVBoxLayout(this);
     auto* logo = new QLabel(this);
@@ -91,7 +93,14 @@ AboutDialog::AboutDialog(QWidget* parent) : QDialog(parent) {
     auto* buttons = new QDialogButtonBox(this);
     buttons->addButton(QStringLiteral("Luk"), QDialogButtonBox::AcceptRole);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    box->addWidget(buttons);
+    // On the left, apart from "Luk", so that it isn't pressed by mistake.
+    reportButton = new QPushButton(QStringLiteral("Rapportér en fejl…"), this);
+    connect(reportButton, &QPushButton::clicked, this, [this, page] { BugReportDialog(page, this).exec(); });
+    auto* row = new QHBoxLayout;
+    row->addWidget(reportButton);
+    row->addStretch(1);
+    row->addWidget(buttons);
+    box->addLayout(row);
 }
 
 bool showWelcomeIfFirstRun(QWidget* parent) {

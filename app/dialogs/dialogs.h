@@ -5,6 +5,8 @@
 
 #include <QDialog>
 
+class QPushButton;
+
 namespace app {
 
 class WelcomeDialog : public QDialog {
@@ -16,7 +18,10 @@ class WelcomeDialog : public QDialog {
 class AboutDialog : public QDialog {
     Q_OBJECT
   public:
-    explicit AboutDialog(QWidget* parent = nullptr);
+    // `page`: the route on screen, for a bug report opened from here.
+    explicit AboutDialog(QWidget* parent = nullptr, const QString& page = QString());
+
+    QPushButton* reportButton = nullptr;
 };
 
 // Shows the welcome once: when "welcome_seen" isn't true, runs the dialog

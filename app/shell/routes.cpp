@@ -12,6 +12,7 @@
 #include "app/pages/reference/insttestpage.h"
 #include "app/pages/reference/minformpage.h"
 #include "app/pages/reference/ordlistepage.h"
+#include "app/pages/support/datapage.h"
 #include "app/pages/tools/acpages.h"
 #include "app/pages/tools/cablepages.h"
 #include "app/pages/tools/farvepage.h"
@@ -85,7 +86,7 @@ const std::map<std::string, PageCreator>& pageFactory() {
         {"install", [](PageHost* h) -> Page* { return new InstallPage(h); }},
         {"insttest", [](PageHost* h) -> Page* { return new InstTestPage(h); }},
         {"laast", [](PageHost* h) -> Page* { return new LockedPage(h); }},
-        {"minedata", named("minedata")},
+        {"minedata", [](PageHost* h) -> Page* { return new DataPage(h); }},
     };
     return table;
 }
