@@ -9,6 +9,7 @@
 
 #include <sys/socket.h>
 
+#include <cctype>
 #include <csignal>
 #include <cstdio>
 #include <cstring>
@@ -38,7 +39,9 @@ const char* const kUsage =
     "  --signup-code KODE    nye lærerkonti kræver denne kode\n"
     "  --latest-version V    nyeste programversion, som \"/version\" melder, standard: 1.0.30\n"
     "  --download-url URL    hvor den nye version hentes\n"
-    "  --message TEKST       en besked til alle elever på serveren\n";
+    "  --message TEKST       en besked til alle elever på serveren\n"
+    "  --admin E-MAILS       lærerkonti (kommasepareret), der kan se programmets fejlrapporter,\n"
+    "                        nedbrud og brugsstatistik på /rapporter\n";
 
 } // namespace
 
@@ -47,7 +50,7 @@ int main(int argc, char** argv) {
         {"--db", "ostrovalden.db"}, {"--host", "0.0.0.0"}, {"--port", "8443"}, {"--threads", "64"}};
     const std::map<std::string, bool> known = {
         {"--cert", true}, {"--key", true}, {"--db", true}, {"--host", true}, {"--port", true}, {"--threads", true},
-        {"--signup-code", true}, {"--latest-version", true}, {"--download-url", true}, {"--message", true}};
+        {"--signup-code", true}, {"--latest-version", true}, {"--download-url", true}, {"--message", true}, {"--admin", true}};
     for (int i = 1; i < argc; ++i) {
         const std::string name = argv[i];
         if (name == "--help" || name == "-h") {
@@ -109,6 +112,16 @@ int main(int argc, char** argv) {
 
     server::WebSettings settings;
     settings.signupCode = opt["--signup-code"];
+    {
+        std::string list = opt["--admin"] + ",";
+        for (size_t start = 0, comma; (comma = list.find(',', start)) != std::string::npos; start = comma + 1) {
+            std::string email = list.substr(start, comma - start);
+            email.erase(0, email.find_first_not_of(' '));
+            email.erase(email.find_last_not_of(' ') + 1);
+            for (char& c : email) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+            if (!email.empty()) settings.admins.push_back(email);
+        }
+    }
     if (!opt["--latest-version"].empty()) settings.api.latestVersion = opt["--latest-version"];
     settings.api.downloadUrl = opt["--download-url"];
     settings.api.message = opt["--message"];

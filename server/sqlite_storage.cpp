@@ -346,6 +346,16 @@ class SqliteStorage final : public Storage {
         q.run();
     }
 
+    std::vector<Report> reports(double since, size_t limit) override {
+        Reader r = reader();
+        Query q = r.query("SELECT id, kind, IFNULL(class_id, 0), body, at FROM reports WHERE at >= ? "
+                          "ORDER BY at DESC, id DESC LIMIT ?");
+        q.bind(since, static_cast<int64_t>(limit));
+        std::vector<Report> out;
+        while (q.step()) out.push_back({q.int64(0), q.text(1), q.int64(2), q.text(3), q.real(4)});
+        return out;
+    }
+
   private:
     void closeAll() {
         for (ReadConnection& r : readers_) {

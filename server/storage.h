@@ -68,6 +68,16 @@ struct StatsUpload {
     double at = 0;
 };
 
+// What the program sent by itself or the student by hand: kind "bug",
+// "telemetry:usage" or "telemetry:crash", with the request as JSON text.
+struct Report {
+    int64_t id = 0;
+    std::string kind;
+    int64_t classId = 0; // 0 for none
+    std::string body;
+    double at = 0;
+};
+
 class Storage {
   public:
     virtual ~Storage() = default;
@@ -117,6 +127,8 @@ class Storage {
 
     // "/bug" and "/telemetry"; classId 0 for none.
     virtual void addReport(const std::string& kind, int64_t classId, const std::string& body, double now) = 0;
+    // Those received since `since`, newest first, at most `limit`.
+    virtual std::vector<Report> reports(double since, size_t limit) = 0;
 };
 
 // Opens (and on first use creates) the SQLite database at `path`. Throws

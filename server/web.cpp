@@ -9,10 +9,12 @@
 #include "server/classroom.h"
 #include "server/html.h"
 #include "server/pages.h"
+#include "server/reports.h"
 #include "server/storage.h"
 
 #include <httplib.h>
 
+#include <algorithm>
 #include <chrono>
 #include <optional>
 
@@ -165,9 +167,25 @@ class Site {
                     redirect(res, "/klasser");
                 }
         });
+        http.Get("/rapporter", [this](const auto& req, auto& res) {
+            if (auto s = page(req, res)) showReports(*s, res);
+        });
         http.Post(R"(/api(/.*))", [this](const httplib::Request& req, httplib::Response& res) {
             api(res, handleApi(db_, settings_.api, req.matches[1], req.body, now()));
         });
+    }
+
+    void showReports(const Signed& s, httplib::Response& res) {
+        const auto& admins = settings_.admins;
+        if (std::find(admins.begin(), admins.end(), s.teacher.email) == admins.end())
+            return html(res,
+                        errorPage(s.session.csrf, s.teacher.name, "Kun for administratorer",
+                                  "Rapporterne fra programmet kan kun ses af serverens administratorer."),
+                        403);
+        constexpr int kDays = 30;
+        constexpr size_t kMaxReports = 20000;
+        html(res, reportsPage({s.session.csrf, s.teacher.name,
+                               summariseReports(db_.reports(now() - kDays * 86400.0, kMaxReports)), kDays}));
     }
 
     static void api(httplib::Response& res, const ApiReply& reply) {

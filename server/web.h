@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace httplib {
 class Server;
@@ -19,6 +20,9 @@ struct WebSettings {
     // When set, a new teacher account needs it: the school hands it to its
     // teachers, so that nobody else on the network can sign up.
     std::string signupCode;
+    // Sign-in names (lower case) of the teachers who may read the programs'
+    // bug reports, crash records and usage on "/rapporter".
+    std::vector<std::string> admins;
 };
 
 // The handlers refer to what the returned handle holds: keep it as long as

@@ -262,3 +262,35 @@ TEST_F(WebTest, aRefusedTaskFormKeepsWhatWasTyped) {
 }
 
 } // namespace
+
+namespace {
+
+TEST(ReportsPage, onlyAdministratorsReadTheReports) {
+    TestCerts certs;
+    server::WebSettings settings;
+    settings.admins = {"drift@skole.dk"};
+    TestServer srv(certs, settings);
+    srv.db->addReport("bug", 0, R"({"text":"Programmet frøs","contact":""})", 1e12);
+
+    auto visit = [&](const std::string& email) {
+        Browser b(certs, srv.port);
+        b.get("/opret");
+        b.post("/opret", {{"name", "X", "", ""}, {"email", email, "", ""}, {"password", "rigtig-hemmelig", "", ""},
+                          {"password2", "rigtig-hemmelig", "", ""}});
+        return b.get("/rapporter");
+    };
+    httplib::Result admin = visit("Drift@skole.dk");
+    ASSERT_TRUE(admin);
+    EXPECT_EQ(admin->status, 200);
+    EXPECT_NE(admin->body.find("Programmet frøs"), std::string::npos);
+    httplib::Result teacher = visit("ane@skole.dk");
+    ASSERT_TRUE(teacher);
+    EXPECT_EQ(teacher->status, 403);
+    EXPECT_EQ(teacher->body.find("Programmet frøs"), std::string::npos);
+    Browser stranger(certs, srv.port);
+    httplib::Result none = stranger.get("/rapporter");
+    ASSERT_TRUE(none);
+    EXPECT_EQ(none->status, 303) << "to the sign-in";
+}
+
+} // namespace
