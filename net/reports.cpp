@@ -4,6 +4,7 @@
 #include "store/datastore.h"
 #include "store/keys.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -62,8 +63,16 @@ void sendReports(const std::string& dataDir, const Poster& poster, double now) {
         request["pages"] = usage.isObject() ? usage : Json::object();
         request["starts"] = Json(starts);
         if (call(poster, path::Telemetry, request).outcome == 1) {
-            storeSet(key::Usage, Json::object());
-            storeSet(key::UsageStarts, Json(0));
+            // What was sent is taken off; visits the interface counted while
+            // the request was under way stay for the next report.
+            Json left = Json::object();
+            const Json current = storeGet(key::Usage);
+            for (const auto& [page, count] : current.asObject()) {
+                const double rest = count.asNumber(0) - request.at("pages").at(page).asNumber(0);
+                if (rest > 0) left[page] = Json(rest);
+            }
+            storeSet(key::Usage, left);
+            storeSet(key::UsageStarts, Json(std::max(0.0, storeGet(key::UsageStarts).asNumber(0) - starts)));
         }
     }
 

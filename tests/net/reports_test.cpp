@@ -155,6 +155,23 @@ TEST_F(Reports, theTwentyHourRule) {
     }
 }
 
+TEST_F(Reports, visitsCountedWhileTheReportIsUnderWayAreKept) {
+    storeSet(key::Telemetry, Json(true));
+    storeSet(key::Usage, Json::parse(R"({"Ohms lov":3,"Kabel":1})"));
+    storeSet(key::UsageStarts, Json(2));
+    net::sendReports(dir.string(),
+                     [](const std::string&, const std::string&, std::string& out, std::string&) {
+                         // The student goes on working meanwhile.
+                         storeSet(key::Usage, Json::parse(R"({"Ohms lov":5,"Kabel":1,"Forside":1})"));
+                         storeSet(key::UsageStarts, Json(3));
+                         out = "{}";
+                         return true;
+                     },
+                     kNow);
+    EXPECT_EQ(Json::dump(storeGet(key::Usage), 0), R"({"Forside":1,"Ohms lov":2})");
+    EXPECT_EQ(storeGet(key::UsageStarts).asNumber(-1), 1);
+}
+
 struct CrashRow {
     const char* name;
     std::optional<std::string> reply;
