@@ -59,6 +59,15 @@ class Student:
             return e.code, json.loads(e.read())
 
 
+def follow(driver, element):
+    """Clicks what leaves the page and waits for the next page to replace it;
+    otherwise, on a busy machine, the checks after it can read the page being
+    left."""
+    old = driver.find_element(By.TAG_NAME, "html")
+    element.click()
+    WebDriverWait(driver, 30).until(expected_conditions.staleness_of(old))
+
+
 checks = {"passed": 0, "failed": 0}
 
 
@@ -101,26 +110,19 @@ def main():
         def field(name):
             return driver.find_element(By.NAME, name)
 
-        def follow(element):
-            # Wait for the next page to replace this one; otherwise, on a
-            # busy machine, the checks below can read the page being left.
-            old = driver.find_element(By.TAG_NAME, "html")
-            element.click()
-            WebDriverWait(driver, 30).until(expected_conditions.staleness_of(old))
-
         # Sign up and create a class.
         driver.get(base + "/")
         check(driver.current_url.endswith("/login"), "the site starts at the sign-in")
         shot("01-login")
-        follow(driver.find_element(By.LINK_TEXT, "Opret en lærerkonto"))
+        follow(driver, driver.find_element(By.LINK_TEXT, "Opret en lærerkonto"))
         field("name").send_keys("Karen Lærer")
         field("email").send_keys("karen@skole.dk")
         field("password").send_keys("hemmelig-kode-1")
         field("password2").send_keys("hemmelig-kode-1")
-        follow(driver.find_element(By.CSS_SELECTOR, "button.primary"))
+        follow(driver, driver.find_element(By.CSS_SELECTOR, "button.primary"))
         check(driver.current_url.endswith("/klasser"), "a new teacher lands on her classes")
         field("name").send_keys("1. hovedforløb B")
-        follow(driver.find_element(By.CSS_SELECTOR, "button.primary"))
+        follow(driver, driver.find_element(By.CSS_SELECTOR, "button.primary"))
         code = driver.find_element(By.ID, "code").text.replace("-", "")
         check(len(code) == 8, f"the class has a code ({code})")
         class_url = driver.current_url
@@ -131,7 +133,7 @@ def main():
         field("text").send_keys("Find strømmen i R1.\nVis dine mellemregninger.")
         driver.execute_script("arguments[0].value = '2026-12-04'", field("due"))
         field("circuit").send_keys(CIRCUIT)
-        follow(driver.find_element(By.CSS_SELECTOR, "#opgaver button.primary"))
+        follow(driver, driver.find_element(By.CSS_SELECTOR, "#opgaver button.primary"))
         check("Blandet forbindelse" in driver.find_element(By.CSS_SELECTOR, "ul.tasks").text,
               "the task is listed")
         check("Jævnstrøm · 3 komponenter" in driver.page_source, "the circuit was read")
@@ -142,13 +144,13 @@ def main():
         box.click()
         check(driver.find_element(By.CSS_SELECTOR, "input[name=profile][value=egen]").is_selected(),
               "ticking a topic chooses the own profile")
-        follow(driver.find_element(By.CSS_SELECTOR, "#profil button.primary"))
+        follow(driver, driver.find_element(By.CSS_SELECTOR, "#profil button.primary"))
         check(driver.find_element(By.CSS_SELECTOR, "input[name=off][value=ac_komp]").is_selected(),
               "compensation stays off after saving")
 
         # A message to the class.
         field("message").send_keys("Husk lommeregneren til prøven på fredag.")
-        follow(driver.find_element(By.CSS_SELECTOR, "#besked button.primary"))
+        follow(driver, driver.find_element(By.CSS_SELECTOR, "#besked button.primary"))
         shot("02-class")
 
         # The student's copy checks in, fetches and hands in.
@@ -173,7 +175,7 @@ def main():
 
         # The teacher reads the answers.
         driver.get(class_url)
-        follow(driver.find_element(By.LINK_TEXT, "Blandet forbindelse"))
+        follow(driver, driver.find_element(By.LINK_TEXT, "Blandet forbindelse"))
         rows = driver.find_elements(By.CSS_SELECTOR, "table.answers tbody tr")
         names = [r.find_element(By.CSS_SELECTOR, "td").text for r in rows]
         check("<script>alert(1)</script>Ida" in names, "the student's name is shown as text, not run")
@@ -192,7 +194,7 @@ def main():
         check(width <= 390, f"the class page fits a phone ({width} px)")
         shot("04-phone")
 
-        follow(driver.find_element(By.CSS_SELECTOR, "header button.link"))
+        follow(driver, driver.find_element(By.CSS_SELECTOR, "header button.link"))
         driver.get(class_url)
         check(driver.current_url.endswith("/login"), "after signing out the class page asks for a sign-in")
     finally:

@@ -16,7 +16,7 @@ import sys
 import tempfile
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "../../../server"))
-from teacher_browser_test import CIRCUIT, check, checks, make_certs  # noqa: E402
+from teacher_browser_test import CIRCUIT, check, checks, follow, make_certs  # noqa: E402
 
 from selenium import webdriver  # noqa: E402
 from selenium.webdriver.chrome.service import Service  # noqa: E402
@@ -66,9 +66,9 @@ def main():
         field("email").send_keys("karen@skole.dk")
         field("password").send_keys("hemmelig-kode-1")
         field("password2").send_keys("hemmelig-kode-1")
-        driver.find_element(By.CSS_SELECTOR, "button.primary").click()
+        follow(driver, driver.find_element(By.CSS_SELECTOR, "button.primary"))
         field("name").send_keys("1. hovedforløb B")
-        driver.find_element(By.CSS_SELECTOR, "button.primary").click()
+        follow(driver, driver.find_element(By.CSS_SELECTOR, "button.primary"))
         code = driver.find_element(By.ID, "code").text
         check(len(code.replace("-", "")) == 8, f"the class has a code ({code})")
         class_url = driver.current_url
@@ -77,13 +77,13 @@ def main():
         field("title").send_keys("Blandet forbindelse")
         field("text").send_keys("Find strømmen i R1.\nVis dine mellemregninger.")
         field("circuit").send_keys(CIRCUIT)
-        driver.find_element(By.CSS_SELECTOR, "#opgaver button.primary").click()
+        follow(driver, driver.find_element(By.CSS_SELECTOR, "#opgaver button.primary"))
         box = driver.find_element(By.CSS_SELECTOR, "input[name=off][value=ac_komp]")
         driver.execute_script("arguments[0].scrollIntoView()", box)
         box.click()
-        driver.find_element(By.CSS_SELECTOR, "#profil button.primary").click()
+        follow(driver, driver.find_element(By.CSS_SELECTOR, "#profil button.primary"))
         field("message").send_keys("Husk lommeregneren til prøven på fredag.")
-        driver.find_element(By.CSS_SELECTOR, "#besked button.primary").click()
+        follow(driver, driver.find_element(By.CSS_SELECTOR, "#besked button.primary"))
         check("Blandet forbindelse" in driver.page_source, "the teacher's task is posted")
 
         # The student's program, as the teacher handed out the code (with its dash).
@@ -99,7 +99,7 @@ def main():
 
         # The teacher reads the hand-in.
         driver.get(class_url)
-        driver.find_element(By.LINK_TEXT, "Blandet forbindelse").click()
+        follow(driver, driver.find_element(By.LINK_TEXT, "Blandet forbindelse"))
         rows = driver.find_elements(By.CSS_SELECTOR, "table.answers tbody tr")
         texts = [r.text for r in rows]
         check(any("Ida <b>Elev</b>" in t and "0,048 A" in t for t in texts),
