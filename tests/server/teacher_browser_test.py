@@ -21,7 +21,7 @@ import urllib.request
 from selenium import webdriver
 from selenium.webdriver.chrome.service import Service
 from selenium.webdriver.common.by import By
-from selenium.webdriver.support import expected_conditions
+from selenium.common.exceptions import WebDriverException
 from selenium.webdriver.support.ui import WebDriverWait
 
 CIRCUIT = ('{"mode":"dc","src":{"U":"12"},"root":{"k":"S","ch":[{"k":"R","v":"100"},'
@@ -65,7 +65,18 @@ def follow(driver, element):
     left."""
     old = driver.find_element(By.TAG_NAME, "html")
     element.click()
-    WebDriverWait(driver, 30).until(expected_conditions.staleness_of(old))
+
+    def left(_):
+        try:
+            old.is_enabled()
+            return False
+        except WebDriverException:
+            # Stale, or Chromium's "does not belong to the document" while the
+            # next page comes in: either way the old page is gone.
+            return True
+
+    WebDriverWait(driver, 30).until(left)
+    WebDriverWait(driver, 30).until(lambda d: d.execute_script("return document.readyState") == "complete")
 
 
 checks = {"passed": 0, "failed": 0}
