@@ -470,7 +470,6 @@ FigureOut drawFig(Fig& fig) {
     for (const FigEdge& e : fig.edges)
         if (valid(e.a) && valid(e.b) && e.cls.find("hl") != std::string::npos)
             fig.line(screen[e.a].x, screen[e.a].y, screen[e.b].x, screen[e.b].y, "hlL");
-    if (fig.inner) fig.text(c.x, c.y, fig.inner->text, "middle", fig.inner->cls);
 
     for (const FigMark& m : fig.marks) {
         const Pt p = fig.pt(m.p);
@@ -513,6 +512,23 @@ FigureOut drawFig(Fig& fig) {
         } else {
             fig.arc(v.x, v.y, an.radius, std::min(a0, a1), std::max(a0, a1), "ang");
         }
+    }
+    if (fig.inner) {
+        // After the sides' labels and the arcs: at the centroid, or nearer a corner where a side runs through it.
+        std::vector<Canvas::Spot> spots{{c.x, c.y, "middle"}};
+        for (double share : {0.3, 0.5})
+            for (const Pt& p : screen)
+                spots.push_back({c.x + (p.x - c.x) * share, c.y + (p.y - c.y) * share, "middle"});
+        for (double dy : {-12.0, 12.0, -24.0, 24.0})
+            spots.push_back({c.x, c.y + dy, "middle"});
+        // No room inside: above the shape, or beside it.
+        double top = c.y, left = c.x, right = c.x;
+        for (const Pt& p : screen)
+            top = std::min(top, p.y), left = std::min(left, p.x), right = std::max(right, p.x);
+        spots.push_back({c.x, top - 16, "middle"});
+        spots.push_back({right + 12, c.y, "start"});
+        spots.push_back({left - 12, c.y, "end"});
+        fig.textAmong(spots, fig.inner->text, fig.inner->cls);
     }
     // A text on the bisector beyond its arc; where a line or a text is in the
     // way, further out, then towards either side of the angle.

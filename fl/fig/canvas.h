@@ -155,9 +155,10 @@ struct Fig : Canvas {
 };
 
 // Sets 460 by 280 with margins 90 and 36 unless `custom`, widens the margins
-// where a side's label would leave the figure, then: fit, the polygon, preDraw, highlighted edges again with "hlL", the inner
-// mark, marks with labels pushed away from the centroid, edge labels on the
-// outer side, angle arcs, postDraw.
+// where a side's label would leave the figure, then: fit, the polygon,
+// preDraw, highlighted edges again with "hlL", marks with labels pushed away
+// from the centroid, edge labels on the outer side, the inner mark where it
+// covers no line, angle arcs and their texts in free places, postDraw.
 FigureOut drawFig(Fig& fig);
 
 // A chart of curves with a grid and axes through the origin.

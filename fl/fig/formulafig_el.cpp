@@ -23,6 +23,12 @@ void label(Canvas& cv, const Given& g, double x, double y, const std::string& sy
     cv.text(x, y, g.label(symbol, unit, shown), anchor, cls);
 }
 
+// The same at the first of `spots` where it covers nothing drawn so far.
+void labelAmong(Canvas& cv, const Given& g, const std::vector<Canvas::Spot>& spots, const std::string& symbol,
+                const std::string& unit) {
+    cv.textAmong(spots, g.label(symbol, unit), g.cls(symbol));
+}
+
 // A voltage marked between two points: a thin line with a head at the plus end.
 void voltageMark(Canvas& cv, double x1, double y1, double x2, double y2) {
     cv.arrow(x1, y1, x2, y2, "ref", 9, 7);
@@ -53,7 +59,7 @@ FigureOut circFigure(const Given& g) {
     resistorSymbol(cv, {330, 140, true, 0});
     label(cv, g, 104, 140, "U", "V", "end");
     label(cv, g, 346, 140, "R", "Ω", "start");
-    if (g.mentions("P")) label(cv, g, 346, 166, "P", "W", "start");
+    if (g.mentions("P")) labelAmong(cv, g, {{346, 166, "start"}, {230, 180, "middle"}}, "P", "W");
     currentArrow(cv, 230, 60, 1, 0, g.label("I", "A"), g.cls("I").empty() ? "cur" : "hl");
     return {cv.body(), 460, 280, {}};
 }
@@ -68,12 +74,13 @@ FigureOut par2Figure(const Given& g) {
     resistorSymbol(cv, {330, 140, true, 90});
     dot(cv, 230, 50);
     dot(cv, 230, 230);
-    label(cv, g, 214, 140, "R1", "Ω", "end");
-    label(cv, g, 346, 140, "R2", "Ω", "start");
+    cv.rect(196, 34, 170, 212, "gbox", 8);
+    // Inside the frame where they fit, else outside it.
+    labelAmong(cv, g, {{214, 140, "end"}, {184, 140, "end"}, {242, 104, "start"}}, "R1", "Ω");
+    labelAmong(cv, g, {{346, 140, "start"}, {374, 140, "start"}, {242, 176, "start"}, {374, 110, "start"}}, "R2", "Ω");
     currentArrow(cv, 230, 196, 0, 1, "I<sub>1</sub>");
     currentArrow(cv, 330, 196, 0, 1, "I<sub>2</sub>");
     currentArrow(cv, 150, 50, 1, 0, "I");
-    cv.rect(196, 34, 170, 212, "gbox", 8);
     label(cv, g, 281, 262, "Rt", "Ω", "middle");
     return {cv.body(), 460, 280, {}};
 }
@@ -130,10 +137,11 @@ FigureOut battFigure(const Given& g) {
     cv.text(114, 40, cells ? "Batteri (n celler)" : "Batteriet", "start", "glab");
     terminal(cv, 276, 60);
     terminal(cv, 276, 220);
-    label(cv, g, 126, 140, "E", "V", "end");
     label(cv, g, 215, 86, "RI", "Ω", "middle");
     if (g.mentions("UI")) label(cv, g, 215, 108, "UI", "V", "middle");
     if (cells) label(cv, g, 200, 180, "n", "", "middle");
+    // Beside the cell inside the frame, else outside it.
+    labelAmong(cv, g, {{126, 140, "end"}, {98, 140, "end"}, {162, 150, "start"}, {162, 200, "start"}}, "E", "V");
     const std::string current = shorted ? "Ik" : "I";
     if (shorted || g.mentions("I"))
         currentArrow(cv, 338, 60, 1, 0, g.label(current, "A"), g.cls(current).empty() ? "cur" : "hl");
@@ -141,8 +149,8 @@ FigureOut battFigure(const Given& g) {
         resistorSymbol(cv, {340, 220, false, 0});
         label(cv, g, 340, 246, "Ry", "Ω", "middle");
         if (g.mentions("Uy")) {
-            voltageMark(cv, 300, 200, 300, 80);
-            label(cv, g, 308, 140, "Uy", "V", "start");
+            voltageMark(cv, 292, 200, 292, 80);
+            labelAmong(cv, g, {{300, 140, "start"}, {300, 160, "start"}}, "Uy", "V");
         }
     }
     std::string caption = "Batteriet = en ideel spændingskilde E i serie med den indre modstand R<sub>I</sub>";

@@ -28,10 +28,11 @@ bool crosses(Pt a, Pt b, const Box& r) {
 
 bool LabelSpace::free(const Box& b) const {
     if (W > 0 && (b.x0 < inset || b.y0 < inset || b.x1 > W - inset || b.y1 > H - inset)) return false;
-    for (const Box& t : taken)
-        if (t.overlaps(b)) return false;
-    // A little clearance for the lines' own width.
+    // A little clearance for the lines' own width, and a gap between two texts.
     const Box wide{b.x0 - 1.5, b.y0 - 1.5, b.x1 + 1.5, b.y1 + 1.5};
+    const Box spaced{b.x0 - 3, b.y0 - 1, b.x1 + 3, b.y1 + 1};
+    for (const Box& t : taken)
+        if (t.overlaps(spaced)) return false;
     for (const auto& [a, c] : segments)
         if (crosses(a, c, wide)) return false;
     return true;

@@ -282,8 +282,9 @@ TEST(FormulaFigureTest, theHeightAndTheAreaStayApartAndInsideTheShape) {
 // Figures whose labels find their own room: whatever a solve leaves in
 // them, no text runs over a line, an arc or another text, nor out of the figure.
 TEST(FormulaFigureTest, placedLabelsKeepClearOfLinesAndEachOther) {
-    const std::set<std::string> keys = {"vd",  "wire", "sector", "segment", "arc", "circA", "circO",
-                                        "komp", "vec1", "rt",     "trig",    "t45", "cosZ",  "SPQ"};
+    const std::set<std::string> keys = {"vd",  "wire", "sector", "segment", "arc",  "circA", "circO", "komp",
+                                        "vec1", "rt",   "trig",   "t45",     "cosZ", "SPQ",   "circ",
+                                        "batt", "triS", "heron"};
     std::mt19937 rng(47);
     int checked = 0;
     for (const Formula& f : catalogue()) {
