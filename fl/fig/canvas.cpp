@@ -92,6 +92,7 @@ void Canvas::line(double x1, double y1, double x2, double y2, std::string_view c
     s += shapeAttrs(cls);
     s += "/>";
     items.push_back(std::move(s));
+    keep(Shape::Line, {{x1, y1}, {x2, y2}}, cls);
 }
 
 void Canvas::rect(double x, double y, double w, double h, std::string_view cls, double rx) {
@@ -115,6 +116,7 @@ void Canvas::rect(double x, double y, double w, double h, std::string_view cls, 
     s += shapeAttrs(cls);
     s += "/>";
     items.push_back(std::move(s));
+    keep(Shape::Rect, {{x, y}, {w, h}}, cls, rx);
 }
 
 void Canvas::circle(double cx, double cy, double r, std::string_view cls) {
@@ -130,6 +132,7 @@ void Canvas::circle(double cx, double cy, double r, std::string_view cls) {
     s += shapeAttrs(cls);
     s += "/>";
     items.push_back(std::move(s));
+    keep(Shape::Circle, {{cx, cy}}, cls, r);
 }
 
 void Canvas::polygon(const std::vector<Pt>& points, std::string_view cls) {
@@ -139,6 +142,7 @@ void Canvas::polygon(const std::vector<Pt>& points, std::string_view cls) {
             space->segment(points[k], points[(k + 1) % points.size()]);
     }
     items.push_back("<polygon points=\"" + pointList(points) + "\"" + shapeAttrs(cls) + "/>");
+    keep(Shape::Polygon, points, cls);
 }
 
 void Canvas::polyline(const std::vector<Pt>& points, std::string_view cls) {
@@ -148,11 +152,33 @@ void Canvas::polyline(const std::vector<Pt>& points, std::string_view cls) {
             space->segment(points[k], points[k + 1]);
     }
     items.push_back("<polyline points=\"" + pointList(points) + "\"" + shapeAttrs(cls) + "/>");
+    keep(Shape::Polyline, points, cls);
 }
 
 void Canvas::path(const std::string& d, std::string_view cls) {
     if (d.empty()) return;
+    pathItem(d, cls);
+}
+
+void Canvas::pathItem(const std::string& d, std::string_view cls) {
     items.push_back("<path d=\"" + d + "\"" + shapeAttrs(cls) + "/>");
+}
+
+namespace {
+// The number rule of the SVG, so that a painter draws the same pixels.
+double tenth(double v) { return std::round(10.0 * v) / 10.0; }
+} // namespace
+
+void Canvas::keep(Shape::Kind kind, std::vector<Pt> pts, std::string_view cls, double r, double a0, double a1) {
+    if (!keepShapes) return;
+    Shape sh;
+    sh.kind = kind;
+    for (Pt& p : pts)
+        p = {tenth(p.x), tenth(p.y)};
+    sh.pts = std::move(pts);
+    sh.cls = cls;
+    sh.r = tenth(r), sh.a0 = a0, sh.a1 = a1;
+    shapes.push_back(std::move(sh));
 }
 
 namespace {
@@ -192,13 +218,15 @@ std::string arcPath(double cx, double cy, double r, double a0, double a1, bool c
 void Canvas::arc(double cx, double cy, double r, double a0, double a1, std::string_view cls) {
     if (!finite({cx, cy, r, a0, a1}) || r <= 0 || std::fabs(a1 - a0) < 1e-9) return;
     if (space) space->bow({cx, cy}, r, a0 * kDeg, a1 * kDeg, true);
-    path(arcPath(cx, cy, r, a0, a1, true), cls);
+    pathItem(arcPath(cx, cy, r, a0, a1, true), cls);
+    keep(Shape::Sector, {{cx, cy}}, cls, r, a0, a1);
 }
 
 void Canvas::bow(double cx, double cy, double r, double a0, double a1, std::string_view cls) {
     if (!finite({cx, cy, r, a0, a1}) || r <= 0 || std::fabs(a1 - a0) < 1e-9) return;
     if (space) space->bow({cx, cy}, r, a0 * kDeg, a1 * kDeg, false);
-    path(arcPath(cx, cy, r, a0, a1, false), cls);
+    pathItem(arcPath(cx, cy, r, a0, a1, false), cls);
+    keep(Shape::Bow, {{cx, cy}}, cls, r, a0, a1);
 }
 
 void Canvas::arrow(double x1, double y1, double x2, double y2, std::string_view cls, double headLength,
@@ -298,6 +326,16 @@ void Canvas::textAt(double x, double y, std::string_view content, std::string_vi
         appendEscaped(s, text);
         s += "</text>";
         items.push_back(std::move(s));
+        if (keepShapes) {
+            Shape sh;
+            sh.kind = Shape::Text;
+            sh.pts = {{tenth(tx), tenth(ty)}};
+            sh.text = text;
+            sh.font = sized;
+            sh.anchor = a == "middle" ? Shape::Middle : a == "end" ? Shape::End : Shape::Start;
+            sh.halo = isHalo;
+            shapes.push_back(std::move(sh));
+        }
     };
 
     const double base = y + 0.35 * style.size;
@@ -563,6 +601,7 @@ double tickStep(double span, int most) {
 
 FigureOut drawAxes(const AxesSpec& spec) {
     Canvas cv;
+    cv.keepShapes = spec.keepShapes;
     cv.setBounds(spec.W, spec.H);
     double y0 = spec.y0, y1 = spec.y1, x0 = spec.x0, x1 = spec.x1;
     if (!(x1 > x0)) x0 = 0, x1 = 1;
@@ -603,7 +642,7 @@ FigureOut drawAxes(const AxesSpec& spec) {
     if (!spec.xLabel.empty()) cv.text(spec.W - spec.right, map({x1, ay}).y - 12, spec.xLabel, "end", "mut");
     if (!spec.yLabel.empty()) cv.text(map({ax, y1}).x + 8, spec.top + 2, spec.yLabel, "start", "mut");
     if (spec.overlay) spec.overlay(cv, map);
-    return {cv.body(), spec.W, spec.H, {}};
+    return {cv.body(), spec.W, spec.H, {}, std::move(cv.shapes)};
 }
 
 } // namespace fl

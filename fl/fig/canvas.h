@@ -13,9 +13,32 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace fl {
+
+// One element of a drawing as a painter other than SVG takes it: the same
+// pixels and class words as the element's SVG text. A figure redrawn at every
+// slider step is painted from these, since an SVG renderer lays out and
+// strokes each label anew.
+struct Shape {
+    enum Kind { Line, Rect, Circle, Polygon, Polyline, Sector, Bow, Text };
+    Kind kind = Line;
+    // Line: the two ends. Polygon, Polyline: the corners. Rect: the corner,
+    // then width and height. Circle, Sector, Bow: the centre. Text: the
+    // anchor point on the baseline.
+    std::vector<Pt> pts;
+    double r = 0;          // Circle, Sector, Bow: the radius; Rect: the corners' radius
+    double a0 = 0, a1 = 0; // Sector, Bow: degrees as Canvas::arc takes them
+    std::string cls;       // class words for shapeStyle(); empty for a text
+    // Text: one run of letters without markup, its font, and whether this is
+    // the halo in the panel colour painted before the letters.
+    std::string text;
+    TextStyle font;
+    enum Anchor { Start, Middle, End } anchor = Start;
+    bool halo = false;
+};
 
 // The elements of one drawing, in the order of painting.
 class Canvas {
@@ -57,7 +80,8 @@ class Canvas {
     void keepSpace() { space = LabelSpace{{}, {}, boundW, boundH}; }
     std::optional<LabelSpace> space;
 
-    // A raw element, already written.
+    // A raw element, already written. Neither this nor path() is recorded as
+    // a shape: a drawing that uses them is for SVG only.
     void raw(std::string element) { items.push_back(std::move(element)); }
 
     // The drawing's size, when known: a text that would cross an edge is
@@ -75,9 +99,16 @@ class Canvas {
     std::string body() const;
 
     std::vector<std::string> items;
+    // With keepShapes, every element but path() and raw() is also recorded
+    // here, in the same order as `items`.
+    bool keepShapes = false;
+    std::vector<Shape> shapes;
 
   private:
     double boundW = 0, boundH = 0;
+    void keep(Shape::Kind kind, std::vector<Pt> pts, std::string_view cls, double r = 0, double a0 = 0,
+              double a1 = 0);
+    void pathItem(const std::string& d, std::string_view cls);
     void textAt(double x, double y, std::string_view content, std::string_view anchor, const TextStyle& style);
     // Where textAt would put the letters, after moving them inside the bounds.
     Box textBox(double& x, double& y, std::string_view content, std::string_view anchor, TextStyle& style) const;
@@ -89,9 +120,14 @@ std::string svgHead(int w, int h);
 // A finished figure: the elements, its size and the caption that goes below
 // it in the sheet (HTML). An empty body means no figure.
 struct FigureOut {
+    FigureOut() = default;
+    FigureOut(std::string body, int w, int h, std::string caption = {}, std::vector<Shape> shapes = {})
+        : body(std::move(body)), w(w), h(h), caption(std::move(caption)), shapes(std::move(shapes)) {}
+
     std::string body;
     int w = 460, h = 280;
     std::string caption;
+    std::vector<Shape> shapes; // the elements again, when the canvas kept them
     bool empty() const { return body.empty(); }
 };
 // The standalone SVG text of a figure.
@@ -175,6 +211,7 @@ struct AxesSpec {
     std::vector<Curve> curves;
     // Drawn after the curves, with the chart's mapping.
     std::function<void(Canvas&, const std::function<Pt(Pt)>&)> overlay;
+    bool keepShapes = false; // FigureOut::shapes as well
 };
 FigureOut drawAxes(const AxesSpec& spec);
 

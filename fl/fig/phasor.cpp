@@ -48,8 +48,10 @@ FigureOut drawVectors(const VectorScene& scene) {
     // Three layers: grid and ticks below, arrows, labels on top. Labels are
     // placed before the ticks, so that a tick number gives way to a name.
     Canvas grid, arrows, labels;
-    for (Canvas* layer : {&grid, &arrows, &labels})
+    for (Canvas* layer : {&grid, &arrows, &labels}) {
         layer->setBounds(W, H);
+        layer->keepShapes = scene.keepShapes;
+    }
     const Pt lo = unmap({kMargin, H - kMargin}), hi = unmap({W - kMargin, kMargin});
     const double step = tickStep(std::max(hi.x - lo.x, hi.y - lo.y), 13);
     const Pt origin = map({0, 0});
@@ -186,7 +188,11 @@ FigureOut drawVectors(const VectorScene& scene) {
         const double w = textWidth(t, "tick tbig");
         tick({p.x - 5 - w, p.y - 7, p.x - 5, p.y + 7}, p.x - 5, p.y, t, "end");
     }
-    return {grid.body() + arrows.body() + labels.body(), W, H, scene.caption};
+    std::vector<Shape> shapes = std::move(grid.shapes);
+    for (Canvas* layer : {&arrows, &labels})
+        shapes.insert(shapes.end(), std::make_move_iterator(layer->shapes.begin()),
+                      std::make_move_iterator(layer->shapes.end()));
+    return {grid.body() + arrows.body() + labels.body(), W, H, scene.caption, std::move(shapes)};
 }
 
 namespace {

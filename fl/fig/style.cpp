@@ -27,6 +27,7 @@ AttrCache& cache() {
 }
 
 std::string buildShapeAttrs(std::string_view cls);
+ShapeStyle buildShapeStyle(std::string_view cls);
 TextStyle buildTextStyle(std::string_view cls);
 std::string buildTextAttrs(const TextStyle& style, bool halo);
 
@@ -120,6 +121,13 @@ std::string num(double v) {
     return s;
 }
 
+ShapeStyle shapeStyle(std::string_view cls) {
+    static std::unordered_map<std::string, ShapeStyle> known;
+    const std::string key(cls);
+    if (auto it = known.find(key); it != known.end()) return it->second;
+    return known.emplace(key, buildShapeStyle(cls)).first->second;
+}
+
 const std::string& shapeAttrs(std::string_view cls) {
     auto& shapes = cache().shapes;
     const std::string key(cls);
@@ -130,51 +138,72 @@ const std::string& shapeAttrs(std::string_view cls) {
 namespace {
 
 std::string buildShapeAttrs(std::string_view cls) {
+    const ShapeStyle st = shapeStyle(cls);
     const FigColors& c = figColors();
-    const auto col = [&](int slot) { return c.slot[static_cast<size_t>(slot)]; };
-    std::string fill = "none", stroke, width, extra;
+    std::string out = " fill=\"";
+    out += st.fill < 0 ? std::string("none") : c.slot[static_cast<size_t>(st.fill)];
+    out += '"';
+    if (st.stroke >= 0) {
+        out += " stroke=\"" + c.slot[static_cast<size_t>(st.stroke)] + "\"";
+        if (st.width > 0) {
+            out += " stroke-width=\"";
+            appendNum(out, st.width);
+            out += '"';
+        }
+    }
+    if (st.roundJoin) out += " stroke-linejoin=\"round\"";
+    if (st.roundCap) out += " stroke-linecap=\"round\"";
+    if (st.dashOn > 0) {
+        out += " stroke-dasharray=\"";
+        appendNum(out, st.dashOn);
+        out += ' ';
+        appendNum(out, st.dashOff);
+        out += '"';
+    }
+    return out;
+}
+
+ShapeStyle buildShapeStyle(std::string_view cls) {
+    ShapeStyle s;
     const auto has = [&](std::string_view w) { return hasWord(cls, w); };
+    const auto stroke = [&](int slot, double width) { s.fill = -1, s.stroke = slot, s.width = width; };
 
     // Checked in this order; a later word overrides what an earlier one set.
-    if (has("shape")) fill = col(6), stroke = col(2), width = "2", extra += " stroke-linejoin=\"round\"";
-    if (has("ln")) fill = "none", stroke = col(2), width = "2";
-    if (has("hlL") || has("hlArc")) fill = "none", stroke = col(5), width = "4.5", extra += " stroke-linecap=\"round\"";
-    if (has("thin")) fill = "none", stroke = col(3), width = "1.3";
-    if (has("dash")) fill = "none", stroke = col(3), width = "1.5", extra += " stroke-dasharray=\"5 4\"";
-    if (has("axis")) fill = "none", stroke = col(3), width = "1";
-    if (has("grid")) fill = "none", stroke = col(4), width = "1";
-    if (has("ang")) fill = "none", stroke = col(5), width = "1.6";
-    if (has("node")) fill = col(2);
-    if (has("wire")) fill = "none", stroke = col(2), width = "2", extra += " stroke-linejoin=\"round\"";
-    if (has("comp")) fill = col(1), stroke = col(2), width = "2";
-    if (has("gap")) fill = col(1);
-    if (has("plate")) stroke = col(2), width = has("short") ? "5" : "2.5";
-    if (has("hlc")) stroke = col(5), width = "2";
+    if (has("shape")) s.fill = 6, s.stroke = 2, s.width = 2, s.roundJoin = true;
+    if (has("ln")) stroke(2, 2);
+    if (has("hlL") || has("hlArc")) stroke(5, 4.5), s.roundCap = true;
+    if (has("thin")) stroke(3, 1.3);
+    if (has("dash")) stroke(3, 1.5), s.dashOn = 5, s.dashOff = 4;
+    if (has("axis")) stroke(3, 1);
+    if (has("grid")) stroke(4, 1);
+    if (has("ang")) stroke(5, 1.6);
+    if (has("node")) s.fill = 2;
+    if (has("wire")) stroke(2, 2), s.roundJoin = true;
+    if (has("comp")) s.fill = 1, s.stroke = 2, s.width = 2;
+    if (has("gap")) s.fill = 1;
+    if (has("plate")) s.stroke = 2, s.width = has("short") ? 5 : 2.5;
+    if (has("hlc")) s.stroke = 5, s.width = 2;
     const bool ar = has("ar"), ah = has("ah");
-    if (ar) fill = "none", stroke = col(2), width = "2.5";
-    if (ah) fill = col(2), stroke.clear(), width.clear();
+    if (ar) stroke(2, 2.5);
+    if (ah) s.fill = 2, s.stroke = -1, s.width = 0;
     // The colour of an arrow: its line's stroke, its head's fill.
     const auto arrowColour = [&](int slot) {
-        if (ar) stroke = col(slot);
-        if (ah) fill = col(slot);
+        if (ar) s.stroke = slot;
+        if (ah) s.fill = slot;
     };
     if (has("res")) arrowColour(5);
     if (has("cur")) arrowColour(11);
     if (has("ref")) arrowColour(3);
-    if (has("w1")) stroke = col(11);
-    if (has("w2")) stroke = col(12);
+    if (has("w1")) s.stroke = 11;
+    if (has("w2")) s.stroke = 12;
     for (int k = 1; k <= 4; ++k)
-        if (has("seg" + std::to_string(k))) stroke = col(10 + k);
-    if (has("coil")) fill = "none", stroke = col(2), width = "2";
-    if (has("gbox")) fill = "none", stroke = col(3), width = "1.2", extra += " stroke-dasharray=\"4 4\"";
-    if (has("gsel") && has("gbox")) stroke = col(5);
-    if (has("hsel")) fill = col(6), stroke.clear(), width.clear();
-    if (has("hsel") && has("hlc")) stroke = col(5), width = "2";
-
-    std::string out = " fill=\"" + fill + "\"";
-    if (!stroke.empty()) out += " stroke=\"" + stroke + "\"";
-    if (!stroke.empty() && !width.empty()) out += " stroke-width=\"" + width + "\"";
-    return out + extra;
+        if (has("seg" + std::to_string(k))) s.stroke = 10 + k;
+    if (has("coil")) stroke(2, 2);
+    if (has("gbox")) stroke(3, 1.2), s.dashOn = 4, s.dashOff = 4;
+    if (has("gsel") && has("gbox")) s.stroke = 5;
+    if (has("hsel")) s.fill = 6, s.stroke = -1, s.width = 0;
+    if (has("hsel") && has("hlc")) s.stroke = 5, s.width = 2;
+    return s;
 }
 
 } // namespace

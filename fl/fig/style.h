@@ -33,9 +33,17 @@ std::string num(double v);
 // The same, appended to `out` without a temporary.
 void appendNum(std::string& out, double v);
 
-// ` fill=".." stroke=".." stroke-width=".."` and extras for a shape of the
-// blank-separated class words `cls`; unknown words are ignored. Kept until
-// the palette changes.
+// How the blank-separated class words `cls` paint a shape; unknown words
+// are ignored. Slots rather than colours, so that it holds in either theme.
+struct ShapeStyle {
+    int fill = -1, stroke = -1; // palette slots; -1 for none
+    double width = 0;           // of the stroke; 0 leaves the SVG default of 1
+    double dashOn = 0, dashOff = 0; // 0 for a solid stroke
+    bool roundJoin = false, roundCap = false;
+};
+ShapeStyle shapeStyle(std::string_view cls);
+// The same as ` fill=".." stroke=".." stroke-width=".."` and extras. Kept
+// until the palette changes.
 const std::string& shapeAttrs(std::string_view cls);
 
 // The font of a text class.

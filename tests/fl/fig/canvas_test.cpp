@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <random>
 
@@ -184,6 +185,61 @@ TEST(AxesTest, aChartWithCurvesIsWellFormed) {
         c.points.push_back({k * 0.4, 325 * std::sin(k * 0.4 * 0.314)});
     spec.curves.push_back(c);
     EXPECT_EQ(svgProblem(svgDocument(drawAxes(spec))), "");
+}
+
+// A canvas that keeps shapes records each element the SVG holds, as the
+// painter needs it, in either theme; path() and raw() are for SVG alone.
+TEST(CanvasTest, keptShapesAreTheSvgElementsOneForOne) {
+    struct Row {
+        const char* name;
+        std::function<void(Canvas&)> draw;
+        size_t shapes;
+    };
+    const Row rows[] = {
+        {"line of a class", [](Canvas& c) { c.line(1, 2, 30.04, 40, "grid"); }, 1},
+        {"stroke without a width", [](Canvas& c) { c.line(0, 0, 10, 10, "w2"); }, 1},
+        {"dashed", [](Canvas& c) { c.line(0, 5, 80, 5, "dash"); }, 1},
+        {"rounded rectangle", [](Canvas& c) { c.rect(4, 5, 60, 20, "comp", 2); }, 1},
+        {"node", [](Canvas& c) { c.circle(50, 60, 4.5, "node"); }, 1},
+        {"curve", [](Canvas& c) { c.polyline({{0, 0}, {10, 5.55}, {20, 0}}, "w1 ln"); }, 1},
+        {"arrow: a line and a head", [](Canvas& c) { c.arrow(10, 100, 200, 30, "res"); }, 2},
+        {"sector and bow", [](Canvas& c) {
+             c.arc(100, 100, 30, -58.2, 0, "ang");
+             c.bow(100, 100, 20, 10, 200, "thin");
+         }, 2},
+        {"label: halo, then letters", [](Canvas& c) { c.text(100, 50, "f = 50 Hz", "start", "sym"); }, 2},
+        {"subscripts: halos of all runs before the letters",
+         [](Canvas& c) { c.text(200, 50, "f<sub>0</sub> = 71 Hz", "middle", "hl"); }, 6},
+        {"anchored at the end, squeezed to fit", [](Canvas& c) { c.textFit(300, 40, "i / A", "end", "vl2", 12); },
+         2},
+        {"path and raw are left out", [](Canvas& c) {
+             c.path("M0 0 L10 10", "wire");
+             c.raw("<circle cx=\"1\" cy=\"1\" r=\"1\"/>");
+         }, 0},
+    };
+    for (const bool dark : {false, true}) {
+        FigColors colours = lightFigColors();
+        if (dark) colours.slot = {"#0f1115", "#171a21", "#e6e9ef", "#9aa4b2", "#2c313c", "#7aa2ff", "#1d2433",
+                                  "#4cc38a", "#ff6b6b", "#11141a", "#1b1f27", "#3fc1b8", "#ff922b", "#b197fc",
+                                  "#69db7c"};
+        colours.dark = dark;
+        setFigColors(colours);
+        for (const Row& r : rows) {
+            SCOPED_TRACE(std::string(r.name) + (dark ? " (dark)" : ""));
+            Canvas c;
+            c.keepShapes = true;
+            c.setBounds(460, 280);
+            r.draw(c);
+            EXPECT_EQ(c.shapes.size(), r.shapes);
+            if (r.shapes == 0) continue;
+            EXPECT_EQ(testing::shapeProblem(c.shapes, c.document(460, 280)), "");
+            Canvas plain;
+            r.draw(plain);
+            EXPECT_TRUE(plain.shapes.empty());
+            EXPECT_EQ(plain.body(), c.body());
+        }
+    }
+    setFigColors(lightFigColors());
 }
 
 } // namespace

@@ -4,11 +4,12 @@
 // or a locale's comma); and the elements of a figure read back as data.
 #pragma once
 
+#include "fl/fig/canvas.h"
+#include "fl/fig/style.h"
+
 #include <QRegularExpression>
 #include <QSvgRenderer>
 #include <QXmlStreamReader>
-
-#include "fl/fig/style.h"
 
 #include <algorithm>
 #include <charconv>
@@ -263,6 +264,87 @@ inline std::string labelClashes(const std::string& svg, double W, double H) {
         }
     }
     return out.str();
+}
+
+// Empty when the shapes a canvas kept are its SVG elements one for one: the
+// same kind, place, colours and letters; otherwise the first difference.
+// A painter handed the shapes then draws what the SVG shows.
+inline std::string shapeProblem(const std::vector<Shape>& shapes, const std::string& svg) {
+    const std::vector<SvgElement> elements = svgElements(svg);
+    if (shapes.size() != elements.size())
+        return std::to_string(shapes.size()) + " shapes for " + std::to_string(elements.size()) + " elements";
+    static const char* const kTag[] = {"line", "rect", "circle", "polygon", "polyline", "path", "path", "text"};
+    const auto near = [](const SvgElement& e, const char* name, double v) {
+        return e.has(name) && std::fabs(e.num(name) - v) <= 0.051;
+    };
+    const auto colour = [](int slot) { return slot < 0 ? std::string("none") : figColors().slot[size_t(slot)]; };
+    for (size_t i = 0; i < shapes.size(); ++i) {
+        const Shape& s = shapes[i];
+        const SvgElement& e = elements[i];
+        const std::string at = "element " + std::to_string(i) + " <" + e.tag + ">: ";
+        if (e.tag != kTag[s.kind]) return at + "shape of kind " + std::to_string(s.kind);
+        if (s.kind == Shape::Text) {
+            static const char* const kAnchor[] = {"start", "middle", "end"};
+            const std::string anchor = e.has("text-anchor") ? e.attrs.at("text-anchor") : "start";
+            if (s.text != e.text) return at + "text \"" + s.text + "\"";
+            if (s.halo != e.has("stroke")) return at + "halo";
+            if (!near(e, "x", s.pts[0].x) || !near(e, "y", s.pts[0].y)) return at + "place";
+            if (anchor != kAnchor[s.anchor]) return at + "anchor";
+            if (!near(e, "font-size", s.font.size)) return at + "size";
+            if (!s.halo && e.attrs.at("fill") != colour(s.font.colour)) return at + "colour";
+            if (s.font.bold != (e.has("font-weight") && e.attrs.at("font-weight") == "bold")) return at + "weight";
+            if (s.font.italic != e.has("font-style")) return at + "slant";
+            continue;
+        }
+        const ShapeStyle st = shapeStyle(s.cls);
+        if (e.attrs.at("fill") != colour(st.fill)) return at + "fill of \"" + s.cls + "\"";
+        if ((e.has("stroke") ? e.attrs.at("stroke") : "none") != colour(st.stroke))
+            return at + "stroke of \"" + s.cls + "\"";
+        if (st.stroke >= 0 && (st.width > 0 ? !near(e, "stroke-width", st.width) : e.has("stroke-width")))
+            return at + "width of \"" + s.cls + "\"";
+        bool placed = true;
+        switch (s.kind) {
+        case Shape::Line:
+            placed = near(e, "x1", s.pts[0].x) && near(e, "y1", s.pts[0].y) && near(e, "x2", s.pts[1].x) &&
+                     near(e, "y2", s.pts[1].y);
+            break;
+        case Shape::Rect:
+            placed = near(e, "x", s.pts[0].x) && near(e, "y", s.pts[0].y) && near(e, "width", s.pts[1].x) &&
+                     near(e, "height", s.pts[1].y);
+            break;
+        case Shape::Circle:
+            placed = near(e, "cx", s.pts[0].x) && near(e, "cy", s.pts[0].y) && near(e, "r", s.r);
+            break;
+        case Shape::Polygon:
+        case Shape::Polyline: {
+            const QStringList pairs = QString::fromStdString(e.attrs.at("points")).split(u' ', Qt::SkipEmptyParts);
+            placed = pairs.size() == qsizetype(s.pts.size());
+            for (qsizetype k = 0; placed && k < pairs.size(); ++k) {
+                const QStringList xy = pairs[k].split(u',');
+                placed = xy.size() == 2 && std::fabs(svgNum(xy[0].toStdString()) - s.pts[size_t(k)].x) <= 0.051 &&
+                         std::fabs(svgNum(xy[1].toStdString()) - s.pts[size_t(k)].y) <= 0.051;
+            }
+            break;
+        }
+        case Shape::Sector:
+        case Shape::Bow: {
+            // The path starts at the centre for a sector, on the bow otherwise.
+            const double a = s.a0 * M_PI / 180;
+            const Pt start = s.kind == Shape::Sector
+                                 ? s.pts[0]
+                                 : Pt{s.pts[0].x + s.r * std::cos(a), s.pts[0].y - s.r * std::sin(a)};
+            const QStringList d = QString::fromStdString(e.attrs.at("d")).mid(1).split(u' ');
+            placed = d.size() > 2 && std::fabs(svgNum(d[0].toStdString()) - start.x) <= 0.051 &&
+                     std::fabs(svgNum(d[1].toStdString()) - start.y) <= 0.051 &&
+                     (s.kind == Shape::Sector) == e.attrs.at("d").ends_with('Z');
+            break;
+        }
+        case Shape::Text:
+            break;
+        }
+        if (!placed) return at + "place";
+    }
+    return {};
 }
 
 } // namespace fl::testing
