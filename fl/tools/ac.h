@@ -6,6 +6,7 @@
 #pragma once
 
 #include "fl/fig/canvas.h"
+#include "fl/fig/phasor.h"
 #include "fl/tools/frame.h"
 
 #include <array>
@@ -43,6 +44,8 @@ ToolOut acSeries(const FormMap& form, std::map<std::string, double>* values = nu
 // each part that is there (U_R along I, U_L up, U_C down), the same added
 // head to tail, and their sum U with the angle φ. Empty without a current.
 FigureOut seriesPhasors(const SeriesRlcValues& v, bool hasR, bool hasL, bool hasC);
+// The scene of that diagram, before it is drawn; no vectors without a current.
+VectorScene seriesPhasorScene(const SeriesRlcValues& v, bool hasR, bool hasL, bool hasC);
 
 // "induktiv", "kapacitiv" or "ohmsk" by the sign of the reactance; below
 // 1e-12 of the impedance it counts as none.
@@ -69,9 +72,10 @@ inline constexpr int kSliderSteps = 1000;
 
 // Everything the demonstration shows for one setting, drawn anew at every
 // move: u and i over two periods, the phasors, the current over frequency
-// with f and f₀ marked, and a line of the values.
+// with f and f₀ marked, and a line of the values. The figures carry their
+// shapes, for the page to paint without an SVG renderer.
 struct DemoView {
-    std::string curves, phasors, resonance; // SVG documents
+    FigureOut curves, phasors, resonance;
     std::string readout;                    // HTML
     bool resonant = false;
 };

@@ -1,7 +1,7 @@
 // The demonstration of the series circuit: logarithmic sliders, the test for
 // resonance, and the pictures redrawn at every move. Everything here runs
 // on each slider step, so it computes straight from SeriesRlcValues and
-// writes each figure in one pass.
+// writes each figure in one pass, as SVG and as shapes for the page's painter.
 #include "fl/tools/ac.h"
 
 #include "fl/expr/numbers.h"
@@ -30,6 +30,7 @@ FigureOut curveFigure(const DemoSetting& s, const SeriesRlcValues& v) {
     const double uPeak = std::sqrt(2.0) * v.U, iPeak = std::sqrt(2.0) * v.I;
     const double shift = v.phi * M_PI / 180;
     AxesSpec spec;
+    spec.keepShapes = true;
     spec.right = 52;
     spec.x0 = 0, spec.x1 = 2 * period;
     spec.y0 = -uPeak, spec.y1 = uPeak;
@@ -68,6 +69,7 @@ FigureOut resonanceFigure(const DemoSetting& s, const SeriesRlcValues& v) {
     const double fMax = std::max({2.2 * v.f0, 1.25 * s.f, 10.0});
     const double top = s.U / s.R; // the current at resonance
     AxesSpec spec;
+    spec.keepShapes = true;
     spec.W = 940, spec.H = 240;
     spec.x0 = 0, spec.x1 = fMax;
     spec.y0 = 0, spec.y1 = top;
@@ -134,9 +136,11 @@ DemoView demoView(const DemoSetting& s) {
     const SeriesRlcValues v = solve(s, s.f);
     DemoView view;
     view.resonant = atResonance(v, s.f);
-    view.curves = svgDocument(curveFigure(s, v));
-    view.phasors = svgDocument(seriesPhasors(v, true, true, true));
-    view.resonance = svgDocument(resonanceFigure(s, v));
+    view.curves = curveFigure(s, v);
+    VectorScene phasors = seriesPhasorScene(v, true, true, true);
+    phasors.keepShapes = true;
+    view.phasors = drawVectors(phasors);
+    view.resonance = resonanceFigure(s, v);
     view.readout = readoutLine(s, v, view.resonant);
     return view;
 }

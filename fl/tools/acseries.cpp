@@ -97,6 +97,10 @@ FigureOut impedanceTriangle(double r, double xl, double xc, bool l, bool c) {
 } // namespace
 
 FigureOut seriesPhasors(const SeriesRlcValues& v, bool hasR, bool hasL, bool hasC) {
+    return drawVectors(seriesPhasorScene(v, hasR, hasL, hasC));
+}
+
+VectorScene seriesPhasorScene(const SeriesRlcValues& v, bool hasR, bool hasL, bool hasC) {
     if (!(v.I > 0) || !std::isfinite(v.I) || !std::isfinite(v.U)) return {};
     // Relative to the current: U_R along it, U_L a quarter turn ahead, U_C behind.
     std::vector<std::pair<std::string, Pt>> parts;
@@ -128,7 +132,7 @@ FigureOut seriesPhasors(const SeriesRlcValues& v, bool hasR, bool hasL, bool has
     sc.caption = "Vektordiagram for spændingerne: strømmen I ligger vandret. Spændingen over en modstand er i fase "
                  "med I, over en spole 90° før (opad), over en kondensator 90° efter (nedad). Tilsammen giver de "
                  "kildespændingen U (blå).";
-    return drawVectors(sc);
+    return sc;
 }
 
 std::string reactiveWord(double X, double Z) {

@@ -2,7 +2,7 @@
 
 #include "app/widgets/helpers.h"
 #include "app/widgets/page.h"
-#include "app/widgets/svgview.h"
+#include "app/widgets/figureview.h"
 #include "app/widgets/valuefield.h"
 
 #include <QGridLayout>
@@ -107,9 +107,9 @@ AcDemoPage::AcDemoPage(PageHost* h, QWidget* parent) : Page(parent), host(h) {
     auto* figures = new QGridLayout;
     figures->setHorizontalSpacing(14);
     figures->setVerticalSpacing(8);
-    curveView = new SvgView;
-    phasorView = new SvgView;
-    resonanceView = new SvgView;
+    curveView = new FigureView;
+    phasorView = new FigureView;
+    resonanceView = new FigureView;
     figures->addWidget(label(QStringLiteral("Spænding og strøm over tid"), QStringLiteral("sh")), 0, 0);
     figures->addWidget(label(QStringLiteral("Visere"), QStringLiteral("sh")), 0, 1);
     figures->addWidget(curveView, 1, 0);
@@ -148,11 +148,11 @@ void AcDemoPage::redraw() {
     const double v[] = {now.R, now.L, now.C, now.f};
     for (size_t q = 0; q < 4; ++q)
         values[q]->setText(qs(fl::tool::formatValue(v[q], ranges[q].unit)));
-    const fl::DemoView view = fl::demoView(now);
+    fl::DemoView view = fl::demoView(now);
     readoutLabel->setText(qs(view.readout));
-    curveView->setSvg(view.curves);
-    phasorView->setSvg(view.phasors);
-    resonanceView->setSvg(view.resonance);
+    curveView->setFigure(std::move(view.curves));
+    phasorView->setFigure(std::move(view.phasors));
+    resonanceView->setFigure(std::move(view.resonance));
     toResonance->setEnabled(!view.resonant);
 }
 

@@ -15,7 +15,7 @@ class QSlider;
 
 namespace app {
 
-class SvgView;
+class FigureView;
 
 class AcPage : public ToolPage {
     Q_OBJECT
@@ -31,9 +31,9 @@ class AcDemoPage : public Page {
 
     enum Quantity { R, L, C, F };
     QSlider* slider(Quantity q) const { return sliders[q]; }
-    SvgView* curves() const { return curveView; }
-    SvgView* phasors() const { return phasorView; }
-    SvgView* resonance() const { return resonanceView; }
+    FigureView* curves() const { return curveView; }
+    FigureView* phasors() const { return phasorView; }
+    FigureView* resonance() const { return resonanceView; }
     QLabel* readout() const { return readoutLabel; }
     QPushButton* resonanceButton() const { return toResonance; }
     const fl::DemoSetting& setting() const { return now; }
@@ -55,9 +55,9 @@ class AcDemoPage : public Page {
     std::array<QLabel*, 4> values{};
     QLabel* readoutLabel = nullptr;
     QPushButton* toResonance = nullptr;
-    SvgView* curveView = nullptr;
-    SvgView* phasorView = nullptr;
-    SvgView* resonanceView = nullptr;
+    FigureView* curveView = nullptr;
+    FigureView* phasorView = nullptr;
+    FigureView* resonanceView = nullptr;
     fl::DemoSetting now;
     bool settling = false; // while show() moves all four sliders: one redraw at the end
 };

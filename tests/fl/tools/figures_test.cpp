@@ -20,6 +20,7 @@ namespace fl {
 namespace {
 
 using SmallFigures = SettingsTest;
+using testing::shapeProblem;
 using testing::svgProblem;
 using testing::svgText;
 
@@ -140,12 +141,16 @@ TEST_F(SmallFigures, theDemonstrationDrawsEverySettingOfItsSliders) {
         SCOPED_TRACE(std::to_string(s.R) + " Ω, " + std::to_string(s.L) + " H, " + std::to_string(s.C) + " F, " +
                      std::to_string(s.f) + " Hz");
         const DemoView view = demoView(s);
-        EXPECT_EQ(svgProblem(view.curves), "");
-        EXPECT_EQ(svgProblem(view.phasors), "");
-        EXPECT_EQ(svgProblem(view.resonance), "");
+        // The page paints the shapes: they must be what the SVG says.
+        for (const FigureOut* fig : {&view.curves, &view.phasors, &view.resonance}) {
+            const std::string svg = svgDocument(*fig);
+            EXPECT_EQ(svgProblem(svg), "");
+            EXPECT_EQ(shapeProblem(fig->shapes, svg), "");
+        }
         // "?" is what the formatter shows for a number that isn't finite.
         EXPECT_FALSE(contains(htmlToPlain(view.readout), "?")) << view.readout;
-        EXPECT_TRUE(contains(svgText(view.resonance), "f|0| = ")) << svgText(view.resonance);
+        const std::string resonance = svgText(svgDocument(view.resonance));
+        EXPECT_TRUE(contains(resonance, "f|0| = ")) << resonance;
     }
 }
 
@@ -173,7 +178,8 @@ TEST_F(SmallFigures, theDemonstrationSaysWhichSideOfResonanceItIsOn) {
         const DemoView view = demoView(s);
         EXPECT_EQ(view.resonant, r.resonant);
         EXPECT_TRUE(contains(htmlToPlain(view.readout), r.says)) << view.readout;
-        EXPECT_EQ(contains(svgText(view.resonance), "f = "), r.marksF) << svgText(view.resonance);
+        const std::string resonance = svgText(svgDocument(view.resonance));
+        EXPECT_EQ(contains(resonance, "f = "), r.marksF) << resonance;
     }
 }
 

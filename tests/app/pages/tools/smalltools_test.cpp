@@ -11,6 +11,7 @@
 #include "app/sheet/resultarea.h"
 #include "app/sheet/sheetview.h"
 #include "app/shell/routes.h"
+#include "app/widgets/figureview.h"
 #include "app/widgets/svgview.h"
 #include "app/widgets/valuefield.h"
 #include "fl/expr/markup.h"
@@ -231,14 +232,14 @@ TEST_F(SmallToolsTest, acPageShowsThePhasorsAndTheTriangleBesideItsSteps) {
 
 TEST_F(SmallToolsTest, demonstrationRedrawsAtEveryMoveAndFindsResonance) {
     app::AcDemoPage page(&host);
-    const std::string curves = page.curves()->svg(), readout = page.readout()->text().toStdString();
+    const std::string curves = page.curves()->figure().body, readout = page.readout()->text().toStdString();
     EXPECT_FALSE(page.phasors()->isEmpty());
     EXPECT_FALSE(page.resonance()->isEmpty());
     EXPECT_TRUE(contains(readout, "kapacitiv")) << readout; // 50 Hz is below f₀ = 71 Hz
 
     QSlider* f = page.slider(app::AcDemoPage::F);
     f->setValue(f->value() + 1);
-    EXPECT_NE(page.curves()->svg(), curves);
+    EXPECT_NE(page.curves()->figure().body, curves);
     EXPECT_NE(page.readout()->text().toStdString(), readout);
     // Only the moved quantity changes.
     EXPECT_DOUBLE_EQ(page.setting().C, 10e-6);
@@ -254,10 +255,10 @@ TEST_F(SmallToolsTest, demonstrationRedrawsAtEveryMoveAndFindsResonance) {
     EXPECT_TRUE(page.readout()->text().contains("Resonans"));
 
     // A change of theme draws the same setting in the other colours.
-    const std::string light = page.curves()->svg();
+    const std::string light = page.curves()->figure().body;
     app::setThemeMode(app::ThemeDark);
     page.onTheme();
-    EXPECT_NE(page.curves()->svg(), light);
+    EXPECT_NE(page.curves()->figure().body, light);
 }
 
 } // namespace
