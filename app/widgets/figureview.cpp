@@ -6,8 +6,10 @@
 #include <QPainter>
 #include <QPainterPath>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <vector>
 
 namespace app {
 
@@ -41,13 +43,44 @@ const FontEntry& fontFor(const fl::TextStyle& st, double scale, int dpi) {
     return *fonts.insert(key, {f, QFontMetricsF(f)});
 }
 
-// A halo: the letters' outline filled and stroked 4 px wide with round
-// joins in the panel colour, rendered once and kept, since the stroker is
-// what makes labels dear.
+// A halo: the letters widened by 2 px on every side in the panel colour, as
+// the SVG's stroke of 4 with round joins widens them. The letters come from
+// the glyph cache and are widened by a disc, which costs far less than
+// stroking their outlines; kept per text and font.
 struct Halo {
     QImage image;
     QPointF topLeft; // from the run's start on the baseline
 };
+
+QImage widened(const QImage& letters, double radius, QRgb colour) {
+    struct Tap {
+        int dx, dy;
+        int weight; // of 256: the disc's edge is soft
+    };
+    std::vector<Tap> taps;
+    const int reach = int(std::ceil(radius));
+    for (int dy = -reach; dy <= reach; ++dy)
+        for (int dx = -reach; dx <= reach; ++dx) {
+            const double cover = std::clamp(radius + 0.5 - std::hypot(dx, dy), 0.0, 1.0);
+            if (cover > 0) taps.push_back({dx, dy, int(std::lround(cover * 256))});
+        }
+    const int w = letters.width(), h = letters.height();
+    QImage out(letters.size(), QImage::Format_ARGB32_Premultiplied);
+    for (int y = 0; y < h; ++y) {
+        auto* line = reinterpret_cast<QRgb*>(out.scanLine(y));
+        for (int x = 0; x < w; ++x) {
+            int most = 0;
+            for (const Tap& t : taps) {
+                const int sx = x + t.dx, sy = y + t.dy;
+                if (sx < 0 || sy < 0 || sx >= w || sy >= h) continue;
+                const int a = qAlpha(reinterpret_cast<const QRgb*>(letters.constScanLine(sy))[sx]) * t.weight;
+                most = std::max(most, a);
+            }
+            line[x] = qPremultiply(qRgba(qRed(colour), qGreen(colour), qBlue(colour), most >> 8));
+        }
+    }
+    return out;
+}
 
 const Halo& haloFor(const QString& text, const FontEntry& font, quint64 key, double scale, QRgb colour,
                     qreal ratio) {
@@ -57,23 +90,20 @@ const Halo& haloFor(const QString& text, const FontEntry& font, quint64 key, dou
     const QString id = text + QChar(0x1f) + QString::number(key) + QChar(0x1f) + QString::number(colour) +
                        QChar(0x1f) + QString::number(ratio);
     if (auto it = halos.constFind(id); it != halos.constEnd()) return *it;
-    QPainterPath path;
-    path.addText(0, 0, font.font, text);
-    const double w = 4 * scale;
-    const QRectF box = path.boundingRect().adjusted(-w / 2 - 1, -w / 2 - 1, w / 2 + 1, w / 2 + 1);
+    const double grow = 2 * scale;
+    const QRectF box = font.metrics.boundingRect(text).adjusted(-grow - 2, -grow - 2, grow + 2, grow + 2);
+    QImage letters((box.size() * ratio).toSize() + QSize(1, 1), QImage::Format_ARGB32_Premultiplied);
+    letters.setDevicePixelRatio(ratio);
+    letters.fill(Qt::transparent);
+    QPainter q(&letters);
+    q.setFont(font.font);
+    q.setPen(Qt::black);
+    q.drawText(-box.topLeft(), text);
+    q.end();
     Halo h;
     h.topLeft = box.topLeft();
-    h.image = QImage((box.size() * ratio).toSize() + QSize(1, 1), QImage::Format_ARGB32_Premultiplied);
+    h.image = widened(letters, grow * ratio, colour);
     h.image.setDevicePixelRatio(ratio);
-    h.image.fill(Qt::transparent);
-    QPainter q(&h.image);
-    q.setRenderHint(QPainter::Antialiasing, true);
-    q.translate(-box.topLeft());
-    const QColor c = QColor::fromRgb(colour);
-    q.setPen(QPen(c, w, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    q.setBrush(c);
-    q.drawPath(path);
-    q.end();
     return *halos.insert(id, std::move(h));
 }
 
@@ -168,6 +198,9 @@ void paintShapes(QPainter& p, const std::vector<fl::Shape>& shapes, double scale
 }
 
 FigureView::FigureView(QWidget* parent) : QWidget(parent) {
+    // The figure lies on a card of the panel colour: painting that colour
+    // itself spares the card and the window beneath a repaint at every step.
+    setAttribute(Qt::WA_OpaquePaintEvent);
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
@@ -192,11 +225,12 @@ int FigureView::heightForWidth(int width) const {
 }
 
 void FigureView::paintEvent(QPaintEvent*) {
+    QPainter p(this);
+    p.fillRect(rect(), QColor(QLatin1String(fl::figColors().slot[1].c_str())));
     if (natural.isEmpty()) return;
     double scale = 1;
     if (natural.width() > width()) scale = double(width()) / natural.width();
     if (natural.height() * scale > height()) scale = double(height()) / natural.height();
-    QPainter p(this);
     p.setRenderHint(QPainter::Antialiasing, true);
     p.setRenderHint(QPainter::TextAntialiasing, true);
     paintShapes(p, fig.shapes, scale, QPointF((width() - natural.width() * scale) / 2, 0));

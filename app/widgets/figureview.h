@@ -2,7 +2,7 @@
 // natural size or smaller when the column is narrower, never distorted: for
 // figures redrawn at every slider step, where an SVG renderer would lay out
 // and stroke every label anew. Letters come from the glyph cache; a label's
-// halo is stroked once per text and font and kept as an image.
+// halo is widened from them once per text and font and kept as an image.
 #pragma once
 
 #include "fl/fig/canvas.h"

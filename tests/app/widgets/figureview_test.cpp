@@ -66,9 +66,9 @@ double blockDifference(const QImage& a, const QImage& b) {
 }
 
 // Below it: the same picture. The demonstration's figures measure up to
-// about 37 (glyph edges and sub-pixel placement); every broken row below
+// about 23 (glyph edges and sub-pixel placement); every broken row below
 // lies above 50.
-constexpr double kSame = 44;
+constexpr double kSame = 36;
 
 TEST_F(FigureViewTest, paintsTheDemonstrationAsTheSvgRendererShowsIt) {
     const fl::DemoSetting base;
