@@ -33,6 +33,47 @@ QLabel* label(const QString& text, const QString& cls) {
 
 } // namespace
 
+// A QLabel asks its layout for a new pass at every setText, and for this page
+// that pass cost more than drawing the figures. The label sits alone in this
+// box, which asks only when the text needs another height.
+class LiveText : public QWidget {
+  public:
+    explicit LiveText(const QString& cls) : text(label(QString(), cls)) {
+        text->setParent(this);
+        QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+        policy.setHeightForWidth(true);
+        setSizePolicy(policy);
+    }
+    QLabel* inner() const { return text; }
+
+    void setText(const QString& t) {
+        if (t == text->text()) return;
+        text->setText(t);
+        const QSize least = text->minimumSizeHint();
+        const int tall = text->heightForWidth(width());
+        if (least != shownLeast || tall != shownTall) {
+            shownLeast = least, shownTall = tall;
+            updateGeometry();
+        }
+    }
+
+    QSize sizeHint() const override { return text->sizeHint(); }
+    QSize minimumSizeHint() const override { return text->minimumSizeHint(); }
+    bool hasHeightForWidth() const override { return true; }
+    int heightForWidth(int width) const override { return text->heightForWidth(width); }
+
+  protected:
+    void resizeEvent(QResizeEvent*) override {
+        text->setGeometry(rect());
+        shownTall = text->heightForWidth(width());
+    }
+
+  private:
+    QLabel* text;
+    QSize shownLeast; // what the layout was last told
+    int shownTall = -1;
+};
+
 AcPage::AcPage(PageHost* h, QWidget* parent)
     : ToolPage(h, QStringLiteral("Vekselstrømskreds (R, L, C i serie)"),
                QStringLiteral("Skriv R, L og C – et felt, der står tomt, er en del, der ikke er med – og "
@@ -80,7 +121,7 @@ AcDemoPage::AcDemoPage(PageHost* h, QWidget* parent) : Page(parent), host(h) {
         s->setSingleStep(1);
         s->setPageStep(fl::kSliderSteps / 20);
         s->setAccessibleName(qs(r.name));
-        auto* v = label(QString(), QStringLiteral("unit"));
+        auto* v = new LiveText(QStringLiteral("unit"));
         v->setMinimumWidth(90);
         grid->addWidget(name, q, 0);
         grid->addWidget(s, q, 1);
@@ -100,8 +141,8 @@ AcDemoPage::AcDemoPage(PageHost* h, QWidget* parent) : Page(parent), host(h) {
         show(s);
     });
     connect(reset, &QPushButton::clicked, this, [this] { show(fl::DemoSetting{}); });
-    readoutLabel = label(QString(), QStringLiteral("hint0"));
-    card->layout->addWidget(readoutLabel);
+    readoutText = new LiveText(QStringLiteral("hint0"));
+    card->layout->addWidget(readoutText);
 
     Card* pictures = addCard();
     auto* figures = new QGridLayout;
@@ -120,6 +161,10 @@ AcDemoPage::AcDemoPage(PageHost* h, QWidget* parent) : Page(parent), host(h) {
     pictures->layout->addLayout(figures);
 
     show(fl::DemoSetting{});
+}
+
+QLabel* AcDemoPage::readout() const {
+    return readoutText->inner();
 }
 
 void AcDemoPage::show(const fl::DemoSetting& s) {
@@ -149,7 +194,7 @@ void AcDemoPage::redraw() {
     for (size_t q = 0; q < 4; ++q)
         values[q]->setText(qs(fl::tool::formatValue(v[q], ranges[q].unit)));
     fl::DemoView view = fl::demoView(now);
-    readoutLabel->setText(qs(view.readout));
+    readoutText->setText(qs(view.readout));
     curveView->setFigure(std::move(view.curves));
     phasorView->setFigure(std::move(view.phasors));
     resonanceView->setFigure(std::move(view.resonance));

@@ -16,6 +16,7 @@ class QSlider;
 namespace app {
 
 class FigureView;
+class LiveText;
 
 class AcPage : public ToolPage {
     Q_OBJECT
@@ -34,7 +35,7 @@ class AcDemoPage : public Page {
     FigureView* curves() const { return curveView; }
     FigureView* phasors() const { return phasorView; }
     FigureView* resonance() const { return resonanceView; }
-    QLabel* readout() const { return readoutLabel; }
+    QLabel* readout() const;
     QPushButton* resonanceButton() const { return toResonance; }
     const fl::DemoSetting& setting() const { return now; }
 
@@ -52,8 +53,8 @@ class AcDemoPage : public Page {
 
     PageHost* host = nullptr;
     std::array<QSlider*, 4> sliders{};
-    std::array<QLabel*, 4> values{};
-    QLabel* readoutLabel = nullptr;
+    std::array<LiveText*, 4> values{};
+    LiveText* readoutText = nullptr;
     QPushButton* toResonance = nullptr;
     FigureView* curveView = nullptr;
     FigureView* phasorView = nullptr;

@@ -261,4 +261,26 @@ TEST_F(SmallToolsTest, demonstrationRedrawsAtEveryMoveAndFindsResonance) {
     EXPECT_NE(page.curves()->figure().body, light);
 }
 
+// The line of values changes at every step without a layout pass of the
+// page; when it needs more or fewer lines, it still gets them.
+TEST_F(SmallToolsTest, demonstrationsReadoutAlwaysHasRoomForItsLines) {
+    app::AcDemoPage page(&host);
+    QLabel* readout = page.readout();
+    for (const int width : {1100, 520}) {
+        SCOPED_TRACE(width);
+        page.resize(width, 900);
+        page.QWidget::show();
+        QApplication::processEvents();
+        QSlider* f = page.slider(app::AcDemoPage::F);
+        for (const int to : {f->value() + 1, f->maximum(), f->minimum()}) {
+            f->setValue(to);
+            QApplication::processEvents();
+            EXPECT_EQ(readout->height(), readout->heightForWidth(readout->width())) << to;
+        }
+        QTest::mouseClick(page.resonanceButton(), Qt::LeftButton);
+        QApplication::processEvents();
+        EXPECT_EQ(readout->height(), readout->heightForWidth(readout->width()));
+    }
+}
+
 } // namespace
