@@ -17,7 +17,11 @@
 #include <QPageLayout>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QRegularExpression>
+#include <QTextBlock>
+#include <QTextCursor>
 #include <QTextDocument>
+#include <QTextTable>
 
 #include <algorithm>
 
@@ -58,6 +62,75 @@ std::string onPaper(std::string text) {
             text.replace(at, from.size(), to);
     }
     return text;
+}
+
+// The next block that paper keeps whole: a worked step, or anything of the class "pdf-keep".
+qsizetype nextKeep(const QString& html, qsizetype from) {
+    const qsizetype keep = findDiv(html, from, u"pdf-keep");
+    const qsizetype step = findDiv(html, from, u"step");
+    if (keep < 0) return step;
+    return step < 0 ? keep : std::min(keep, step);
+}
+
+// Blocks of the class "pdf-keep" and steps get a named anchor on their first text and
+// one on an invisible character at their end, so the laid-out document can
+// find them. The text engine keeps a name only where text follows it.
+QString markKeeps(const QString& html, QList<bool>* steps) {
+    static const QString kClose = QStringLiteral("</div>");
+    QString out = html;
+    int n = 0;
+    for (qsizetype p = nextKeep(out, 0); p >= 0; p = nextKeep(out, p + 1), ++n) {
+        const qsizetype tagEnd = out.indexOf('>', p) + 1;
+        // A step's number goes into a column of its own: the anchor follows it.
+        static const QRegularExpression stepNumber(
+            QStringLiteral("^\\s*<p class=\"h4\"><span class=\"stnum\">.*?</span>"),
+            QRegularExpression::DotMatchesEverythingOption);
+        const auto number = stepNumber.match(QStringView(out).mid(tagEnd));
+        const qsizetype at = tagEnd + (number.hasMatch() ? number.capturedEnd() : 0);
+        steps->append(number.hasMatch());
+        const QString start = QStringLiteral("<a name=\"keep%1\"></a>").arg(n);
+        out.insert(at, start);
+        const qsizetype end = divEnd(out, tagEnd);
+        if (end < kClose.size() || QStringView(out).mid(end - kClose.size(), kClose.size()) != kClose) continue;
+        out.insert(end - kClose.size(), QStringLiteral("<a name=\"keepend%1\">&#8203;</a>").arg(n));
+    }
+    return out;
+}
+
+// Moves each marked block that a page boundary would cut to the top of the
+// next page, unless it is taller than a page anyway.
+void keepTogether(QTextDocument& doc, const QList<bool>& steps) {
+    if (steps.isEmpty()) return;
+    const double page = doc.pageSize().height();
+    QMap<QString, int> at; // anchor name → document position
+    for (QTextBlock b = doc.begin(); b.isValid(); b = b.next())
+        for (auto it = b.begin(); !it.atEnd(); ++it)
+            for (const QString& name : it.fragment().charFormat().anchorNames())
+                at.insert(name, it.fragment().position());
+    QAbstractTextDocumentLayout* layout = doc.documentLayout();
+    for (int i = 0; i < steps.size(); ++i) {
+        const auto first = at.constFind(QStringLiteral("keep%1").arg(i));
+        if (first == at.constEnd()) continue;
+        const QTextBlock startBlock = doc.findBlock(*first);
+        const auto after = at.constFind(QStringLiteral("keepend%1").arg(i));
+        if (after == at.constEnd()) continue;
+        const QTextBlock lastBlock = doc.findBlock(*after);
+        if (!lastBlock.isValid()) continue;
+        const double top = layout->blockBoundingRect(startBlock).top();
+        const double bottom = layout->blockBoundingRect(lastBlock).bottom();
+        if (bottom - top >= page || int(top / page) == int((bottom - 1) / page)) continue;
+        QTextCursor cursor(startBlock);
+        // A step is a table with its number beside the body: the whole table moves.
+        if (QTextTable* table = cursor.currentTable(); steps[i] && table) {
+            QTextTableFormat f = table->format();
+            f.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
+            table->setFormat(f);
+            continue;
+        }
+        QTextBlockFormat f;
+        f.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
+        cursor.mergeBlockFormat(f);
+    }
 }
 
 void paintHeadFoot(QPainter& p, const QSizeF& area, const QString& left, int page, int pages) {
@@ -111,6 +184,8 @@ bool SheetView::printToPdf(const QString& title, const QString& path) {
     doc.setTextWidth(pdfWidth);
 
     QString text = dropNoPrint(QString::fromStdString(onPaper(html)));
+    QList<bool> keeps;
+    text = markKeeps(text, &keeps);
     text = wrapCards(text, paper);
     // Inside a card a figure has the page less the card's frame and padding.
     text = fitImages(text, int(std::min<double>(pdfWidth, body.width())) - 60);
@@ -145,6 +220,7 @@ bool SheetView::printToPdf(const QString& title, const QString& path) {
 
     doc.setHtml(QLatin1String("<body>") + text + QLatin1String("</body>"));
     doc.setPageSize(body);
+    keepTogether(doc, keeps);
     const int pages = std::max(1, doc.pageCount());
 
     const QString left =
