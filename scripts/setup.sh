@@ -14,6 +14,7 @@ packages=(
     libgtest-dev libgmock-dev libbenchmark-dev
     locales
     xvfb xauth
+    poppler-utils
     fonts-dejavu-core fonts-dejavu-extra fonts-noto-core fonts-liberation2 fonts-stix fonts-texgyre
 )
 

@@ -102,6 +102,16 @@ inline constexpr char FcOpt[] = "fc_opt";
 inline constexpr char OvStats[] = "ov_stats";
 // [{date, topic, right, total, seconds}, …], newest first, at most ten: exams. recordExam.
 inline constexpr char ExamHist[] = "exam_hist";
+// {card key: {"box", "reps", "good", "due"}}: the flashcards' boxes (fl/practice/cards.h).
+inline constexpr char Fc[] = "fc";
+// string: the text problems' scenario key, "alle" for any. Text problem page, "ov:" links.
+inline constexpr char TxTpl[] = "tx_tpl";
+// strings: the exam setup's topic (category key), count and minutes ("0": no limit). Exam page.
+inline constexpr char ExCat[] = "ex_cat";
+inline constexpr char ExN[] = "ex_n";
+inline constexpr char ExT[] = "ex_t";
+// {"topic", "count", "facit", "room"}: the worksheet's options (fl/practice/worksheet.h). Worksheet page.
+inline constexpr char WsOpt[] = "ws_opt";
 
 // ---- The class service; the background job writes these from its thread
 

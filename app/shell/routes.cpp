@@ -6,8 +6,12 @@
 #include "app/pages/formulas/finderpage.h"
 #include "app/pages/formulas/formulapage.h"
 #include "app/pages/formulas/homepage.h"
+#include "app/pages/practice/eksamenpage.h"
+#include "app/pages/practice/formelkortpage.h"
+#include "app/pages/practice/opgavearkpage.h"
 #include "app/pages/practice/ovelserpage.h"
 #include "app/pages/practice/statistikpage.h"
+#include "app/pages/practice/tekstpage.h"
 #include "app/pages/reference/installpage.h"
 #include "app/pages/reference/insttestpage.h"
 #include "app/pages/reference/minformpage.h"
@@ -74,11 +78,11 @@ const std::map<std::string, PageCreator>& pageFactory() {
         {"acdemo", [](PageHost* h) -> Page* { return new AcDemoPage(h); }},
         {"calc", [](PageHost* h) -> Page* { return new CalcPage(h); }},
         {"ovelser", [](PageHost* h) -> Page* { return new OvelserPage(h); }},
-        {"eksamen", named("eksamen")},
+        {"eksamen", [](PageHost* h) -> Page* { return new EksamenPage(h); }},
         {"statistik", [](PageHost* h) -> Page* { return new StatistikPage(h); }},
-        {"opgaveark", named("opgaveark")},
-        {"formelkort", named("formelkort")},
-        {"tekstopgaver", named("tekstopgaver")},
+        {"opgaveark", [](PageHost* h) -> Page* { return new OpgavearkPage(h); }},
+        {"formelkort", [](PageHost* h) -> Page* { return new FormelkortPage(h); }},
+        {"tekstopgaver", [](PageHost* h) -> Page* { return new TekstPage(h); }},
         {"finder", [](PageHost* h) -> Page* { return new FinderPage(0, h); }},
         {"udregnere", [](PageHost* h) -> Page* { return new FinderPage(1, h); }},
         {"ordliste", [](PageHost* h) -> Page* { return new OrdlistePage(h); }},

@@ -9,6 +9,7 @@
 #include "fl/practice/random.h"
 #include "fl/tools/frame.h"
 #include "store/datastore.h"
+#include "store/keys.h"
 
 #include <algorithm>
 #include <cmath>
@@ -18,7 +19,6 @@ namespace fl {
 
 namespace {
 
-const char* const kStoreKey = "fc";
 const char* const kGlossaryCard = "gl:";
 const char* const kInstallCard = "inst:";
 
@@ -245,12 +245,12 @@ std::optional<CardStates>& loaded() {
 } // namespace
 
 CardStates& cardStates() {
-    if (!loaded()) loaded() = cardStatesFromJson(storeGet(kStoreKey, Json::object()));
+    if (!loaded()) loaded() = cardStatesFromJson(storeGet(key::Fc, Json::object()));
     return *loaded();
 }
 
 void saveCardStates() {
-    storeSet(kStoreKey, cardStatesToJson(cardStates()));
+    storeSet(key::Fc, cardStatesToJson(cardStates()));
 }
 
 void reloadCardStates() {

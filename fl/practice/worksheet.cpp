@@ -81,12 +81,13 @@ RenderResult worksheetRender(const Worksheet& ws, bool withFacit) {
         const Exercise& ex = ws.exercises[i];
         const std::string n = std::to_string(i + 1);
         SetAsidePass aside; // a circuit's drawing is numbered within this sheet
-        std::string html = "<div class=\"wsprob\"><p class=\"h4\">Opgave " + n + ": " + ex.title +
+        // An exercise and its box stay on one page of paper.
+        std::string html = "<div class=\"pdf-keep\"><div class=\"wsprob\"><p class=\"h4\">Opgave " + n + ": " + ex.title +
                            " <span class=\"crumb\">· " + ex.topic + "</span></p>" + exerciseStatementHtml(ex) +
                            "<p class=\"wsans\">Svar: ______________________ " + answerUnit(ex) + "</p></div>";
         if (o.room)
             html += "<div class=\"wsbox\"><p>&nbsp;</p><p>&nbsp;</p><p>&nbsp;</p><p>&nbsp;</p><p>&nbsp;</p></div>";
-        out.append(takeRender(std::move(html)));
+        out.append(takeRender(html + "</div>"));
     }
     if (facit && withFacit) {
         std::string table = "<div class=\"wsfac\"><h3 class=\"sh pdf-break\">Facit</h3><div class=\"tbl\"><table "
