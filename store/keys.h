@@ -100,6 +100,13 @@ inline constexpr char FcOpt[] = "fc_opt";
 // {"topics": {name: {right, total}}, "formulas": {key: {total, wrong}}, "days": {"YYYY-MM-DD":
 // {right, wrong}}}: practice answers. recordAnswer (fl/practice/stats.h).
 inline constexpr char OvStats[] = "ov_stats";
+// string: the exercise page's topic (category key); "ov:" links write it. Exercise page.
+inline constexpr char OvCat[] = "ov_cat";
+// numbers: the exercise page's running score, kept apart from the records. Exercise page.
+inline constexpr char OvRight[] = "ov_right";
+inline constexpr char OvTotal[] = "ov_total";
+// bool, true when absent: a sound on a right answer. Exercise page.
+inline constexpr char OvLyd[] = "ov_lyd";
 // [{date, topic, right, total, seconds}, …], newest first, at most ten: exams. recordExam.
 inline constexpr char ExamHist[] = "exam_hist";
 // {card key: {"box", "reps", "good", "due"}}: the flashcards' boxes (fl/practice/cards.h).

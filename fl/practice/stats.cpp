@@ -236,7 +236,7 @@ void recordExam(const ExamRecord& exam) {
 
 void resetStats() {
     DataStore& store = DataStore::instance();
-    for (const char* key : {key::OvStats, key::ExamHist, "ov_right", "ov_total"})
+    for (const char* key : {key::OvStats, key::ExamHist, key::OvRight, key::OvTotal})
         store.remove(key);
 }
 

@@ -1,5 +1,6 @@
 #include "app/pages/practice/ovelserpage.h"
 
+#include "app/pages/practice/topiccombo.h"
 #include "app/sheet/resultarea.h"
 #include "app/sheet/sheetview.h"
 #include "app/shell/locks.h"
@@ -16,6 +17,7 @@
 #include "fl/practice/exam.h"
 #include "fl/practice/stats.h"
 #include "store/datastore.h"
+#include "store/keys.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -24,20 +26,12 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QStandardItemModel>
 #include <QTimer>
 #include <QVBoxLayout>
 
 namespace app {
 
 namespace {
-
-// Store keys of this page: the chosen topic (a category key of
-// fl::practiceCategories), the running score, and the sound.
-const char kCategory[] = "ov_cat"; // string
-const char kRight[] = "ov_right";  // number
-const char kTotal[] = "ov_total";  // number
-const char kSound[] = "ov_lyd";    // bool, true when absent
 
 const char kNoWeakTopics[] =
     "Du har ingen svage emner lige nu. Regn nogle opgaver i forskellige emner – så finder "
@@ -72,7 +66,7 @@ OvelserPage::OvelserPage(PageHost* h, QWidget* parent) : Page(parent), host(h) {
     reset->setToolTip(QStringLiteral("Nulstil tællingen af rigtige svar"));
     QPushButton* stats = controls->addButton(row, QStringLiteral("Se statistik"));
     sound = new QCheckBox(QStringLiteral("Lyd ved rigtigt svar"), controls);
-    sound->setChecked(storeGet(kSound, Json(true)).asBool(true));
+    sound->setChecked(storeGet(key::OvLyd, Json(true)).asBool(true));
     row->insertWidget(row->count() - 1, sound);
     score = new QLabel(controls);
     score->setProperty("class", "crumb");
@@ -115,7 +109,7 @@ OvelserPage::OvelserPage(PageHost* h, QWidget* parent) : Page(parent), host(h) {
     addWidget(split);
 
     connect(topics, &QComboBox::activated, this, [this] {
-        storeSet(kCategory, Json(topics->currentData().toString().toStdString()));
+        storeSet(key::OvCat, Json(topics->currentData().toString().toStdString()));
         next();
     });
     connect(fresh, &QPushButton::clicked, this, &OvelserPage::next);
@@ -124,7 +118,7 @@ OvelserPage::OvelserPage(PageHost* h, QWidget* parent) : Page(parent), host(h) {
     connect(stats, &QPushButton::clicked, this, [this] {
         if (host) host->navigate(QStringLiteral("statistik"));
     });
-    connect(sound, &QCheckBox::toggled, this, [](bool on) { storeSet(kSound, Json(on)); });
+    connect(sound, &QCheckBox::toggled, this, [](bool on) { storeSet(key::OvLyd, Json(on)); });
     connect(checkBtn, &QPushButton::clicked, this, &OvelserPage::check);
     connect(hintBtn, &QPushButton::clicked, this, &OvelserPage::showHint);
     connect(solutionBtn, &QPushButton::clicked, this, &OvelserPage::showSolution);
@@ -149,26 +143,7 @@ OvelserPage::OvelserPage(PageHost* h, QWidget* parent) : Page(parent), host(h) {
 }
 
 void OvelserPage::fillTopics() {
-    const QString chosen = QString::fromStdString(storeGetString(kCategory, fl::kAllTopics));
-    QSignalBlocker block(topics);
-    topics->clear();
-    std::string group;
-    for (const fl::PracticeCategory& c : fl::practiceCategories()) {
-        if (!c.lockKey.empty() && !isOpenForStudent(c.lockKey)) continue;
-        if (!c.group.empty() && c.group != group) {
-            // The book's part as a heading that can't be chosen.
-            group = c.group;
-            topics->insertSeparator(topics->count());
-            topics->addItem(QString::fromStdString(group));
-            if (auto* model = qobject_cast<QStandardItemModel*>(topics->model()))
-                model->item(topics->count() - 1)->setEnabled(false);
-        }
-        const QString label = QString::fromStdString(c.label);
-        topics->addItem(c.group.empty() ? label : QStringLiteral("   ") + label,
-                        QString::fromStdString(c.key));
-    }
-    const int at = topics->findData(chosen);
-    topics->setCurrentIndex(at >= 0 ? at : 0);
+    fillPracticeTopics(topics, QString::fromStdString(storeGetString(key::OvCat, fl::kAllTopics)));
 }
 
 void OvelserPage::next() {
@@ -231,21 +206,21 @@ void OvelserPage::showVerdict() {
 
 void OvelserPage::count(bool right) {
     fl::recordAnswer(ex.key, ex.topic, right);
-    storeSet(kTotal, Json(storeGet(kTotal).asNumber(0) + 1));
-    if (right) storeSet(kRight, Json(storeGet(kRight).asNumber(0) + 1));
+    storeSet(key::OvTotal, Json(storeGet(key::OvTotal).asNumber(0) + 1));
+    if (right) storeSet(key::OvRight, Json(storeGet(key::OvRight).asNumber(0) + 1));
     counted = true;
     showScore();
 }
 
 void OvelserPage::showScore() {
-    const int total = static_cast<int>(storeGet(kTotal).asNumber(0));
-    const int right = static_cast<int>(storeGet(kRight).asNumber(0));
+    const int total = static_cast<int>(storeGet(key::OvTotal).asNumber(0));
+    const int right = static_cast<int>(storeGet(key::OvRight).asNumber(0));
     score->setText(total > 0 ? QStringLiteral("Rigtige: %1 af %2").arg(right).arg(total) : QString());
 }
 
 void OvelserPage::resetScore() {
-    storeSet(kRight, Json(0));
-    storeSet(kTotal, Json(0));
+    storeSet(key::OvRight, Json(0));
+    storeSet(key::OvTotal, Json(0));
     showScore();
 }
 
@@ -290,7 +265,7 @@ void OvelserPage::onEnter() {
     const std::string drawnFor = topics->currentData().toString().toStdString();
     fillTopics();
     showScore();
-    sound->setChecked(storeGet(kSound, Json(true)).asBool(true));
+    sound->setChecked(storeGet(key::OvLyd, Json(true)).asBool(true));
     const std::string now = topics->currentData().toString().toStdString();
     // A new topic from a link, or the teacher closed the one on screen.
     const bool closed =

@@ -7,6 +7,7 @@
 #include "fl/practice/categories.h"
 #include "fl/practice/statsheet.h"
 #include "store/datastore.h"
+#include "store/keys.h"
 
 #include <QLayout>
 #include <QMessageBox>
@@ -44,7 +45,8 @@ StatistikPage::StatistikPage(PageHost* h, QWidget* parent) : Page(parent), host(
 }
 
 std::string StatistikPage::recordsState() {
-    std::string state = Json::dump(storeGet("ov_stats")) + Json::dump(storeGet("exam_hist")) + fl::today();
+    std::string state =
+        Json::dump(storeGet(key::OvStats)) + Json::dump(storeGet(key::ExamHist)) + fl::today();
     for (const std::string& topic : openTopics())
         state += "|" + topic;
     return state;
@@ -66,7 +68,7 @@ void StatistikPage::onEnter() {
 void StatistikPage::link(const QString& href) {
     if (href.startsWith(QLatin1String("ov:"))) {
         // A topic with blanks or "æøå" may arrive percent-encoded.
-        storeSet("ov_cat", Json(QUrl::fromPercentEncoding(href.mid(3).toUtf8()).toStdString()));
+        storeSet(key::OvCat, Json(QUrl::fromPercentEncoding(href.mid(3).toUtf8()).toStdString()));
         if (host) host->navigate(QStringLiteral("ovelser"));
         return;
     }
