@@ -288,7 +288,7 @@ std::string cardFrontHtml(const std::string& key, Direction d) {
     const Formula* f = findFormula(key);
     if (!f || !hasCard(*f)) return unknownCard();
     if (d == Direction::NameToFormula)
-        return "<div class=\"crumb\">" + f->group + "</div>" + question(f->title) +
+        return "<div class=\"crumb\">" + f->group + "</div>" + question(symbolHtml(f->title)) +
                "<p class=\"hint0\">Hvordan ser formlen ud?</p>";
     return "<div class=\"crumb\">" + f->group + "</div>" + formulaLine(*f) +
            "<p class=\"hint0\">Hvad hedder formlen, og hvad bruges den til?</p>";
@@ -318,8 +318,9 @@ std::string cardBackHtml(const std::string& key, Direction d) {
     const Formula* f = findFormula(key);
     if (!f || !hasCard(*f)) return unknownCard();
     if (d == Direction::NameToFormula) return formulaLine(*f) + legend(*f);
-    return question(f->title) + legend(*f) +
-           (f->page.empty() ? std::string() : "<p class=\"crumb\">Formelsamlingen s. " + f->page + "</p>");
+    return question(symbolHtml(f->title)) + legend(*f) +
+           (f->page.empty() ? std::string()
+                            : "<p class=\"crumb\">" + pageRef(f->page, "Formelsamlingen") + "</p>");
 }
 
 std::string boxesHtml(const std::string& deck, const CardStates& states, double nowMs) {

@@ -122,8 +122,9 @@ std::string examRowHtml(const Exam& exam, const ExamResult& result, size_t index
     const Exercise& ex = exam.exercises.at(index);
     const AnswerJudgement& j = result.judgements.at(index);
     const std::string typed = trimmed(exam.answers.at(index));
-    std::string html = std::string("<p><b>") + (j.correct ? "<span class=\"ok\">✓</span>" : "<span class=\"bad\">✗</span>") +
-                       " Opgave " + std::to_string(index + 1) + ": </b>" + ex.title + "</p>";
+    std::string html = std::string("<p><b>") +
+                       (j.correct ? "<span class=\"ok\">✓</span>" : "<span class=\"bad\">✗</span>") +
+                       " Opgave " + std::to_string(index + 1) + ": </b>" + symbolHtml(ex.title) + "</p>";
     html += "<p class=\"hint0\">Dit svar: <b>" + (typed.empty() ? std::string("(intet svar)") : htmlEscape(typed)) +
             "</b> · Facit: <b>" + shownValue(ex.facit, ex.unit) + "</b></p>";
     if (!j.correct) {

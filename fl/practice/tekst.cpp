@@ -21,6 +21,28 @@ bool isFarad(const std::string& unit) {
     return unit.rfind("F", 0) == 0;
 }
 
+bool isAsciiAlnum(char c) {
+    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+}
+
+// The hints write an index as in a formula text ("X_L = 2 · π · f · L"); on
+// the page it is a subscript, as everywhere else.
+std::string withSubscripts(const std::string& text) {
+    std::string out;
+    for (size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '_' && i > 0 && i + 1 < text.size() && isAsciiAlnum(text[i + 1])) {
+            size_t end = i + 1;
+            while (end < text.size() && isAsciiAlnum(text[end]))
+                ++end;
+            out += "<sub>" + text.substr(i + 1, end - i - 1) + "</sub>";
+            i = end - 1;
+            continue;
+        }
+        out += text[i];
+    }
+    return out;
+}
+
 } // namespace
 
 const TekstTopic* findTekstTopic(const std::string& key) {
@@ -106,7 +128,7 @@ std::string tekstQuestionHtml(const TekstProblem& p, size_t index) {
 
 std::string tekstHintHtml(const TekstProblem& p, size_t index) {
     const TekstDel& part = p.parts.at(index);
-    return tool::hint(part.hintFn ? part.hintFn(p.vars) : part.hint);
+    return tool::hint(part.hintFn ? part.hintFn(p.vars) : withSubscripts(part.hint));
 }
 
 std::string tekstAnswerText(const TekstDel& part) {
@@ -169,7 +191,7 @@ std::string tekstSolutionHtml(const TekstProblem& p) {
     for (size_t i = 0; i < again.parts.size(); ++i) {
         const TekstDel& part = again.parts[i];
         html += "<div class=\"step\"><p class=\"h4\"><span class=\"stnum\">" + partLetter(i) + "</span> " +
-                part.question + "</p>" + tool::hint(part.hint) + part.solution + "</div>";
+                part.question + "</p>" + tool::hint(withSubscripts(part.hint)) + part.solution + "</div>";
     }
     return html + "</div></div>";
 }

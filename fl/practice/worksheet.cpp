@@ -82,8 +82,9 @@ RenderResult worksheetRender(const Worksheet& ws, bool withFacit) {
         const std::string n = std::to_string(i + 1);
         SetAsidePass aside; // a circuit's drawing is numbered within this sheet
         // An exercise and its box stay on one page of paper.
-        std::string html = "<div class=\"pdf-keep\"><div class=\"wsprob\"><p class=\"h4\">Opgave " + n + ": " + ex.title +
-                           " <span class=\"crumb\">· " + ex.topic + "</span></p>" + exerciseStatementHtml(ex) +
+        std::string html = "<div class=\"pdf-keep\"><div class=\"wsprob\"><p class=\"h4\">Opgave " + n +
+                           ": " + symbolHtml(ex.title) + " <span class=\"crumb\">· " + ex.topic +
+                           "</span></p>" + exerciseStatementHtml(ex) +
                            "<p class=\"wsans\">Svar: ______________________ " + answerUnit(ex) + "</p></div>";
         if (o.room)
             html += "<div class=\"wsbox\"><p>&nbsp;</p><p>&nbsp;</p><p>&nbsp;</p><p>&nbsp;</p><p>&nbsp;</p></div>";
@@ -99,8 +100,9 @@ RenderResult worksheetRender(const Worksheet& ws, bool withFacit) {
         if (o.facit == "losning") {
             for (size_t i = 0; i < ws.exercises.size(); ++i) {
                 const Exercise& ex = ws.exercises[i];
-                addText(out, "<h3 class=\"sh\">Løsning til opgave " + std::to_string(i + 1) + ": " + ex.title +
-                                 " <span class=\"crumb\">(facit " + worksheetAnswer(ex) + ")</span></h3>");
+                addText(out, "<h3 class=\"sh\">Løsning til opgave " + std::to_string(i + 1) + ": " +
+                                 symbolHtml(ex.title) + " <span class=\"crumb\">(facit " +
+                                 worksheetAnswer(ex) + ")</span></h3>");
                 SetAsidePass aside;
                 out.append(exerciseSolution(ex));
             }

@@ -116,6 +116,7 @@ TEST_F(ExamTest, aThinTopicGivesAShorterExamWithoutHoles) {
 
 TEST_F(ExamTest, rowsShowAnswerFacitAndTheTipOfAWrongAnswer) {
     Exam exam = examOf(4, 0);
+    exam.exercises[1].title = "Effekt (P = U_F · I_F)";
     setAnswer(exam, 0, "2");
     setAnswer(exam, 1, "2000");
     setAnswer(exam, 2, "to ampere");
@@ -126,7 +127,9 @@ TEST_F(ExamTest, rowsShowAnswerFacitAndTheTipOfAWrongAnswer) {
     };
     const Row rows[] = {
         {0, {"✓</span> Opgave 1: </b>Ohms lov", "Dit svar: <b>2</b> · Facit: <b>2 A</b>"}},
-        {1, {"✗</span> Opgave 2: ", "<b>Tip:</b> Dit svar er 1000 gange for stort."}},
+        {1,
+         {"✗</span> Opgave 2: </b>Effekt (P = U<sub>F</sub> · I<sub>F</sub>)",
+          "<b>Tip:</b> Dit svar er 1000 gange for stort."}},
         {2, {"Dit svar: <b>to ampere</b>", "<b>Tip:</b> Svaret kunne ikke læses som et tal."}},
         {3, {"Dit svar: <b>(intet svar)</b>", "<b>Tip:</b> Du svarede ikke på opgaven."}},
     };

@@ -313,6 +313,9 @@ TEST_F(TekstTest, theSolutionListsTheGivensAndEveryPartInOrder) {
         ASSERT_NE(found, std::string::npos) << head;
         at = found;
     }
+    // An index in a hint is a subscript, in the solution and under the row.
+    EXPECT_NE(html.find("X<sub>C</sub> = 1 / (2 · π · f · C)"), std::string::npos);
+    EXPECT_EQ(tekstHintHtml(p, 3), "<p class=\"hint0\">U<sub>R</sub> = I · R.</p>");
     EXPECT_EQ(tekstHeaderHtml(p), "<h2>Modstand og kondensator i serie</h2><div class=\"txstory\">" + p.story + "</div>");
     EXPECT_EQ(tekstQuestionHtml(p, 1), "<b>b)</b> Hvor stor er kredsens impedans?");
 }

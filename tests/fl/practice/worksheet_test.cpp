@@ -60,7 +60,9 @@ TEST_F(WorksheetTest, theFacitOptionDecidesWhatStandsAtTheBack) {
         EXPECT_EQ(count(r.html, "Løsning til opgave "), row.solutions ? 10u : 0u);
         for (size_t i = 0; i < ws.exercises.size(); ++i) {
             const Exercise& ex = ws.exercises[i];
-            EXPECT_NE(r.html.find("<p class=\"h4\">Opgave " + std::to_string(i + 1) + ": " + ex.title), std::string::npos);
+            EXPECT_NE(
+                r.html.find("<p class=\"h4\">Opgave " + std::to_string(i + 1) + ": " + symbolHtml(ex.title)),
+                std::string::npos);
             const std::string answer = "<td><b>" + worksheetAnswer(ex) + "</b></td>";
             EXPECT_EQ(r.html.find(answer) != std::string::npos, row.table) << answer;
         }

@@ -287,14 +287,28 @@ TEST_F(PracticeMorePages, aWorksheetIsARealPdfWithTheFacitAtTheBack) {
     for (size_t i = 0; i < page.sheet().exercises.size(); ++i) {
         const fl::Exercise& ex = page.sheet().exercises[i];
         const QString head = QStringLiteral("Opgave %1: ").arg(i + 1) +
-                             squeezed(QString::fromStdString(fl::htmlToPlain(ex.title)));
+                             squeezed(QString::fromStdString(fl::htmlToPlain(fl::symbolHtml(ex.title))));
         const int at = all.indexOf(head);
         EXPECT_GE(at, 0) << head.toStdString();
         EXPECT_LT(at, facitAt);
-        // The statement: every given value and what is asked for.
-        const QString statement = squeezed(QString::fromStdString(fl::htmlToPlain(fl::exerciseStatementHtml(ex))));
-        for (const QString& line : statement.split(QStringLiteral(" – "), Qt::SkipEmptyParts).mid(0, 1))
-            EXPECT_GE(all.indexOf(line.trimmed().left(12)), 0) << line.toStdString();
+        // The statement, in this exercise's own stretch of paper: every given
+        // value with its name, and what is asked for.
+        const int next = all.indexOf(QStringLiteral("Opgave %1: ").arg(i + 2), at);
+        const QString own = all.mid(at, (next > at ? next : facitAt) - at);
+        ASSERT_NE(ex.formula, nullptr);
+        for (const fl::FormulaVar& v : ex.formula->vars) {
+            if (v.symbol == ex.target) {
+                EXPECT_TRUE(own.contains(QString::fromStdString("Find " + v.name))) << v.name << "\n"
+                                                                                    << own.toStdString();
+                continue;
+            }
+            const QString value = squeezed(
+                QString::fromStdString(fl::htmlToPlain(fl::shownValue(ex.given.at(v.symbol), v.unit))));
+            EXPECT_TRUE(
+                own.contains(value + QStringLiteral(" – ") + squeezed(QString::fromStdString(v.name))))
+                << value.toStdString() << " " << v.name << "\n"
+                << own.toStdString();
+        }
         const QString answer = QString::fromStdString(fl::htmlToPlain(fl::worksheetAnswer(ex)));
         EXPECT_GE(all.indexOf(answer, facitAt), 0) << answer.toStdString();
     }
