@@ -18,6 +18,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace app {
@@ -229,7 +230,8 @@ void TekstPage::showSolution() {
     });
     solutionTitle->show();
     solution->show();
-    scrollToWidget(solutionTitle->mapTo(inner, QPoint(0, 0)).y());
+    // Once the layout has made room for it; until then the page can't scroll that far.
+    QTimer::singleShot(0, this, [this] { scrollToWidget(solutionTitle->mapTo(inner, QPoint(0, 0)).y()); });
 }
 
 void TekstPage::link(const QString& href) {
