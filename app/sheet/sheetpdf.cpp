@@ -21,9 +21,12 @@
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QTextFrame>
 #include <QTextTable>
 
 #include <algorithm>
+#include <cmath>
+#include <vector>
 
 namespace app {
 
@@ -99,37 +102,77 @@ QString markKeeps(const QString& html, QList<bool>* steps) {
 
 // Moves each marked block that a page boundary would cut to the top of the
 // next page, unless it is taller than a page anyway.
+//
+// Every change of a format lays the rest of the document out again, so one
+// change per block is quadratic in a long sheet (forty worked solutions took
+// seconds). The breaks are planned from one layout instead: a break moves
+// everything after it down by about the same amount, so later blocks are
+// judged at their shifted place, and the breaks of a round go in one edit.
+// The plan is only as good as that estimate (a table lands a few points off),
+// so a round stops at the first block that lies too near a page boundary to
+// tell, and the next round measures again.
 void keepTogether(QTextDocument& doc, const QList<bool>& steps) {
     if (steps.isEmpty()) return;
     const double page = doc.pageSize().height();
+    const double pageTop = doc.rootFrame()->frameFormat().topMargin();
     QMap<QString, int> at; // anchor name → document position
     for (QTextBlock b = doc.begin(); b.isValid(); b = b.next())
         for (auto it = b.begin(); !it.atEnd(); ++it)
             for (const QString& name : it.fragment().charFormat().anchorNames())
                 at.insert(name, it.fragment().position());
-    QAbstractTextDocumentLayout* layout = doc.documentLayout();
+    struct Keep {
+        QTextBlock first, last;
+        bool step = false;
+    };
+    std::vector<Keep> keeps;
     for (int i = 0; i < steps.size(); ++i) {
         const auto first = at.constFind(QStringLiteral("keep%1").arg(i));
-        if (first == at.constEnd()) continue;
-        const QTextBlock startBlock = doc.findBlock(*first);
         const auto after = at.constFind(QStringLiteral("keepend%1").arg(i));
-        if (after == at.constEnd()) continue;
-        const QTextBlock lastBlock = doc.findBlock(*after);
-        if (!lastBlock.isValid()) continue;
-        const double top = layout->blockBoundingRect(startBlock).top();
-        const double bottom = layout->blockBoundingRect(lastBlock).bottom();
-        if (bottom - top >= page || int(top / page) == int((bottom - 1) / page)) continue;
-        QTextCursor cursor(startBlock);
-        // A step is a table with its number beside the body: the whole table moves.
-        if (QTextTable* table = cursor.currentTable(); steps[i] && table) {
-            QTextTableFormat f = table->format();
-            f.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
-            table->setFormat(f);
-            continue;
+        if (first == at.constEnd() || after == at.constEnd()) continue;
+        const Keep k{doc.findBlock(*first), doc.findBlock(*after), steps[i]};
+        if (k.first.isValid() && k.last.isValid()) keeps.push_back(k);
+    }
+    constexpr double kErrorPerBreak = 16; // how far a planned place may be off, per break before it
+    QAbstractTextDocumentLayout* layout = doc.documentLayout();
+    size_t from = 0; // the keeps before it are settled
+    // Each round settles at least one more keep: with nothing planned yet every
+    // place is measured, so the first break or the end always comes.
+    while (from < keeps.size()) {
+        double shift = 0;
+        int breaks = 0;
+        QTextCursor edit(&doc);
+        edit.beginEditBlock();
+        size_t i = from;
+        for (; i < keeps.size(); ++i) {
+            const Keep& k = keeps[i];
+            // What moves: a step's whole table, or the block itself.
+            QTextCursor cursor(k.first);
+            QTextTable* table = k.step ? cursor.currentTable() : nullptr;
+            const double top =
+                (table ? layout->frameBoundingRect(table).top() : layout->blockBoundingRect(k.first).top()) +
+                shift;
+            const double bottom = layout->blockBoundingRect(k.last).bottom() + shift;
+            if (bottom - top >= page) continue; // cut anyway
+            const double boundary = (std::floor(top / page) + 1) * page;
+            const double doubt = kErrorPerBreak * breaks;
+            if (top - doubt < boundary - page) break; // perhaps across the boundary above it
+            if (bottom <= boundary - doubt) continue; // on one page
+            if (top >= boundary - doubt || bottom <= boundary + doubt) break; // can't tell
+            ++breaks;
+            const double margin = table ? table->format().topMargin() : k.first.blockFormat().topMargin();
+            shift += boundary + pageTop + margin - top;
+            if (table) {
+                QTextTableFormat f = table->format();
+                f.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
+                table->setFormat(f);
+            } else {
+                QTextBlockFormat f;
+                f.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
+                cursor.mergeBlockFormat(f);
+            }
         }
-        QTextBlockFormat f;
-        f.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
-        cursor.mergeBlockFormat(f);
+        edit.endEditBlock();
+        from = i;
     }
 }
 
@@ -158,6 +201,13 @@ void paintHeadFoot(QPainter& p, const QSizeF& area, const QString& left, int pag
 } // namespace
 
 bool SheetView::printToPdf(const QString& title, const QString& path) {
+    return printToPdf(fl::RenderResult{html, figs, maths}, title, path);
+}
+
+bool SheetView::printToPdf(const fl::RenderResult& sheet, const QString& title, const QString& path) const {
+    const std::string& html = sheet.html;
+    const std::vector<std::string>& figs = sheet.figs;
+    const std::vector<fl::NodePtr>& maths = sheet.maths;
     QPdfWriter writer(path);
     writer.setPageSize(QPageSize(QPageSize::A4));
     writer.setPageMargins(QMarginsF(16, 14, 16, 14), QPageLayout::Millimeter);
@@ -218,8 +268,9 @@ bool SheetView::printToPdf(const QString& title, const QString& path) {
         doc.addResource(QTextDocument::ImageResource, QUrl(name), mathImage(maths[i], ink, kPrintRatio));
     }
 
-    doc.setHtml(QLatin1String("<body>") + text + QLatin1String("</body>"));
+    // Pages first: the text is then laid out once, at the width it is printed at.
     doc.setPageSize(body);
+    doc.setHtml(QLatin1String("<body>") + text + QLatin1String("</body>"));
     keepTogether(doc, keeps);
     const int pages = std::max(1, doc.pageCount());
 

@@ -248,6 +248,9 @@ void SheetView::rebuild() {
         setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+        // The width the height is measured at, so the text is laid out once.
+        const qreal width = std::max(viewWidth(), 200);
+        if (document()->textWidth() != width) document()->setTextWidth(width);
     }
     document()->setDefaultStyleSheet(documentStyleSheet());
     lastWidth = viewWidth();

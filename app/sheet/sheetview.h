@@ -50,6 +50,9 @@ class SheetView : public QTextBrowser {
 
     // Writes the sheet to a PDF file on A4; false when the file can't be written.
     bool printToPdf(const QString& title, const QString& path);
+    // The same for a sheet that is printed without being shown (a worksheet
+    // with its facit), with this view's rules and width.
+    bool printToPdf(const fl::RenderResult& sheet, const QString& title, const QString& path) const;
 
     // The markup as the text engine gets it.
     QString visibleHtml() const;

@@ -26,9 +26,9 @@ void BM_WorksheetToPdf(benchmark::State& state) {
     for (auto _ : state) {
         const fl::Worksheet ws =
             fl::drawWorksheet(o, "Alle emner", "1. april 2025", [] { return fl::exerciseForCategory("", {}); });
-        app::SheetView paper;
-        paper.setContent(fl::worksheetRender(ws, true));
-        if (!paper.printToPdf("Opgaveark", dir.filePath("ark.pdf"))) state.SkipWithError("no PDF");
+        const app::SheetView paper;
+        if (!paper.printToPdf(fl::worksheetRender(ws, true), "Opgaveark", dir.filePath("ark.pdf")))
+            state.SkipWithError("no PDF");
     }
     state.counters["exercises"] = o.count;
 }

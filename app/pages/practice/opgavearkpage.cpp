@@ -159,9 +159,7 @@ bool OpgavearkPage::savePdfTo(const QString& path) {
     pdfBtn->setText(QStringLiteral("Laver PDF…"));
     QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     // Paper has the facit the options ask for, whatever the screen shows.
-    SheetView paper;
-    paper.setContent(fl::worksheetRender(current, true));
-    const bool ok = paper.printToPdf(QStringLiteral("Opgaveark"), path);
+    const bool ok = view->printToPdf(fl::worksheetRender(current, true), QStringLiteral("Opgaveark"), path);
     pdfBtn->setEnabled(true);
     pdfBtn->setText(ok ? QStringLiteral("✓ PDF gemt") : QString::fromUtf8(kPdfText));
     if (ok) QTimer::singleShot(2500, pdfBtn, [b = pdfBtn] { b->setText(QString::fromUtf8(kPdfText)); });

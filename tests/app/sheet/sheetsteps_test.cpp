@@ -14,6 +14,7 @@
 
 #include <QFile>
 #include <QLabel>
+#include <QProcess>
 #include <QPushButton>
 #include <QTemporaryDir>
 
@@ -235,6 +236,55 @@ TEST_F(SheetStepsTest, pdfPagesFollowTheSheetsLength) {
         EXPECT_GE(pages, row.minPages);
         EXPECT_LE(pages, row.maxPages);
     }
+}
+
+// The text of a PDF, page by page; empty when pdftotext is missing.
+QStringList pdfText(const QString& path) {
+    QProcess p;
+    p.start(QStringLiteral("pdftotext"), {path, QStringLiteral("-")});
+    if (!p.waitForFinished(30000)) return {};
+    return QString::fromUtf8(p.readAllStandardOutput()).split(QChar('\f'));
+}
+
+TEST_F(SheetStepsTest, noPageCutsAWorkedStepOrAKeptBlock) {
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    // Steps and kept blocks of uneven heights, so that boundaries fall everywhere.
+    std::string html = "<div class=\"steps\">";
+    for (int k = 1; k <= 30; ++k) {
+        const std::string n = std::to_string(k);
+        html += "<div class=\"step\"><p class=\"h4\"><span class=\"stnum\">" + n + "</span> Trin " + n +
+                " start</p>";
+        for (int line = 0; line < 2 + (k * 7) % 9; ++line)
+            html += "<p>mellemregning " + std::to_string(line) + "</p>";
+        html += "<p>Trin " + n + " slut</p></div>";
+    }
+    html += "</div>";
+    for (int k = 1; k <= 15; ++k) {
+        const std::string n = std::to_string(k);
+        html += "<div class=\"pdf-keep\"><p>Blok " + n + " start</p>";
+        for (int line = 0; line < 3 + (k * 5) % 11; ++line)
+            html += "<p>linje " + std::to_string(line) + "</p>";
+        html += "<p>Blok " + n + " slut</p></div>";
+    }
+    app::SheetView view;
+    view.setContent(fl::takeRender(html));
+    const QString path = dir.filePath("steps.pdf");
+    ASSERT_TRUE(view.printToPdf("Trin", path));
+    const QStringList pages = pdfText(path);
+    ASSERT_GT(pages.size(), 4) << "pdftotext missing or the PDF too short";
+    const auto pageOf = [&](const QString& text) {
+        for (int i = 0; i < pages.size(); ++i)
+            if (pages[i].contains(text)) return i;
+        return -1;
+    };
+    for (const char* kind : {"Trin", "Blok"})
+        for (int k = 1; k <= (kind[0] == 'T' ? 30 : 15); ++k) {
+            const QString start = QStringLiteral("%1 %2 start").arg(kind).arg(k);
+            const int first = pageOf(start);
+            ASSERT_GE(first, 0) << start.toStdString();
+            EXPECT_EQ(pageOf(QStringLiteral("%1 %2 slut").arg(kind).arg(k)), first) << start.toStdString();
+        }
 }
 
 TEST_F(SheetStepsTest, pdfButtonReportsItsOutcome) {
