@@ -8,6 +8,7 @@
 #include "fl/formulas/help.h"
 #include "fl/formulas/solve.h"
 
+#include <map>
 #include <set>
 
 namespace fl {
@@ -29,10 +30,6 @@ std::string symbolMath(const std::string& symbol) {
     return render(makeVar(symbol), false);
 }
 
-std::string primaryMath(const Formula& f) {
-    const FormulaForm& primary = f.forms.front();
-    return symbolMath(primary.var) + " = " + renderMath(parse(primary.expr));
-}
 
 // The quantities a student may leave empty, each once, in the order of the fields.
 std::vector<std::string> solvable(const Formula& f) {
@@ -69,17 +66,31 @@ std::string countLine(const FinderNode& node, const OpenRoute& open, const TileL
     return "<span style=\"color:" + look.accent + ";font-size:9pt\">" + line + " ›</span>";
 }
 
+// A subject is drawn like the tool that stands for it, a leaf like its first
+// tool, so that six subjects don't look alike; the magnifier is the last resort.
+std::string nodeIconKey(const FinderNode& node, const std::string& subject) {
+    static const std::map<std::string, std::string> subjects{{"dc", "res"},     {"ac", "acdemo"},
+                                                             {"tf", "trefase"}, {"energi", "energi"},
+                                                             {"inst", "insttest"}, {"ma", "tri"}};
+    for (const std::string& route : node.routes)
+        if (!tileIcon(route).empty()) return route;
+    const auto it = subjects.find(subject);
+    return it == subjects.end() ? std::string("finder") : it->second;
+}
+
 std::string nodeTiles(const FinderNode& node, const std::string& path, const OpenRoute& open,
                       const TileLook& look) {
     std::vector<std::string> cells;
     for (const FinderNode& child : node.children) {
         if (nodeClosed(child, open)) continue;
         const std::string href = "fm:" + (path.empty() ? child.id : path + "/" + child.id);
+        const std::string subject = path.empty() ? child.id : path.substr(0, path.find('/'));
+        const std::string iconKey = path.empty() ? nodeIconKey(FinderNode{}, subject) : nodeIconKey(child, subject);
         std::string below;
         if (!child.blurb.empty()) below += "<span class=\"crumb\">" + child.blurb + "</span><br>";
         below += countLine(child, open, look);
         cells.push_back(
-            tileCell(href, iconKeyImageRef("finder", look.accent, 38), 38, child.title, below, look));
+            tileCell(href, iconKeyImageRef(iconKey, look.accent, 38), 38, child.title, below, look));
     }
     return tileTable(cells);
 }
@@ -89,7 +100,7 @@ std::string calculatorTiles(const std::vector<std::string>& keys, const TileLook
     for (const std::string& key : keys) {
         const Formula* f = findFormula(key);
         if (!f || f->forms.empty()) continue;
-        const std::string below = "<span class=\"eq\" style=\"font-size:13pt\">" + primaryMath(*f) +
+        const std::string below = "<span class=\"eq\" style=\"font-size:13pt\">" + primaryFormula(*f) +
                                   "</span><br><span class=\"crumb\">Find " + orList(solvable(*f)) +
                                   "</span><br><span style=\"color:" + look.accent +
                                   ";font-size:9pt\">Åbn udregneren ›</span>";
@@ -99,6 +110,11 @@ std::string calculatorTiles(const std::vector<std::string>& keys, const TileLook
 }
 
 } // namespace
+
+std::string primaryFormula(const Formula& f) {
+    const FormulaForm& primary = f.forms.front();
+    return symbolMath(primary.var) + " = " + renderMath(parse(primary.expr));
+}
 
 std::vector<std::string> openFamilies(const FinderNode& node, const OpenRoute& open) {
     std::vector<std::string> out;
@@ -123,9 +139,9 @@ std::string parentPath(const std::string& path) {
 
 std::string formulaCard(const Formula& f) {
     std::string html = "<div class=\"card\"><p><b style=\"font-size:12.5pt\"><a href=\"go:" + f.key + "\">" +
-                       f.title + "</a></b> <span class=\"crumb\">(" + pageRef(f.page, "formelsamlingen") +
+                       symbolHtml(f.title) + "</a></b> <span class=\"crumb\">(" + pageRef(f.page, "formelsamlingen") +
                        ")</span></p>";
-    if (!f.forms.empty()) html += "<p class=\"eq\" style=\"font-size:16pt\">" + primaryMath(f) + "</p>";
+    if (!f.forms.empty()) html += "<p class=\"eq\" style=\"font-size:16pt\">" + primaryFormula(f) + "</p>";
     if (const std::string purpose = familyPurpose(f.key); !purpose.empty())
         html += "<p><b>Bruges til:</b> " + purpose + "</p>";
     html += "<p style=\"margin-bottom:2px\"><b>Det betyder bogstaverne:</b></p><table cellspacing=\"0\" "
@@ -153,7 +169,7 @@ std::string formulaCard(const Formula& f) {
 
 std::string formulaStatic(const Formula& f) {
     if (f.forms.empty()) return {};
-    std::string html = "<div class=\"eq\">" + primaryMath(f) + "</div>";
+    std::string html = "<div class=\"eq\">" + primaryFormula(f) + "</div>";
     if (!f.definitions.empty()) {
         html += "<p class=\"crumb\">hvor ";
         for (size_t i = 0; i < f.definitions.size(); ++i) {

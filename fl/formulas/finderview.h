@@ -32,6 +32,11 @@ std::string parentPath(const std::string& path);
 
 std::string finderMarkup(const FinderState& state);
 
+// The primary form as every formula line shows it: the symbol, " = " and the
+// right-hand side, which is an expression image when it holds a fraction or
+// a root. Inside a rendering pass.
+std::string primaryFormula(const Formula& f);
+
 // The family's card: title with its page, the formula, what it is used for,
 // what each letter means, the note and every arrangement.
 std::string formulaCard(const Formula& f);

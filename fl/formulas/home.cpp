@@ -3,6 +3,7 @@
 // the finder uses as well.
 #include "fl/formulas/home.h"
 
+#include "fl/expr/markup.h"
 #include "fl/formulas/catalogue.h"
 #include "fl/formulas/icons.h"
 #include "fl/formulas/routes.h"
@@ -42,6 +43,14 @@ void group(std::string& html, const std::string& title, const std::string& body)
     html += "<h3 class=\"sh\">" + title + "</h3>" + body;
 }
 
+// A chip's words held together: a chip broken over two lines reads as two.
+std::string unbroken(const std::string& words) {
+    std::string out;
+    for (char c : words)
+        out += c == ' ' ? std::string("&nbsp;") : std::string(1, c);
+    return out;
+}
+
 } // namespace
 
 std::string iconKeyImageRef(const std::string& key, const std::string& colour, int px) {
@@ -71,7 +80,8 @@ std::string tileCell(const std::string& href, const std::string& iconRef, int ic
         html += "<img src=\"" + iconRef + "\" width=\"" + px + "\" height=\"" + px + "\"><br>";
     }
     html +=
-        "<b style=\"color:" + look.text + ";font-size:11pt\">" + name + "</b><br>" + belowHtml + "</a></td>";
+        "<b style=\"color:" + look.text + ";font-size:11pt\">" + symbolHtml(name) + "</b><br>" + belowHtml +
+        "</a></td>";
     return html;
 }
 
@@ -109,7 +119,7 @@ std::string chipRow(const std::vector<std::string>& routes, const OpenRoute& ope
     for (const std::string& route : routes) {
         const Tile* tile = findFamilyOrTile(route);
         if (!tile || (open && !open(route))) continue;
-        chips += "<a class=\"hchip\" href=\"go:" + route + "\">&nbsp;" + tile->name + "&nbsp;</a>&nbsp; ";
+        chips += "<a class=\"hchip\" href=\"go:" + route + "\">&nbsp;" + unbroken(tile->name) + "&nbsp;</a>&nbsp; ";
     }
     return chips.empty() ? std::string() : "<p class=\"chips\">" + chips + "</p>";
 }
@@ -134,7 +144,7 @@ std::string formulaChips(const OpenRoute& open) {
             if (f.group != name || f.topic.empty() || met.count(f.topic) || (open && !open(f.key))) continue;
             met.insert(f.topic);
             chips += "<a class=\"hchip\" href=\"go:" + f.key + "\">&nbsp;<span class=\"crumb\">" + label +
-                     "</span> " + f.topic + "&nbsp;</a>&nbsp; ";
+                     "</span>&nbsp;" + unbroken(f.topic) + "&nbsp;</a>&nbsp; ";
         }
     }
     return chips;
