@@ -18,6 +18,13 @@ std::string displayList(const std::vector<std::string>& symbols) {
     return out;
 }
 
+// A text that is a plain number, only too large for a double ("1e999").
+bool tooLarge(const std::string& text) {
+    double mantissa = 0;
+    std::string prefix;
+    return parseWithPrefix(text, &mantissa, &prefix) && std::isinf(mantissa);
+}
+
 } // namespace
 
 FieldCheck checkFields(const Formula& f, const std::map<std::string, std::string>& texts) {
@@ -28,13 +35,22 @@ FieldCheck checkFields(const Formula& f, const std::map<std::string, std::string
         const double value = it == texts.end() ? NAN : readValue(it->second, &blank);
         if (blank)
             c.empty.push_back(v.symbol);
-        else if (std::isnan(value))
+        else if (!std::isfinite(value))
             c.unreadable.push_back(v.symbol);
         else
             c.values[v.symbol] = value;
     }
     if (!c.unreadable.empty()) {
         c.refusal = "Jeg kan ikke læse værdien for " + displayList(c.unreadable) + ".";
+        std::vector<std::string> large, bad;
+        for (const std::string& s : c.unreadable)
+            (tooLarge(texts.at(s)) ? large : bad).push_back(s);
+        if (!bad.empty())
+            c.refusal += " Skriv et tal uden enhed, fx 230, 0,5, 4,7k, 25e-6 eller 400/√3 – med højst ét "
+                         "decimalkomma.";
+        if (!large.empty())
+            c.refusal += large.size() == 1 ? " Tallet for " + displayList(large) + " er for stort til at regne med."
+                                           : " Tallene for " + displayList(large) + " er for store til at regne med.";
         return c;
     }
     if (c.empty.size() != 1) {
@@ -60,6 +76,7 @@ std::string interpretLine(const std::string& text, const std::string& badColour)
     const double value = readValue(text, &blank);
     if (blank) return {};
     if (std::isnan(value)) return "<span style=\"color:" + badColour + "\">kan ikke læses</span>";
+    if (std::isinf(value)) return "<span style=\"color:" + badColour + "\">for stort tal</span>";
     return "= " + fmtNumber(value);
 }
 

@@ -22,13 +22,14 @@ struct FieldCheck {
 
 // `texts` maps each symbol to what its field holds; a missing symbol counts
 // as an empty field. Refusals, first match wins:
-//   a field that doesn't read     "Jeg kan ikke læse værdien for R, I."
+//   a field that doesn't read     "Jeg kan ikke læse værdien for R, I.", then what may be typed,
+//                                 or that a number is too large to work with
 //   not exactly one field empty   "Udfyld alle værdier undtagen den, du vil finde. Tomme felter nu: U, I."
 //   no form for the empty one     "X<sub>L</sub> kan ikke isoleres direkte i denne formel. Se noten ovenfor."
 FieldCheck checkFields(const Formula& f, const std::map<std::string, std::string>& texts);
 
 // The line under a field: "= " + the value as read, a warning in `badColour`
-// for text that doesn't read, nothing for an empty field.
+// for text that doesn't read or a number too large, nothing for an empty field.
 std::string interpretLine(const std::string& text, const std::string& badColour);
 
 } // namespace fl

@@ -17,6 +17,8 @@ const fl::Formula& family(const char* key) {
     return *f;
 }
 
+#define HINT " Skriv et tal uden enhed, fx 230, 0,5, 4,7k, 25e-6 eller 400/√3 – med højst ét decimalkomma."
+
 TEST(CheckFields, refusesInTheStudentsWords) {
     struct Row {
         const char* name;
@@ -32,11 +34,16 @@ TEST(CheckFields, refusesInTheStudentsWords) {
         {"unreadable before empty",
          "ohm",
          {{"U", ""}, {"I", ""}, {"R", "abc"}},
-         "Jeg kan ikke læse værdien for R."},
+         "Jeg kan ikke læse værdien for R." HINT},
+        {"two decimal commas", "ohm", {{"U", ""}, {"I", "2"}, {"R", "1,2,3"}}, "Jeg kan ikke læse værdien for R." HINT},
+        {"a number too large is named as such",
+         "ohm",
+         {{"U", ""}, {"I", "2"}, {"R", "1e999"}},
+         "Jeg kan ikke læse værdien for R. Tallet for R er for stort til at regne med."},
         {"unreadable in display form",
          "ZRLC",
          {{"Z", "x"}, {"R", "5"}, {"XL", "2/0"}, {"XC", ""}},
-         "Jeg kan ikke læse værdien for Z, X<sub>L</sub>."},
+         "Jeg kan ikke læse værdien for Z, X<sub>L</sub>." HINT},
         {"empty list in display form",
          "ZRLC",
          {{"Z", "10"}, {"R", ""}, {"XL", ""}, {"XC", "5"}},
