@@ -617,11 +617,18 @@ void paint(QPainter& painter, const QPointF& at, const Placed& placed, const Mat
 
 } // namespace
 
-MathStyle sheetMathStyle(bool ownCell) {
+MathStyle sheetMathStyle(bool ownCell, double pt) {
     MathStyle s;
     s.font = mathFont(13);
-    s.color = qcolor(colors().text);
     s.lineHeight = 18 * textScale();
+    // In a formula line of its own size (already scaled), the image is set
+    // at that size, and so is its main line.
+    if (pt > 0) {
+        s.font.setPointSizeF(pt);
+        s.lineHeight = 18 * pt / 13;
+        s.around = s.font;
+    }
+    s.color = qcolor(colors().text);
     // The cells of an equation table are set at 13.5 pt (table.eqs td).
     if (ownCell) s.around = mathFont(13.5);
     s.ownCell = ownCell;

@@ -32,8 +32,9 @@ struct MathStyle {
 
 // The sheets' style: the math font at 13 pt in the text colour, main line
 // 18 pixels; both follow the text scale. `ownCell` for an image that stands
-// alone in a cell of an equation table.
-MathStyle sheetMathStyle(bool ownCell = false);
+// alone in a cell of an equation table; `pt` (scaled already) for one in a
+// formula line of another size.
+MathStyle sheetMathStyle(bool ownCell = false, double pt = 0);
 
 // Where the image's content lies, in logical pixels.
 struct MathMetrics {

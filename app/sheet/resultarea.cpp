@@ -14,6 +14,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QScrollArea>
 #include <QStandardPaths>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -61,7 +62,21 @@ SheetBox::SheetBox(QWidget* parent) : QWidget(parent) {
     connect(all, &QPushButton::clicked, sheet, &SheetView::revealAll);
     connect(sheet, &SheetView::contentChanged, this, &SheetBox::updateBar);
     connect(sheet, &SheetView::revealChanged, this, &SheetBox::updateBar);
+    connect(sheet, &SheetView::revealChanged, this, &SheetBox::keepBarInView);
     updateBar();
+}
+
+// Each step revealed pushes the bar down; the page follows it, so that the
+// next press needs no scrolling.
+void SheetBox::keepBarInView() {
+    QTimer::singleShot(0, this, [this] {
+        if (!barWidget->isVisible()) return;
+        for (QWidget* w = parentWidget(); w; w = w->parentWidget())
+            if (auto* scroller = qobject_cast<QScrollArea*>(w)) {
+                scroller->ensureWidgetVisible(barWidget, 0, 24);
+                return;
+            }
+    });
 }
 
 void SheetBox::updateBar() {
@@ -116,8 +131,13 @@ void ResultArea::clear() {
     barWidget->hide();
 }
 
+QString ResultArea::pdfTitle() const {
+    const QString own = sheetTitle(QString::fromStdString(view()->markup()));
+    return own.isEmpty() ? sheetTitle(QLatin1String("<h2>") + title + QLatin1String("</h2>")) : own;
+}
+
 void ResultArea::savePdf() {
-    const QString title = sheetTitle(QString::fromStdString(view()->markup()));
+    const QString title = pdfTitle();
     const QString dir = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     QString path =
         QFileDialog::getSaveFileName(this, QStringLiteral("Gem som PDF"), QDir(dir).filePath(pdfName(title)),
@@ -134,7 +154,7 @@ bool ResultArea::savePdfTo(const QString& path) {
     pdf->setEnabled(false);
     pdf->setText(QStringLiteral("Laver PDF…"));
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-    const bool ok = view()->printToPdf(sheetTitle(QString::fromStdString(view()->markup())), path);
+    const bool ok = view()->printToPdf(pdfTitle(), path, title);
     pdf->setEnabled(true);
     if (!ok) {
         pdf->setText(QString::fromUtf8(kPdfText));

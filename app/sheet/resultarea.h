@@ -28,6 +28,8 @@ class SheetBox : public QWidget {
     QLabel* label() const { return text; }
 
     void updateBar();
+    // Scrolls the page so that the bar stands in view after a reveal.
+    void keepBarInView();
 
   private:
     SheetView* sheet = nullptr;
@@ -53,6 +55,11 @@ class ResultArea : public QWidget {
     QWidget* pdfBar() const { return barWidget; }
     QPushButton* pdfButton() const { return pdf; }
 
+    // The title of a sheet that has no heading of its own (markup, with
+    // subscripts): the PDF's proposed file name, title and heading.
+    void setTitle(const QString& html) { title = html; }
+    // The sheet's own heading, else the title above, as plain text.
+    QString pdfTitle() const;
     // Asks for a file name and writes the PDF.
     void savePdf();
     // Writes the PDF to `path`, with the button's texts while it works.
@@ -62,6 +69,7 @@ class ResultArea : public QWidget {
     SheetBox* box = nullptr;
     QWidget* barWidget = nullptr;
     QPushButton* pdf = nullptr;
+    QString title;
 };
 
 } // namespace app

@@ -200,11 +200,12 @@ void paintHeadFoot(QPainter& p, const QSizeF& area, const QString& left, int pag
 
 } // namespace
 
-bool SheetView::printToPdf(const QString& title, const QString& path) {
-    return printToPdf(fl::RenderResult{html, figs, maths}, title, path);
+bool SheetView::printToPdf(const QString& title, const QString& path, const QString& heading) {
+    return printToPdf(fl::RenderResult{html, figs, maths}, title, path, heading);
 }
 
-bool SheetView::printToPdf(const fl::RenderResult& sheet, const QString& title, const QString& path) const {
+bool SheetView::printToPdf(const fl::RenderResult& sheet, const QString& title, const QString& path,
+                           const QString& heading) const {
     const std::string& html = sheet.html;
     const std::vector<std::string>& figs = sheet.figs;
     const std::vector<fl::NodePtr>& maths = sheet.maths;
@@ -240,7 +241,10 @@ bool SheetView::printToPdf(const fl::RenderResult& sheet, const QString& title, 
     // Inside a card a figure has the page less the card's frame and padding.
     text = fitImages(text, int(std::min<double>(pdfWidth, body.width())) - 60);
     text = applySpoilers(text, true);
-    text = rewriteBoxes(text, paper, Medium::Paper);
+    text = inlineSizes(rewriteBoxes(text, paper, Medium::Paper), 1.0);
+    // A sheet without a head of its own (a formula's answer) is headed by its title.
+    if (!heading.isEmpty() && sheetTitle(text).isEmpty())
+        text.prepend(QLatin1String("<h2>") + heading + QLatin1String("</h2>"));
 
     // The document never asks the view: every image is in it beforehand.
     const QMap<QString, QSize> sizes = figureSizes(text);
@@ -251,6 +255,7 @@ bool SheetView::printToPdf(const fl::RenderResult& sheet, const QString& title, 
                             renderFigure(onPaper(figs[size_t(n)]), kPrintRatio, it.value()));
     }
     const QSet<QString> inCells = cellImages(text);
+    const QMap<QString, double> linePts = mathSizes(text);
     for (size_t i = 0; i < maths.size(); ++i) {
         if (!maths[i]) continue;
         const QString name = QStringLiteral("m:%1").arg(i);
@@ -260,6 +265,10 @@ bool SheetView::printToPdf(const fl::RenderResult& sheet, const QString& title, 
         ink.font.setPointSizeF(13);
         ink.color = qcolor(paper.text);
         ink.lineHeight = 18;
+        if (const double pt = linePts.value(name, 0.0); pt > 0) {
+            ink.font.setPointSizeF(pt);
+            ink.lineHeight = 18 * pt / 13;
+        }
         ink.ownCell = inCells.contains(name);
         if (ink.ownCell) {
             ink.around = ink.font;

@@ -343,7 +343,156 @@ QString visibleSheet(const QString& html, const SheetState& s, const ThemeColors
         answer = s.revealed >= s.stepCount;
     }
     out = applySpoilers(out, answer);
-    return rewriteBoxes(out, c);
+    return inlineSizes(rewriteBoxes(out, c), s.textScale);
+}
+
+namespace {
+
+struct OpenTag {
+    QString name;
+    double size = 0; // handed down to what is inside; 0 for none
+};
+
+bool isVoid(QStringView name) {
+    return name == u"img" || name == u"br" || name == u"hr" || name == u"col" || name == u"meta";
+}
+
+bool isInline(QStringView name) {
+    for (const char16_t* n : {u"span", u"a", u"b", u"i", u"em", u"strong", u"sub", u"sup", u"font", u"img"})
+        if (name == n) return true;
+    return false;
+}
+
+// Classes of the typeset formula, which set no size of their own.
+bool typesetClasses(QStringView classes) {
+    for (QStringView w : classes.split(' ', Qt::SkipEmptyParts))
+        if (w != u"v" && w != u"fn" && w != u"sq" && w != u"rad" && w != u"fr" && w != u"math") return false;
+    return true;
+}
+
+// Formula lines whose size comes from the stylesheet: the images in them
+// are drawn at that size.
+double classFormulaSize(QStringView classes) {
+    return hasWord(classes, u"eq") || hasWord(classes, u"fceq") ? 19.0 : 0.0;
+}
+
+const QRegularExpression& sizePattern() {
+    static const QRegularExpression re(QStringLiteral("font-size:\\s*(\\d+(?:\\.\\d+)?)pt"));
+    return re;
+}
+
+QString ptText(double pt) {
+    return QString::number(pt, 'f', 1) + QLatin1String("pt");
+}
+
+// The tag with `font-size:` set to `pt`, added to its style or in a style of its own.
+QString withSize(QStringView tag, double pt) {
+    QString out = tag.toString();
+    const qsizetype style = out.indexOf(QLatin1String("style=\""));
+    const QString decl = QLatin1String("font-size:") + ptText(pt);
+    if (style >= 0) {
+        out.insert(style + 7, decl + ';');
+        return out;
+    }
+    qsizetype end = out.size() - 1; // the ">"
+    if (end > 0 && out[end - 1] == '/') --end;
+    out.insert(end, QLatin1String(" style=\"") + decl + '"');
+    return out;
+}
+
+} // namespace
+
+QString inlineSizes(const QString& html, double scale) {
+    const bool scaled = scale != 1.0;
+    if (!html.contains(QLatin1String("font-size:")) && !html.contains(QLatin1String("class=\"math\"")))
+        return html;
+    QString out;
+    out.reserve(html.size() + html.size() / 8);
+    std::vector<OpenTag> open;
+    qsizetype pos = 0;
+    while (pos < html.size()) {
+        const qsizetype lt = html.indexOf('<', pos);
+        if (lt < 0) break;
+        const qsizetype gt = html.indexOf('>', lt);
+        if (gt < 0) break;
+        out += QStringView(html).mid(pos, lt - pos);
+        pos = gt + 1;
+        const QStringView tag = QStringView(html).mid(lt, gt + 1 - lt);
+        if (tag.startsWith(u"</")) {
+            const QStringView name = tag.mid(2, tag.size() - 3).trimmed();
+            for (auto it = open.rbegin(); it != open.rend(); ++it)
+                if (QStringView(it->name).compare(name, Qt::CaseInsensitive) == 0) {
+                    open.erase(std::next(it).base(), open.end());
+                    break;
+                }
+            out += tag;
+            continue;
+        }
+        if (tag.startsWith(u"<!") || tag.size() < 3) {
+            out += tag;
+            continue;
+        }
+        qsizetype n = 1;
+        while (n < tag.size() && (tag[n].isLetterOrNumber())) ++n;
+        const QString name = tag.mid(1, n - 1).toString().toLower();
+        const QStringView classes = classOf(tag);
+        const double outer = open.empty() ? 0.0 : open.back().size;
+
+        double own = 0;
+        QString written = tag.toString();
+        if (const auto m = sizePattern().match(tag); m.hasMatch()) {
+            own = m.capturedView(1).toDouble() * scale;
+            if (scaled)
+                written.replace(m.capturedStart(1), m.capturedLength(1) + 2, ptText(own));
+        } else if (outer > 0 && isInline(name) && typesetClasses(classes)) {
+            own = outer;
+            written = withSize(tag, outer);
+        }
+        out += written;
+        if (isVoid(name) || tag.endsWith(u"/>")) continue;
+        double inside = own;
+        if (inside == 0) {
+            const double fromClass = classFormulaSize(classes);
+            if (fromClass > 0)
+                inside = fromClass * scale;
+            else if (classes.isEmpty() || typesetClasses(classes))
+                inside = outer;
+        }
+        open.push_back({name, inside});
+    }
+    out += QStringView(html).mid(pos);
+    return out;
+}
+
+QMap<QString, double> mathSizes(const QString& html) {
+    static const QRegularExpression img(
+        QStringLiteral("<img class=\"math\" src=\"(m:[0-9]+)\"[^>]*font-size:(\\d+(?:\\.\\d+)?)pt"));
+    QMap<QString, double> sizes;
+    for (auto it = img.globalMatch(html); it.hasNext();) {
+        const auto m = it.next();
+        sizes.insert(m.captured(1), m.capturedView(2).toDouble());
+    }
+    return sizes;
+}
+
+QList<qsizetype> topLevelCuts(const QString& html) {
+    QList<qsizetype> cuts{0};
+    int depth = 0;
+    qsizetype pos = 0;
+    while (true) {
+        const qsizetype o = html.indexOf(QLatin1String("<table"), pos);
+        const qsizetype c = html.indexOf(QLatin1String("</table>"), pos);
+        if (o < 0 && c < 0) break;
+        if (o >= 0 && (c < 0 || o < c)) {
+            if (depth == 0 && o > 0) cuts.push_back(o);
+            ++depth;
+            pos = o + 6;
+        } else {
+            depth = std::max(0, depth - 1);
+            pos = c + 8;
+        }
+    }
+    return cuts;
 }
 
 QString sheetTitle(const QString& html) {

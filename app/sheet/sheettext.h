@@ -7,6 +7,8 @@
 
 #include "app/shell/theme.h"
 
+#include <QList>
+#include <QMap>
 #include <QRegularExpression>
 #include <QSet>
 #include <QString>
@@ -45,15 +47,34 @@ QSet<QString> cellImages(const QString& html);
 // Elements of class "no-print" dropped, for paper.
 QString dropNoPrint(const QString& html);
 
+// Sizes written into the markup itself (style="font-size:16pt") are scaled
+// by the text scale like the stylesheet's, and handed down to the inline
+// elements inside: the text engine gives an element with a class the size
+// its ancestors' rules say, not the inline size of the element around it, so
+// a variable in a 16 pt formula would otherwise come out at 19 pt or 11 pt.
+// An expression image in a formula line (class "eq" or an inline size) gets
+// that size too, so that it is drawn at the size of the text beside it.
+QString inlineSizes(const QString& html, double scale);
+// The point size each "m:N" image was given by inlineSizes(); images
+// without one are absent.
+QMap<QString, double> mathSizes(const QString& html);
+
 struct SheetState {
     int width = 0; // the viewport's, in pixels
     bool stepMode = false;
     int revealed = 0;
     int stepCount = 0;
+    double textScale = 1.0;
 };
 
-// The whole chain, in its order: cards, figures, steps, spoilers, boxes.
+// The whole chain, in its order: cards, figures, steps, spoilers, boxes,
+// inline sizes.
 QString visibleSheet(const QString& html, const SheetState& state, const ThemeColors& c);
+
+// Where a long sheet may be cut for showing it piece by piece: before each
+// table that stands at the top level (a card, a box), never inside one.
+// The first piece starts at 0; each position is the start of a piece.
+QList<qsizetype> topLevelCuts(const QString& html);
 
 // The first h2 of a sheet as plain text: the title a PDF gets by default.
 QString sheetTitle(const QString& html);

@@ -22,6 +22,7 @@
 
 #include <cmath>
 #include <functional>
+#include <utility>
 
 namespace app {
 
@@ -165,6 +166,13 @@ void SheetView::setProvider(Provider fn) {
 
 void SheetView::refresh() {
     if (!provider) return;
+    // A page that isn't on screen writes its markup when it is shown again:
+    // a change of theme or text size then costs only the page in view.
+    if (window()->isVisible() && !isVisible()) {
+        stale = true;
+        return;
+    }
+    stale = false;
     fl::resetFigures();
     fl::RenderResult r = provider();
     // A provider may hand its lists back itself, or leave them where
@@ -208,6 +216,9 @@ void SheetView::revealAll() {
 
 void SheetView::clear() {
     provider = nullptr;
+    stale = false;
+    ++generation;
+    pending.clear();
     html.clear();
     figs.clear();
     maths.clear();
@@ -237,6 +248,7 @@ QString SheetView::visibleHtml() const {
     s.stepMode = stepMode;
     s.revealed = revealed;
     s.stepCount = stepCount;
+    s.textScale = textScale();
     return visibleSheet(QString::fromStdString(html), s, colors());
 }
 
@@ -252,18 +264,60 @@ void SheetView::rebuild() {
         const qreal width = std::max(viewWidth(), 200);
         if (document()->textWidth() != width) document()->setTextWidth(width);
     }
+    ++generation;
+    pending.clear();
     document()->setDefaultStyleSheet(documentStyleSheet());
     lastWidth = viewWidth();
     const QString visible = visibleHtml();
     figSizes = figureSizes(visible);
     cellMaths = cellImages(visible);
+    mathPts = mathSizes(visible);
+
+    // A long sheet (the finder's every formula) is shown piece by piece: the
+    // first screens at once, the rest appended while the event loop runs, so
+    // the page paints and answers the mouse long before all of it is laid out.
+    qsizetype firstEnd = visible.size();
+    if (visible.size() > kLongSheet) {
+        const QList<qsizetype> cuts = topLevelCuts(visible);
+        qsizetype pieceStart = -1;
+        for (qsizetype cut : cuts) {
+            if (pieceStart < 0) {
+                if (cut >= kPiece) {
+                    firstEnd = cut;
+                    pieceStart = cut;
+                }
+            } else if (cut - pieceStart >= kPiece) {
+                pending.push_back(visible.mid(pieceStart, cut - pieceStart));
+                pieceStart = cut;
+            }
+        }
+        if (pieceStart >= 0) pending.push_back(visible.mid(pieceStart));
+    }
     // The width first: the document lays itself out at every change of its
     // text or its width, and a long sheet takes that time twice otherwise.
     if (autoHeight) setDocumentWidth();
     // The body element carries the stylesheet's font, size and colour; a
     // fragment without one gets the widget's font instead.
-    QTextEdit::setHtml(QLatin1String("<body>") + visible + QLatin1String("</body>"));
+    QTextEdit::setHtml(QLatin1String("<body>") + visible.left(firstEnd) + QLatin1String("</body>"));
     if (autoHeight) fitHeight();
+    if (!pending.empty()) QTimer::singleShot(0, this, [this, g = generation] { appendPending(g); });
+}
+
+void SheetView::appendPending(int forGeneration) {
+    if (forGeneration != generation || pending.empty()) return;
+    const QString piece = pending.front();
+    pending.pop_front();
+    QTextCursor end(document());
+    end.movePosition(QTextCursor::End);
+    end.insertHtml(QLatin1String("<body>") + piece + QLatin1String("</body>"));
+    if (autoHeight) fitHeight();
+    if (!pending.empty()) QTimer::singleShot(0, this, [this, g = generation] { appendPending(g); });
+}
+
+void SheetView::finishLoading() {
+    const int g = generation;
+    while (!pending.empty() && g == generation)
+        appendPending(g);
 }
 
 void SheetView::setDocumentWidth() {
@@ -311,7 +365,7 @@ QVariant SheetView::drawImage(const QString& name, double dpr) const {
         return renderFigure(figs[size_t(n)], dpr, figSizes.value(name));
     }
     if (!ok || n < 0 || size_t(n) >= maths.size() || !maths[size_t(n)]) return blank;
-    return mathImage(maths[size_t(n)], sheetMathStyle(cellMaths.contains(name)), dpr);
+    return mathImage(maths[size_t(n)], sheetMathStyle(cellMaths.contains(name), mathPts.value(name, 0.0)), dpr);
 }
 
 QMap<QString, QSize> figureSizes(const QString& html) {
@@ -343,6 +397,13 @@ QImage renderFigure(const std::string& svg, double dpr, QSize size) {
 }
 
 void SheetView::resizeEvent(QResizeEvent* event) {
+    // A page out of view is resized with the window (a new text size widens
+    // the sidebar); its sheet is laid out at the new width when it is shown.
+    if (autoHeight && window()->isVisible() && !isVisible()) {
+        QAbstractScrollArea::resizeEvent(event);
+        resizedAway = true;
+        return;
+    }
     QTextBrowser::resizeEvent(event);
     const int w = viewWidth();
     if (std::abs(w - lastWidth) > 12 && html.find("<img src=\"f:") != std::string::npos)
@@ -384,6 +445,30 @@ void SheetView::mouseReleaseEvent(QMouseEvent* event) {
         }
     }
     QTextBrowser::mouseReleaseEvent(event);
+}
+
+void SheetView::changeEvent(QEvent* event) {
+    // The document takes its fonts from its stylesheet. Handing it the
+    // widget's new font (as the text edit does) would lay every sheet out
+    // again, those out of view too, when a new text size restyles the window.
+    if (event->type() == QEvent::FontChange) {
+        QAbstractScrollArea::changeEvent(event);
+        return;
+    }
+    QTextBrowser::changeEvent(event);
+}
+
+void SheetView::showEvent(QShowEvent* event) {
+    QTextBrowser::showEvent(event);
+    const bool resized = std::exchange(resizedAway, false);
+    if (stale) {
+        refresh();
+    } else if (resized && hasContent()) {
+        if (std::abs(viewWidth() - lastWidth) > 12 && html.find("<img src=\"f:") != std::string::npos)
+            rebuild();
+        else
+            fitHeight();
+    }
 }
 
 void SheetView::leaveEvent(QEvent* event) {

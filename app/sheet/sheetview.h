@@ -15,6 +15,7 @@
 #include <QTextBrowser>
 #include <QVariant>
 
+#include <deque>
 #include <functional>
 #include <string>
 #include <vector>
@@ -47,12 +48,18 @@ class SheetView : public QTextBrowser {
     void revealAll();
     void clear();
     void setExtraCss(const QString& css) { extraCss = css; }
+    // Appends at once what a long sheet still has to show (for printing
+    // and tests; on screen it arrives by itself).
+    void finishLoading();
+    bool loading() const { return !pending.empty(); }
 
     // Writes the sheet to a PDF file on A4; false when the file can't be written.
-    bool printToPdf(const QString& title, const QString& path);
+    // `heading` (markup) heads a sheet that has no h2 of its own.
+    bool printToPdf(const QString& title, const QString& path, const QString& heading = QString());
     // The same for a sheet that is printed without being shown (a worksheet
     // with its facit), with this view's rules and width.
-    bool printToPdf(const fl::RenderResult& sheet, const QString& title, const QString& path) const;
+    bool printToPdf(const fl::RenderResult& sheet, const QString& title, const QString& path,
+                    const QString& heading = QString()) const;
 
     // The markup as the text engine gets it.
     QString visibleHtml() const;
@@ -71,6 +78,8 @@ class SheetView : public QTextBrowser {
     int steps() const { return stepCount; }
     int printWidth() const { return pdfWidth; }
     QRectF hoverRect() const { return hotRect; }
+    // The expression of "m:N"; null outside the list.
+    fl::NodePtr mathNode(int n) const { return n >= 0 && size_t(n) < maths.size() ? maths[size_t(n)] : nullptr; }
     // Images drawn so far, by name ("f:0", "m:3").
     const QMap<QString, QVariant>& images() const { return cache; }
 
@@ -98,9 +107,12 @@ class SheetView : public QTextBrowser {
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
   private:
     void rebuild();
+    void appendPending(int forGeneration);
     void setHot(const QRectF& rect);
     QVariant drawImage(const QString& name, double dpr) const;
     friend bool writeSheetPdf(SheetView* view, const QString& title, const QString& path);
@@ -112,6 +124,14 @@ class SheetView : public QTextBrowser {
     QMap<QString, QVariant> cache;
     QMap<QString, QSize> figSizes; // each figure's size in the document shown
     QSet<QString> cellMaths;       // images alone in an equation table's cell
+    QMap<QString, double> mathPts; // images drawn at the size of their formula line
+    // A long sheet's pieces not yet appended; `generation` tells a piece of
+    // an older content from one of this.
+    std::deque<QString> pending;
+    int generation = 0;
+    bool stale = false;       // refresh() came while the page was out of view
+    bool resizedAway = false; // resized while out of view, not laid out since
+    static constexpr qsizetype kLongSheet = 40000, kPiece = 18000; // characters of markup
     QString extraCss;
     QRectF hotRect;
     bool stepMode = false;

@@ -2,13 +2,17 @@
 // formula page (first visit, which builds it, and a return visit), and from
 // Enter in a field to the painted worked sheet; for Ohm's law and for the
 // family with the most quantities, and for the tools; a keystroke in a tool
-// with a live figure. Also the home page and the finder's largest views.
-// Everything runs offscreen in one shown main window.
+// with a live figure. Also the home page, the finder's largest views (a
+// first visit until painted, and until every piece of a long view has
+// arrived) and a change of text size with a few pages made. Everything runs
+// offscreen in one shown main window.
 #include "app/pages/formulas/finderpage.h"
 #include "app/pages/formulas/formulapage.h"
 #include "app/pages/tools/acpages.h"
 #include "app/pages/tools/toolpage.h"
+#include "app/sheet/sheetview.h"
 #include "app/shell/mainwindow.h"
+#include "app/shell/settingspanel.h"
 #include "app/shell/theme.h"
 #include "app/widgets/valuefield.h"
 #include "fl/formulas/catalogue.h"
@@ -17,6 +21,7 @@
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
+#include <QComboBox>
 #include <QElapsedTimer>
 #include <QLineEdit>
 #include <QSlider>
@@ -232,6 +237,50 @@ void BM_demoSliderToPainted(benchmark::State& state, app::AcDemoPage::Quantity q
     settle();
 }
 
+// A first visit: the page made, shown at the path and painted; with `whole`,
+// until the last piece of a long view has been appended as well.
+void BM_finderFirstVisit(benchmark::State& state, int mode, const std::string& path, bool whole) {
+    app::MainWindow& w = window();
+    for (auto _ : state) {
+        app::FinderPage page(mode, &w);
+        page.resize(1000, 760);
+        page.show();
+        page.setPath(path);
+        page.repaint();
+        if (whole) {
+            page.view()->finishLoading();
+            page.repaint();
+        }
+        state.PauseTiming();
+        page.hide();
+        state.ResumeTiming();
+    }
+    state.SetLabel((mode == 0 ? "finder " : "udregnere ") + (path.empty() ? std::string("Alle emner") : path) +
+                   (whole ? ", all of it" : ""));
+    settle();
+}
+
+// "Tekststørrelse" changed in the settings panel until the window is
+// painted, with the pages a student has open after a while.
+void BM_textSizeChange(benchmark::State& state) {
+    app::MainWindow& w = window();
+    for (const char* route : {"finder", "udregnere", "ohm", "tfP", "kabel", "hjem", "tfUY"})
+        w.navigate(QString::fromLatin1(route));
+    QComboBox* size = w.settingsPanel()->textSize;
+    int index = 0;
+    for (auto _ : state) {
+        index = index == 0 ? 2 : 0;
+        size->setCurrentIndex(index);
+        emit size->activated(index);
+        paint(w);
+    }
+    if (index != 0) {
+        size->setCurrentIndex(0);
+        emit size->activated(0);
+    }
+    settle();
+}
+
 const std::string kLargest = largestFamily().key;
 
 BENCHMARK_CAPTURE(BM_firstVisitToPainted, ohm, std::string("ohm"))->Unit(benchmark::kMillisecond);
@@ -268,6 +317,15 @@ BENCHMARK(BM_homeToPainted)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(BM_demoSliderToPainted, f, app::AcDemoPage::F)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(BM_demoSliderToPainted, R, app::AcDemoPage::R)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(BM_finderPathToPainted, rootCards, 0, std::string())->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_finderFirstVisit, allTopicsCards, 0, std::string(), false)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_finderFirstVisit, allTopicsCardsWhole, 0, std::string(), true)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_finderFirstVisit, allTopicsCalculators, 1, std::string(), false)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_finderFirstVisit, largestLeafCards, 0, std::string("ac/serie"), false)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_finderFirstVisit, largestLeafCalculators, 1, std::string("ac/serie"), false)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_textSizeChange)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(BM_finderPathToPainted, leafCards, 0, std::string("ac/serie"))
     ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(BM_finderPathToPainted, leafCalculators, 1, std::string("ac/serie"))

@@ -217,3 +217,54 @@ TEST(SheetText, titleIsTheFirstHeadingAsText) {
 }
 
 } // namespace
+
+// Inline sizes follow the text scale and reach the inline elements inside,
+// which the text engine would otherwise size by their ancestors' rules.
+TEST(SheetText, inlineSizesScaleAndReachInside) {
+    struct Row {
+        const char* name;
+        const char* html;
+        double scale;
+        const char* expected;
+    };
+    const Row rows[] = {
+        {"scaled", "<span style=\"color:#fff;font-size:9pt\">3 formler</span>", 1.3,
+         "<span style=\"color:#fff;font-size:11.7pt\">3 formler</span>"},
+        {"a variable inside a sized formula", "<p class=\"eq\" style=\"font-size:16pt\">S = <span class=\"v\">U</span></p>",
+         1.0, "<p class=\"eq\" style=\"font-size:16pt\">S = <span class=\"v\" style=\"font-size:16.0pt\">U</span></p>"},
+        {"an index inside a title", "<b style=\"font-size:12.5pt\"><a href=\"go:x\">U<sub>N</sub></a></b>", 1.0,
+         "<b style=\"font-size:12.5pt\"><a href=\"go:x\" style=\"font-size:12.5pt\">U<sub "
+         "style=\"font-size:12.5pt\">N</sub></a></b>"},
+        {"an image in a formula line takes the line's class size", "<div class=\"eq\"><img class=\"math\" src=\"m:0\"></div>",
+         1.3, "<div class=\"eq\"><img class=\"math\" src=\"m:0\" style=\"font-size:24.7pt\"></div>"},
+        {"a class of its own keeps its size", "<p style=\"font-size:16pt\"><span class=\"crumb\">(s. 3)</span></p>", 1.0,
+         "<p style=\"font-size:16pt\"><span class=\"crumb\">(s. 3)</span></p>"},
+        {"nothing sized stays as it is", "<p>U = <span class=\"v\">R</span></p>", 1.3,
+         "<p>U = <span class=\"v\">R</span></p>"},
+        {"the size ends with its element", "<b style=\"font-size:20pt\">a</b><i>b</i>", 1.0,
+         "<b style=\"font-size:20pt\">a</b><i>b</i>"},
+    };
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.name);
+        EXPECT_EQ(app::inlineSizes(QString::fromUtf8(r.html), r.scale).toStdString(), r.expected);
+    }
+}
+
+TEST(SheetText, mathSizesReadTheImagesSizes) {
+    const QString html = app::inlineSizes(
+        "<p class=\"eq\" style=\"font-size:16pt\">S = <img class=\"math\" src=\"m:2\"></p><p><img class=\"math\" "
+        "src=\"m:3\"></p>",
+        1.0);
+    const QMap<QString, double> sizes = app::mathSizes(html);
+    EXPECT_EQ(sizes.value("m:2"), 16.0);
+    EXPECT_FALSE(sizes.contains("m:3"));
+}
+
+TEST(SheetText, longSheetsAreCutBetweenTopLevelTablesOnly) {
+    const QString html = "<h3>a</h3><table><tr><td><table></table></td></tr></table><p>b</p><table></table>";
+    const QList<qsizetype> cuts = app::topLevelCuts(html);
+    ASSERT_EQ(cuts.size(), 3);
+    EXPECT_EQ(cuts[0], 0);
+    EXPECT_EQ(html.mid(cuts[1], 13), "<table><tr><t");
+    EXPECT_EQ(html.mid(cuts[2]), "<table></table>");
+}

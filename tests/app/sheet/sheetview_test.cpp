@@ -8,6 +8,9 @@
 #include "fl/expr/markup.h"
 #include "fl/expr/parser.h"
 #include "fl/expr/render.h"
+#include "app/sheet/mathpainter.h"
+#include "fl/formulas/catalogue.h"
+#include "fl/formulas/finderview.h"
 #include "fl/formulas/home.h"
 #include "tests/app/fake_host.h"
 #include "tests/app/fresh_app.h"
@@ -19,6 +22,7 @@
 #include <QPushButton>
 #include <QTextBlock>
 #include <QTextDocument>
+#include <QTextLayout>
 
 namespace {
 
@@ -247,6 +251,110 @@ TEST_F(SheetViewTest, stepModeFollowsTheHost) {
 
     app::options().trinvis = true;
     EXPECT_TRUE(app::ResultArea(nullptr).view()->inStepMode()) << "without a host, from the options";
+}
+
+} // namespace
+
+namespace {
+
+// Every formula of the catalogue, on a tile (13 pt), a card (16 pt) and its
+// own page (19 pt), at normal and the largest text size: the line's text is
+// all of one size with the function names upright, and an expression image
+// in it is drawn at that size with its main baseline on the text's.
+TEST_F(SheetViewTest, everyPrimaryFormSitsOnOneBaselineAtOneSize) {
+    const char* const lines[] = {"<span class=\"eq\" style=\"font-size:13pt\">%1</span>",
+                                 "<p class=\"eq\" style=\"font-size:16pt\">%1</p>", "<div class=\"eq\">%1</div>"};
+    const double sizes[] = {13, 16, 19};
+    for (const double scale : {1.0, 1.3}) {
+        app::setTextScale(scale);
+        for (const fl::Formula& f : fl::catalogue()) {
+            if (f.forms.empty()) continue;
+            for (int kind = 0; kind < 3; ++kind) {
+                SCOPED_TRACE(f.key + " at " + std::to_string(sizes[kind]) + " pt × " + std::to_string(scale));
+                const double pt = sizes[kind] * scale;
+                app::SheetView view;
+                view.resize(900, 300);
+                view.setProvider([&] {
+                    const std::string line = fl::primaryFormula(f);
+                    return fl::takeRender(QString::fromLatin1(lines[kind]).arg(QString::fromStdString(line)).toStdString());
+                });
+                const QTextBlock block = view.document()->begin();
+                const QTextLine text = block.layout()->lineAt(0);
+                ASSERT_TRUE(text.isValid());
+                ASSERT_EQ(block.layout()->lineCount(), 1);
+                for (auto it = block.begin(); !it.atEnd(); ++it) {
+                    const QTextFragment frag = it.fragment();
+                    const QTextCharFormat fmt = frag.charFormat();
+                    EXPECT_NEAR(fmt.fontPointSize(), pt, 0.06) << frag.text().toStdString();
+                    const QString word = frag.text().trimmed();
+                    if (word == "cos" || word == "sin" || word == "tan") EXPECT_FALSE(fmt.fontItalic());
+                    if (!fmt.isImageFormat()) continue;
+                    const QString name = fmt.toImageFormat().name();
+                    const QImage drawn = view.images().value(name).value<QImage>();
+                    ASSERT_FALSE(drawn.isNull()) << name.toStdString();
+                    // The text engine centres an image on half an x-height above the baseline.
+                    const double halfX = QFontMetrics(fmt.font()).xHeight() / 2.0;
+                    const double ascent = (drawn.deviceIndependentSize().height() + halfX) / 2.0;
+                    const int n = name.mid(2).toInt();
+                    const app::MathMetrics m =
+                        app::mathMetrics(view.mathNode(n), app::sheetMathStyle(false, pt));
+                    EXPECT_NEAR(m.size.height(), drawn.deviceIndependentSize().height(), 1.0);
+                    EXPECT_NEAR(m.baseline, ascent, 1.0);
+                }
+            }
+        }
+    }
+}
+
+// A long sheet shows its first screens at once and the rest while the event
+// loop runs; new content drops what an older one still had to append.
+TEST_F(SheetViewTest, aLongSheetArrivesInPiecesInOrderAndWhole) {
+    std::string html;
+    for (int i = 0; i < 80; ++i)
+        html += "<div class=\"card\"><p>Kort " + std::to_string(i) + ": " + std::string(700, 'x') + "</p></div>";
+    QWidget top;
+    top.resize(900, 700);
+    auto* view = new app::SheetView(&top);
+    view->resize(880, 10);
+    top.show();
+    view->setContent(markup(html));
+    ASSERT_TRUE(view->loading());
+    const QString first = view->document()->toPlainText();
+    EXPECT_TRUE(first.contains("Kort 0:"));
+    EXPECT_FALSE(first.contains("Kort 79:"));
+    const int shortHeight = view->height();
+    for (int round = 0; round < 200 && view->loading(); ++round)
+        QApplication::processEvents();
+    const QString all = view->document()->toPlainText();
+    for (int i = 1; i < 80; ++i)
+        ASSERT_LT(all.indexOf(QString("Kort %1:").arg(i - 1)), all.indexOf(QString("Kort %1:").arg(i))) << i;
+    EXPECT_GT(view->height(), shortHeight);
+
+    view->setContent(markup(html));
+    view->setContent(markup("<p>Kort</p>"));
+    for (int round = 0; round < 50; ++round)
+        QApplication::processEvents();
+    EXPECT_EQ(view->document()->toPlainText().trimmed(), "Kort");
+}
+
+// A page out of view writes its markup when it is shown again, not at every
+// change of theme or text size meanwhile.
+TEST_F(SheetViewTest, aViewOutOfSightRefreshesWhenShownAgain) {
+    QWidget top;
+    auto* view = new app::SheetView(&top);
+    top.show();
+    int written = 0;
+    view->setProvider([&written] {
+        ++written;
+        return markup("<p>x</p>");
+    });
+    ASSERT_EQ(written, 1);
+    view->hide();
+    view->refresh();
+    view->refresh();
+    EXPECT_EQ(written, 1);
+    view->show();
+    EXPECT_EQ(written, 2);
 }
 
 } // namespace
