@@ -6,6 +6,7 @@
 #include "app/shell/service.h"
 #include "app/shell/startup.h"
 #include "app/shell/theme.h"
+#include "app/shell/translations.h"
 #include "store/datastore.h"
 
 #include <QApplication>
@@ -24,6 +25,7 @@ int main(int argc, char** argv) {
     QGuiApplication::setDesktopFileName("dk.ostrovalden.skole");
     QApplication::setStyle("Fusion");
     app::installFontSubstitutions();
+    app::installTranslations();
     QFont font("Segoe UI");
     font.setPointSizeF(10.5);
     QApplication::setFont(font);

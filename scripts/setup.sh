@@ -7,7 +7,7 @@ set -euo pipefail
 
 packages=(
     build-essential cmake pkg-config
-    qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl-dev
+    qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl-dev qt6-translations-l10n
     libcurl4-openssl-dev libdw-dev
     libcpp-httplib-dev libsodium-dev libsqlite3-dev openssl
     python3 python3-selenium chromium chromium-driver

@@ -10,6 +10,7 @@
 #include "app/widgets/flowlayout.h"
 #include "app/widgets/helpers.h"
 #include "app/widgets/page.h"
+#include "fl/expr/markup.h"
 #include "fl/expr/numbers.h"
 #include "fl/formulas/lists.h"
 #include "fl/formulas/routes.h"
@@ -27,6 +28,7 @@
 #include <QHBoxLayout>
 #include <QIcon>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -90,6 +92,9 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent), hub(new HostSigna
     });
     styleFrames();
 
+    // Alt+← and the mouse's back button go to the page shown before this one.
+    auto* back = new QShortcut(QKeySequence::Back, this);
+    connect(back, &QShortcut::activated, this, &MainWindow::goBack);
     auto* find = new QShortcut(QKeySequence::Find, this);
     connect(find, &QShortcut::activated, this, [this] {
         search->setFocus(Qt::ShortcutFocusReason);
@@ -328,7 +333,8 @@ void MainWindow::navigate(const QString& requested) {
     current = route;
     recordVisit(route.toStdString());
 
-    const QString title = QString::fromStdString(pageTitle(route.toStdString()));
+    // The title bar shows no markup: "U_N" reads "UN" there, as the stripped display form.
+    const QString title = QString::fromStdString(fl::stripTags(fl::symbolHtml(pageTitle(route.toStdString()))));
     const QString app = QApplication::applicationName();
     setWindowTitle(title.isEmpty() ? app : title + QStringLiteral(" – ") + app);
 
@@ -353,6 +359,10 @@ void MainWindow::navigate(const QString& requested) {
     target->scrollToTop();
     rebuildSidebar();
     emit navigated(route);
+}
+
+void MainWindow::goBack() {
+    if (!previous.isEmpty() && previous != current) navigate(previous);
 }
 
 void MainWindow::openOwnLink(const QString& href) {
@@ -543,6 +553,14 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
             }
             if (key == Qt::Key_Escape) {
                 search->clear();
+                return true;
+            }
+        }
+        break;
+    case QEvent::MouseButtonPress:
+        if (static_cast<QMouseEvent*>(event)->button() == Qt::BackButton) {
+            if (auto* w = qobject_cast<QWidget*>(watched); w && w->window() == this) {
+                goBack();
                 return true;
             }
         }

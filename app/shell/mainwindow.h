@@ -80,6 +80,8 @@ public:
     SettingsPanel* settingsPanel() const { return panel; }
 
     void rebuildSidebar();
+    // To `previous`, the page shown before this one (Alt+←, the mouse's back button).
+    void goBack();
     void rebuildResults();
     void updateStatus();
     // Goes where Enter in the search box goes.

@@ -12,6 +12,7 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
 #include <QVBoxLayout>
@@ -86,6 +87,9 @@ void MainWindow::rebuildSidebar() {
     const ThemeColors& c = colors();
     const QBrush muted(qcolor(c.muted));
     const QSignalBlocker block(tree);
+    // Refilling the tree scrolls it to the top; a chosen entry far down stays in view.
+    const int scrolled = tree->verticalScrollBar()->value();
+    QTreeWidgetItem* chosen = nullptr;
     tree->clear();
 
     auto* home = new QTreeWidgetItem(tree, {QStringLiteral("⌂ Forside")});
@@ -140,9 +144,13 @@ void MainWindow::rebuildSidebar() {
             item->setData(0, RouteRole, entry.route);
             item->setFirstColumnSpanned(true);
             item->setSelected(entry.route == current);
+            if (entry.route == current) chosen = item;
         }
         head->setExpanded(open);
     }
+    tree->doItemsLayout();
+    tree->verticalScrollBar()->setValue(scrolled);
+    if (chosen) tree->scrollToItem(chosen, QAbstractItemView::EnsureVisible);
 }
 
 void MainWindow::sidebarClicked(QTreeWidgetItem* item) {

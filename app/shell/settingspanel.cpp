@@ -122,6 +122,7 @@ void SettingsPanel::showThemeMode() {
 }
 
 void SettingsPanel::popUpUnder(QWidget* gear) {
+    anchor = gear;
     sync();
     adjustSize();
     const QPoint gearRight = gear->mapToGlobal(QPoint(gear->width(), gear->height() + 6));
@@ -169,6 +170,8 @@ void SettingsPanel::textSizeChosen(int index) {
     applyTheme();
     emit host->hostSignals()->settingsChanged();
     emit host->hostSignals()->themeChanged();
+    // The panel's own text has grown or shrunk with the rest.
+    if (isVisible() && anchor) popUpUnder(anchor);
 }
 
 }  // namespace app

@@ -49,6 +49,9 @@ private:
     void classFieldsEdited();
 
     PageHost* host;
+    // Where the panel hangs, so that it can be placed again when a new text
+    // size changes its own size.
+    QWidget* anchor = nullptr;
 };
 
 // The combo index for a stored text scale: above 1.25 the largest, above

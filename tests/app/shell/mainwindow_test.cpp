@@ -25,9 +25,11 @@
 #include <QFile>
 #include <QGraphicsEffect>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QStackedWidget>
 #include <QTemporaryDir>
 #include <QTreeWidget>
@@ -575,3 +577,53 @@ TEST_F(WindowTest, unchangedProfileKeepsPagesAndPlace) {
 }
 
 }  // namespace
+
+namespace {
+
+// A family's name reads in the title bar without the underscores of its indices.
+TEST_F(WindowTest, titleBarShowsAFamilysNameWithoutUnderscores) {
+    app::MainWindow& w = open();
+    w.navigate("tfUY");
+    EXPECT_EQ(w.windowTitle(), "Stjerne: UF = UN / √3 – Ostrovalden Skole");
+}
+
+// Alt+← and the mouse's back button go to the page shown before, and back again.
+TEST_F(WindowTest, backKeyAndBackButtonReturnToThePreviousPage) {
+    app::MainWindow& w = open();
+    w.resize(1000, 600);
+    w.show();
+    w.navigate("trafo");
+    w.navigate("kabel");
+    QShortcut* backKey = nullptr;
+    for (QShortcut* s : w.findChildren<QShortcut*>())
+        if (s->key() == QKeySequence(QKeySequence::Back)) backKey = s;
+    ASSERT_NE(backKey, nullptr);
+    emit backKey->activated();
+    EXPECT_EQ(w.currentRoute(), "trafo");
+    QMouseEvent back(QEvent::MouseButtonPress, QPointF(5, 5), QPointF(5, 5), Qt::BackButton, Qt::BackButton,
+                     Qt::NoModifier);
+    QApplication::sendEvent(w.currentPage()->viewport(), &back);
+    EXPECT_EQ(w.currentRoute(), "kabel");
+}
+
+// Choosing an entry far down rebuilds the sidebar without hiding that entry.
+TEST_F(WindowTest, chosenSidebarEntryStaysInView) {
+    app::MainWindow& w = open();
+    w.resize(1000, 500);
+    w.show();
+    settle(20);
+    QTreeWidget* tree = w.sidebar();
+    tree->verticalScrollBar()->setValue(tree->verticalScrollBar()->maximum());
+    const Strings routes = {"minedata", "formelkort", "install"};
+    for (const std::string& route : routes) {
+        SCOPED_TRACE(route);
+        w.navigate(QString::fromStdString(route));
+        settle(20);
+        QTreeWidgetItem* row = sidebarRow(QString::fromStdString(route));
+        ASSERT_NE(row, nullptr);
+        EXPECT_TRUE(tree->viewport()->rect().contains(tree->visualItemRect(row)));
+        EXPECT_GT(tree->verticalScrollBar()->value(), 0);
+    }
+}
+
+} // namespace
