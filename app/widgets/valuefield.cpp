@@ -6,6 +6,8 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QEvent>
+#include <QHash>
 #include <QVBoxLayout>
 
 namespace app {
@@ -45,6 +47,12 @@ ValueField::ValueField(const QString& key_, const QString& label, const QString&
     interp = new QLabel(this);
     interp->setTextFormat(Qt::RichText);
     interp->setProperty("class", "interp");
+    // The line keeps its room while empty, so that it doesn't push the fields
+    // below down as it appears under the student's typing.
+    QSizePolicy keep = interp->sizePolicy();
+    keep.setRetainSizeWhenHidden(true);
+    interp->setSizePolicy(keep);
+    interp->installEventFilter(this);
     interp->hide();
 
     auto* below = new QVBoxLayout;
@@ -64,6 +72,26 @@ ValueField::ValueField(const QString& key_, const QString& label, const QString&
         emit changed();
     });
     connect(edit, &QLineEdit::returnPressed, this, &ValueField::enterPressed);
+}
+
+bool ValueField::eventFilter(QObject* watched, QEvent* event) {
+    // One line of its own font, which the stylesheet and the text size decide.
+    if (watched == interp && (event->type() == QEvent::FontChange || event->type() == QEvent::Polish)) {
+        // Measured once per font: a page has many fields, and a new text size
+        // tells each of them.
+        static QHash<QString, int> heights;
+        const QString font = interp->font().key();
+        auto it = heights.constFind(font);
+        if (it == heights.constEnd()) {
+            QLabel line;
+            line.setTextFormat(Qt::RichText);
+            line.setFont(interp->font());
+            line.setText(QStringLiteral("= 0"));
+            it = heights.insert(font, line.sizeHint().height());
+        }
+        interp->setMinimumHeight(*it);
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 QString ValueField::text() const { return edit->text(); }

@@ -32,6 +32,9 @@ public:
     QLabel* symbol = nullptr;
     QLabel* desc = nullptr;
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 signals:
     void enterPressed();
     void changed();

@@ -73,9 +73,11 @@ FormulaPage::FormulaPage(const fl::Formula* f, PageHost* h, QWidget* parent)
         const std::string help = fl::quantityHelp(family->key, v.symbol);
         if (!help.empty()) field->edit->setToolTip(QString::fromStdString(help));
         connect(field, &ValueField::enterPressed, this, &FormulaPage::solveClicked);
-        connect(field, &ValueField::changed, field, [field] {
+        connect(field, &ValueField::changed, this, [this, field] {
             field->setInterp(
                 QString::fromStdString(fl::interpretLine(field->text().toStdString(), colors().bad)));
+            // A refusal is about what stood in the fields; once they change it no longer holds.
+            if (refused) renderStatic();
         });
         valueFields.push_back(field);
     }
@@ -88,6 +90,8 @@ FormulaPage::FormulaPage(const fl::Formula* f, PageHost* h, QWidget* parent)
 
     tabs = new QTabWidget(inner);
     area = new ResultArea(host);
+    area->setTitle(titleMarkup(family->title));
+    styleTabs();
     tabs->addTab(area, QStringLiteral("Formel"));
     addWidget(tabs);
     // Only a worked sheet is worth printing, not the bare formula or a refusal.
@@ -113,7 +117,22 @@ void FormulaPage::styleNote() {
         QStringLiteral("background:%1;border-radius:8px;padding:6px 10px;").arg(qstr(colors().soft)));
 }
 
+// The tab's pane is the sheet's own panel, not the style's lighter shade of
+// it: in the dark palette the two made the sheet look two-toned.
+void FormulaPage::styleTabs() {
+    const ThemeColors& c = colors();
+    tabs->setStyleSheet(QStringLiteral("QTabWidget::pane { background: %1; border: 1px solid %2; "
+                                       "border-radius: 10px; top: -1px; }")
+                            .arg(qstr(c.panel), qstr(c.line)));
+}
+
 void FormulaPage::onEnter() {
+    // A refusal from an earlier visit is stale: the student is starting again.
+    if (refused) {
+        for (ValueField* f : valueFields)
+            f->setInvalid(false);
+        renderStatic();
+    }
     const QString from = host ? host->previousRoute() : QString();
     backRoute.clear();
     if (from == QLatin1String(fl::route::Calculators) || from == QLatin1String(fl::route::Finder)) {
@@ -133,6 +152,7 @@ void FormulaPage::onSettings() {
 
 void FormulaPage::onTheme() {
     styleNote();
+    styleTabs();
     area->view()->refresh();
     for (ValueField* f : valueFields)
         if (!f->text().isEmpty())
@@ -142,6 +162,7 @@ void FormulaPage::onTheme() {
 void FormulaPage::renderStatic() {
     target.clear();
     sheetShown = false;
+    refused = false;
     const fl::Formula* f = family;
     area->setProvider([f] { return fl::takeRender(fl::formulaStatic(*f)); });
 }
@@ -173,6 +194,7 @@ void FormulaPage::solve() {
         f->edit->setPlaceholderText(QString());
     target.clear();
     sheetShown = false;
+    refused = false;
 
     std::map<std::string, std::string> texts;
     for (const ValueField* f : valueFields)
@@ -182,6 +204,7 @@ void FormulaPage::solve() {
         if (ValueField* f = field(QString::fromStdString(symbol))) f->setInvalid(true);
     if (!check.refusal.empty()) {
         area->setHtml(fl::msgBox(check.refusal, true));
+        refused = true;
         return;
     }
 

@@ -53,6 +53,7 @@ class FormulaPage : public Page {
     void solve();
     void showSolved();
     void styleNote();
+    void styleTabs();
 
     const fl::Formula* family;
     PageHost* host;
@@ -68,6 +69,7 @@ class FormulaPage : public Page {
     std::string target; // the quantity of the answer on screen; empty when none
     double solved = 0;
     bool sheetShown = false; // a worked sheet, not the formula or a message
+    bool refused = false;    // a refusal of the fields is on screen
 };
 
 } // namespace app

@@ -13,6 +13,7 @@
 #include "app/widgets/valuefield.h"
 #include "fl/expr/markup.h"
 #include "fl/formulas/catalogue.h"
+#include "fl/formulas/finderview.h"
 #include "store/datastore.h"
 #include "tests/app/click_link.h"
 #include "tests/app/fake_host.h"
@@ -32,6 +33,7 @@
 #include <QTimer>
 
 #include <memory>
+#include <set>
 
 namespace {
 
@@ -120,7 +122,12 @@ TEST_F(PagesTest, refusesInTheStudentsWordsAndMarksUnreadableFields) {
          {{"U", "230"}, {"I", "2"}, {"R", "47"}},
          "Udfyld alle værdier undtagen den, du vil finde. Tomme felter nu: .",
          {}},
-        {"unreadable first", "ohm", {{"U", "abc"}}, "Jeg kan ikke læse værdien for U.", {"U"}},
+        {"unreadable first",
+         "ohm",
+         {{"U", "abc"}},
+         "Jeg kan ikke læse værdien for U. Skriv et tal uden enhed, fx 230, 0,5, 4,7k, 25e-6 eller 400/√3 – med "
+         "højst ét decimalkomma.",
+         {"U"}},
     };
     for (const Row& r : rows) {
         SCOPED_TRACE(r.name);
@@ -321,6 +328,62 @@ TEST_F(PagesTest, homeShowsWhatWasUsedAndHidesWhatIsClosed) {
     EXPECT_FALSE(contains(closed, "<h3 class=\"sh\">Formler</h3>"));
     EXPECT_FALSE(contains(closed, "go:udregnere\""));
     EXPECT_TRUE(contains(closed, "Din lærer har slået nogle dele af programmet fra"));
+}
+
+// A refusal is about what stood in the fields: typing again, or coming back
+// to the page later, puts the formula in its place.
+TEST_F(PagesTest, aRefusalGoesOnceTheFieldsChangeOrThePageIsEnteredAgain) {
+    app::FormulaPage page(fl::findFormula("ohm"), nullptr);
+    const std::string formula = page.resultArea()->view()->markup();
+    for (const bool byTyping : {true, false}) {
+        SCOPED_TRACE(byTyping ? "typing" : "entering");
+        page.field("U")->setText("abc");
+        QTest::keyClick(page.field("U")->edit, Qt::Key_Return);
+        ASSERT_TRUE(contains(page.resultArea()->view()->markup(), "msg bad"));
+        if (byTyping) {
+            page.field("U")->edit->clear();
+            type(page.field("U")->edit, "230");
+        } else {
+            page.onEnter();
+        }
+        EXPECT_EQ(page.resultArea()->view()->markup(), formula);
+        page.field("U")->setText("");
+    }
+}
+
+// The answer of a formula has no heading of its own; its PDF is named and
+// headed by the family's name, with the indices as the title bar shows them.
+TEST_F(PagesTest, aFormulasPdfTakesTheFamilysName) {
+    app::FormulaPage page(fl::findFormula("tfUY"), nullptr);
+    page.field("U_N")->setText("400");
+    QTest::keyClick(page.field("U_N")->edit, Qt::Key_Return);
+    EXPECT_EQ(page.resultArea()->pdfTitle(), "Stjerne: UF = UN / √3");
+}
+
+// The interpretation line keeps its room while empty: what is below a field
+// stays where the student aims.
+TEST_F(PagesTest, theInterpretationLineMovesNothingWhenItAppears) {
+    app::MainWindow& w = open();
+    w.navigate("tfP");
+    auto* page = current<app::FormulaPage>();
+    ASSERT_NE(page, nullptr);
+    QApplication::processEvents();
+    const int before = page->field("I_N")->mapTo(page->widget(), QPoint()).y();
+    type(page->field("U_N")->edit, "400");
+    QApplication::processEvents();
+    EXPECT_TRUE(page->field("U_N")->interp->isVisible());
+    EXPECT_EQ(page->field("I_N")->mapTo(page->widget(), QPoint()).y(), before);
+}
+
+// The six subjects of the finder don't share one picture.
+TEST_F(PagesTest, finderSubjectsHaveTilesOfTheirOwn) {
+    fl::FinderState s;
+    s.mode = fl::FinderCalculators;
+    const std::string html = fl::finderMarkup(s);
+    std::set<std::string> icons;
+    for (size_t at = html.find("<img src=\""); at != std::string::npos; at = html.find("<img src=\"", at + 1))
+        icons.insert(html.substr(at, html.find('"', at + 10) - at));
+    EXPECT_EQ(icons.size(), 6u);
 }
 
 } // namespace
