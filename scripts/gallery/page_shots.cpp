@@ -1,0 +1,254 @@
+// Screenshots of the formula road as a new student meets it, for a person to
+// look at: the finder's cards and tiles, a formula page while typing, solved,
+// refused and revealed step by step, the home page, the settings panel after
+// a change of text size and the PDF save dialog; each in light and dark, at
+// text size 1.0 and 1.3, in a 1280×800 window. The whole screen is grabbed,
+// so popups and dialogs are in the picture: run it under Xvfb, as
+// scripts/look_pages.sh does. Window titles go to titles.txt.
+//   page_shots OUTDIR [SCENE...]
+#include "app/pages/formulas/finderpage.h"
+#include "app/pages/formulas/formulapage.h"
+#include "app/sheet/resultarea.h"
+#include "app/shell/mainwindow.h"
+#include "app/shell/options.h"
+#include "app/shell/settingspanel.h"
+#include "app/shell/theme.h"
+#include "app/shell/translations.h"
+#include "app/widgets/valuefield.h"
+#include "store/datastore.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollBar>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTextStream>
+#include <QTimer>
+
+#include <cstdio>
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace {
+
+void settle(int ms = 450) {
+    QElapsedTimer t;
+    t.start();
+    while (t.elapsed() < ms)
+        QApplication::processEvents(QEventLoop::AllEvents, 20);
+}
+
+QPixmap grabScreen(QWidget* window) {
+    // Offscreen there is no root window to grab; the window alone will do.
+    if (QGuiApplication::platformName() == QLatin1String("offscreen")) return window->grab();
+    return QGuiApplication::primaryScreen()->grabWindow(0, 0, 0, 1280, 800);
+}
+
+app::FormulaPage* formulaPage(app::MainWindow& w, const QString& key) {
+    w.navigate(key);
+    return dynamic_cast<app::FormulaPage*>(w.currentPage());
+}
+
+void type(app::FormulaPage* page, const QString& symbol, const QString& text) {
+    app::ValueField* f = page->field(symbol);
+    if (!f) return;
+    f->edit->setFocus();
+    f->edit->clear();
+    QTest::keyClicks(f->edit, text);
+}
+
+void enter(app::FormulaPage* page) {
+    QTest::keyClick(page->fields().front()->edit, Qt::Key_Return);
+}
+
+void finder(app::MainWindow& w, const char* route, const char* path) {
+    w.navigate(QString::fromLatin1(route));
+    if (auto* f = dynamic_cast<app::FinderPage*>(w.currentPage())) f->setPath(path);
+}
+
+// Two earlier answers in the strip, as after a while of work.
+void earlierResults(app::MainWindow& w) {
+    if (app::FormulaPage* p = formulaPage(w, QStringLiteral("XC"))) {
+        type(p, QStringLiteral("f"), QStringLiteral("50"));
+        type(p, QStringLiteral("C"), QStringLiteral("10u"));
+        enter(p);
+    }
+    if (app::FormulaPage* p = formulaPage(w, QStringLiteral("tfUY"))) {
+        type(p, QStringLiteral("U_N"), QStringLiteral("400"));
+        enter(p);
+    }
+}
+
+app::FormulaPage* solvedPower(app::MainWindow& w) {
+    app::FormulaPage* p = formulaPage(w, QStringLiteral("tfP"));
+    if (!p) return nullptr;
+    type(p, QStringLiteral("U_N"), QStringLiteral("400"));
+    type(p, QStringLiteral("I_N"), QStringLiteral("16"));
+    type(p, QStringLiteral("cosphi"), QStringLiteral("0,85"));
+    enter(p);
+    return p;
+}
+
+// Grabs the screen once the modal dialog that `open` shows is up, then closes it.
+QPixmap grabDialog(QWidget* window, const std::function<void()>& open) {
+    QPixmap shot;
+    QTimer::singleShot(700, window, [&shot, window] {
+        shot = grabScreen(window);
+        if (QWidget* modal = QApplication::activeModalWidget()) modal->close();
+    });
+    open();
+    return shot;
+}
+
+struct Scene {
+    const char* name;
+    // Brings the window to what is to be seen; may grab itself (dialogs).
+    std::function<QPixmap(app::MainWindow&)> run;
+};
+
+const std::vector<Scene>& scenes() {
+    static const std::vector<Scene> list = {
+        {"finder-root", [](app::MainWindow& w) { finder(w, "finder", ""); return QPixmap(); }},
+        {"finder-tf-effekt", [](app::MainWindow& w) { finder(w, "finder", "tf/effekt"); return QPixmap(); }},
+        {"finder-ac-effekt", [](app::MainWindow& w) { finder(w, "finder", "ac/effekt"); return QPixmap(); }},
+        {"udregnere-root", [](app::MainWindow& w) { finder(w, "udregnere", ""); return QPixmap(); }},
+        {"udregnere-tf-effekt", [](app::MainWindow& w) { finder(w, "udregnere", "tf/effekt"); return QPixmap(); }},
+        {"home", [](app::MainWindow& w) { w.navigate(QStringLiteral("hjem")); return QPixmap(); }},
+        {"formula-tfUY", [](app::MainWindow& w) { formulaPage(w, QStringLiteral("tfUY")); return QPixmap(); }},
+        {"formula-typing",
+         [](app::MainWindow& w) {
+             if (app::FormulaPage* p = formulaPage(w, QStringLiteral("tfP"))) {
+                 type(p, QStringLiteral("U_N"), QStringLiteral("400"));
+                 type(p, QStringLiteral("I_N"), QStringLiteral("1"));
+             }
+             return QPixmap();
+         }},
+        {"formula-solved",
+         [](app::MainWindow& w) {
+             earlierResults(w);
+             solvedPower(w);
+             return QPixmap();
+         }},
+        {"formula-unreadable",
+         [](app::MainWindow& w) {
+             if (app::FormulaPage* p = formulaPage(w, QStringLiteral("tfP"))) {
+                 type(p, QStringLiteral("U_N"), QStringLiteral("1,2,3"));
+                 type(p, QStringLiteral("I_N"), QStringLiteral("1e999"));
+                 type(p, QStringLiteral("cosphi"), QStringLiteral("abc"));
+                 enter(p);
+             }
+             return QPixmap();
+         }},
+        {"formula-steps",
+         [](app::MainWindow& w) {
+             app::options().trinvis = true;
+             emit w.hostSignals()->stepModeChanged(true);
+             app::FormulaPage* p = solvedPower(w);
+             if (p) {
+                 settle(200);
+                 // Where a student has scrolled to reach the button.
+                 p->ensureWidgetVisible(p->resultArea()->sheetBox()->nextButton(), 0, 24);
+                 settle(200);
+                 for (int i = 0; i < 2; ++i) {
+                     QTest::mouseClick(p->resultArea()->sheetBox()->nextButton(), Qt::LeftButton);
+                     settle(300);
+                 }
+             }
+             return QPixmap();
+         }},
+        {"settings-after-size",
+         [](app::MainWindow& w) {
+             formulaPage(w, QStringLiteral("tfUY"));
+             w.showSettings();
+             settle(200);
+             QComboBox* size = w.settingsPanel()->findChildren<QComboBox*>().back();
+             // From the other end, so the change really happens at either scale.
+             const int to = app::textScale() > 1.2 ? 0 : 2;
+             size->setCurrentIndex(to);
+             emit size->activated(to);
+             settle();
+             return grabScreen(&w);
+         }},
+        {"pdf-dialog",
+         [](app::MainWindow& w) {
+             app::FormulaPage* p = solvedPower(w);
+             settle(200);
+             return grabDialog(&w, [p] { p->resultArea()->savePdf(); });
+         }},
+        {"message-box",
+         [](app::MainWindow& w) {
+             return grabDialog(&w, [&w] {
+                 QMessageBox::question(&w, QStringLiteral("Ostrovalden Skole"),
+                                       QStringLiteral("Standardknapperne i en beskedboks:"),
+                                       QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+             });
+         }},
+    };
+    return list;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (argc < 2) {
+        std::fprintf(stderr, "usage: page_shots OUTDIR [SCENE...]\n");
+        return 2;
+    }
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    QApplication application(argc, argv);
+    QApplication::setApplicationName("Ostrovalden Skole");
+    QApplication::setStyle("Fusion");
+    app::installFontSubstitutions();
+    app::installTranslations();
+    QFont font("Segoe UI");
+    font.setPointSizeF(10.5);
+    QApplication::setFont(font);
+
+    const QString out = QString::fromLocal8Bit(argv[1]);
+    QDir().mkpath(out);
+    QStringList wanted;
+    for (int i = 2; i < argc; ++i)
+        wanted << QString::fromLocal8Bit(argv[i]);
+
+    QFile titles(QDir(out).filePath("titles.txt"));
+    titles.open(QIODevice::WriteOnly | QIODevice::Truncate);
+    QTextStream titleOut(&titles);
+
+    QTemporaryDir dir;
+    for (const Scene& scene : scenes()) {
+        if (!wanted.isEmpty() && !wanted.contains(QLatin1String(scene.name))) continue;
+        for (const bool dark : {false, true})
+            for (const double scale : {1.0, 1.3}) {
+                // Each picture from a fresh store and window, as a new student starts.
+                DataStore::instance().resetForTest();
+                DataStore::instance().setPath((dir.path() + "/data.json").toStdString());
+                app::options() = app::AppOptions{};
+                app::applyDisplaySettings();
+                app::setTextScale(scale);
+                app::setThemeMode(dark ? app::ThemeDark : app::ThemeLight);
+
+                auto window = std::make_unique<app::MainWindow>();
+                window->setGeometry(0, 0, 1280, 800);
+                window->show();
+                settle(200);
+                QPixmap shot = scene.run(*window);
+                settle();
+                if (shot.isNull()) shot = grabScreen(window.get());
+                const QString name = QStringLiteral("%1_%2_%3.png")
+                                         .arg(QLatin1String(scene.name), dark ? "dark" : "light",
+                                              scale > 1.0 ? "130" : "100");
+                shot.save(QDir(out).filePath(name));
+                titleOut << name << "\t" << window->windowTitle() << "\n";
+            }
+    }
+    app::setTextScale(1.0);
+    return 0;
+}
