@@ -1,7 +1,8 @@
-// libcurl's easy interface, one handle per call, so that the background job
-// and the interface thread never share anything. The time-outs mirror the
-// service's contract: 8 s to find and reach the host, then no more than 10 s
-// without progress while sending or receiving.
+// libcurl's easy interface, one handle per Session, so that the background
+// job and the interface thread share no connection; what they do share is
+// libcurl's cache of TLS sessions, behind its own locks. The time-outs mirror
+// the service's contract: 8 s to find and reach the host, then no more than
+// 10 s without progress while sending or receiving.
 #include "net/http.h"
 
 #include <curl/curl.h>
@@ -38,9 +39,6 @@ const char* const kNoTls = "Der kunne ikke oprettes en sikker forbindelse til se
                            "og prøv igen.";
 const char* const kUnexpected = "Uventet svar fra serveren.";
 
-struct Easy {
-    void operator()(CURL* c) const { curl_easy_cleanup(c); }
-};
 struct Slist {
     void operator()(curl_slist* l) const { curl_slist_free_all(l); }
 };
@@ -53,6 +51,36 @@ bool globalInit() {
     static bool ok = false;
     std::call_once(once, [] { ok = curl_global_init(CURL_GLOBAL_DEFAULT) == CURLE_OK; });
     return ok;
+}
+
+// TLS sessions (and resolved names) kept across connections, so that a new
+// connection to the same server resumes instead of verifying the chain and
+// signing anew. libcurl keys each session by host, port and TLS settings, so
+// a session made under one CA file is never resumed under another.
+struct Share {
+    CURLSH* handle = nullptr;
+    std::mutex locks[CURL_LOCK_DATA_LAST];
+};
+
+CURLSH* sharedCache() {
+    // Never freed: a job's thread may still be inside a call when the
+    // program leaves.
+    static Share* const share = [] {
+        auto* s = new Share;
+        s->handle = curl_share_init();
+        if (!s->handle) return s;
+        curl_share_setopt(s->handle, CURLSHOPT_LOCKFUNC, +[](CURL*, curl_lock_data d, curl_lock_access, void* u) {
+            static_cast<Share*>(u)->locks[d].lock();
+        });
+        curl_share_setopt(s->handle, CURLSHOPT_UNLOCKFUNC, +[](CURL*, curl_lock_data d, void* u) {
+            static_cast<Share*>(u)->locks[d].unlock();
+        });
+        curl_share_setopt(s->handle, CURLSHOPT_USERDATA, s);
+        curl_share_setopt(s->handle, CURLSHOPT_SHARE, CURL_LOCK_DATA_SSL_SESSION);
+        curl_share_setopt(s->handle, CURLSHOPT_SHARE, CURL_LOCK_DATA_DNS);
+        return s;
+    }();
+    return share->handle;
 }
 
 size_t collect(char* data, size_t size, size_t count, void* user) {
@@ -142,20 +170,38 @@ bool post(const std::string& path, const std::string& body, std::string& respons
 
 bool postTo(const std::string& base, const std::string& path, const std::string& body, std::string& responseOut,
             std::string& errorOut) {
+    Session session;
+    return session.postTo(base, path, body, responseOut, errorOut);
+}
+
+Poster posterOf(Session& session) {
+    return [&session](const std::string& path, const std::string& body, std::string& responseOut,
+                      std::string& errorOut) { return session.post(path, body, responseOut, errorOut); };
+}
+
+Session::Session() {
+    if (globalInit()) easy_ = curl_easy_init();
+    if (easy_) curl_easy_setopt(static_cast<CURL*>(easy_), CURLOPT_SHARE, sharedCache());
+}
+
+Session::~Session() { curl_easy_cleanup(static_cast<CURL*>(easy_)); }
+
+bool Session::post(const std::string& path, const std::string& body, std::string& responseOut,
+                   std::string& errorOut) {
+    return postTo(serviceUrl(), path, body, responseOut, errorOut);
+}
+
+bool Session::postTo(const std::string& base, const std::string& path, const std::string& body,
+                     std::string& responseOut, std::string& errorOut) {
     responseOut.clear();
     errorOut.clear();
-    if (!globalInit()) {
+    if (!easy_) {
         errorOut = kNoStart;
         return false;
     }
     std::string url;
     if (!requestUrl(base, path, url)) {
         errorOut = kBadAddress;
-        return false;
-    }
-    std::unique_ptr<CURL, Easy> easy(curl_easy_init());
-    if (!easy) {
-        errorOut = kNoStart;
         return false;
     }
     // "Expect:" keeps curl from waiting for a 100-continue on larger bodies.
@@ -167,7 +213,7 @@ bool postTo(const std::string& base, const std::string& path, const std::string&
         return false;
     }
 
-    CURL* c = easy.get();
+    CURL* c = static_cast<CURL*>(easy_);
     curl_easy_setopt(c, CURLOPT_URL, url.c_str());
     curl_easy_setopt(c, CURLOPT_PROTOCOLS_STR, "https");
     curl_easy_setopt(c, CURLOPT_USERAGENT, "Ostrovalden/1.0");
@@ -187,6 +233,9 @@ bool postTo(const std::string& base, const std::string& path, const std::string&
     curl_easy_setopt(c, CURLOPT_WRITEDATA, &responseOut);
 
     const CURLcode code = curl_easy_perform(c);
+    long opened = 0;
+    curl_easy_getinfo(c, CURLINFO_NUM_CONNECTS, &opened);
+    connections_ += opened;
     if (code != CURLE_OK) {
         responseOut.clear();
         errorOut = messageFor(code, c);

@@ -135,7 +135,10 @@ void ServiceJobs::start(bool force) {
     in.classSummary = [] { return fl::classSummary(fl::loadStats(), fl::loadExams()); };
     in.sendReports = sendStartReports;
     auto run = job;
-    QThread* thread = QThread::create([this, run, in] {
+    QThread* thread = QThread::create([this, run, in]() mutable {
+        // All of the job's calls over one connection, made on its own thread.
+        net::Session session;
+        in.poster = net::posterOf(session);
         const net::ServiceResult result = run(in);
         // Queued onto this object's thread; dropped if it is gone by then.
         QMetaObject::invokeMethod(

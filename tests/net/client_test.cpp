@@ -189,6 +189,25 @@ TEST_F(ClientTest, untrustedCertificateIsRefusedAloud) {
     EXPECT_EQ(err, untrusted);
 }
 
+TEST_F(ClientTest, sessionKeepsOneConnectionAndVerifiesEveryServer) {
+    storeSet(key::ClassKey, Json(kCode));
+    net::Session session;
+    std::vector<std::string> calls;
+    net::JobInput in = job(calls);
+    in.poster = net::posterOf(session);
+    EXPECT_EQ(net::serviceJob(in).outcome, 1);
+    std::string out, err;
+    EXPECT_TRUE(session.post("/tasks", R"({"key":"KLAS2345"})", out, err)) << err;
+    EXPECT_EQ(session.connections(), 1);
+
+    // A session never carries trust over to another server.
+    TestServer other(*certs, {}, "other-cert", "other-key");
+    EXPECT_FALSE(session.postTo(other.base(), "/version", "{}", out, err));
+    EXPECT_EQ(err, "Serverens certifikat kunne ikke godkendes, så der blev ikke sendt noget. Forbindelsen er måske "
+                   "ikke sikker – bed din lærer eller skolens IT-ansvarlige om at tjekke serverens certifikat.");
+    EXPECT_TRUE(session.post("/version", "{}", out, err)) << err;
+}
+
 TEST_F(ClientTest, checkInBringsProfileMessageAndNewTasks) {
     addTask("t1", "Opgave 1", 1000);
     storeSet(key::ClassKey, Json("klas-2345")); // typed loosely
