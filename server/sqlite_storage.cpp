@@ -5,8 +5,11 @@
 // hand-in's sync to disk; WAL lets them read while a write is under way,
 // each statement seeing what was committed when it began. WAL with synchronous=FULL:
 // an answered hand-in is on disk before the student hears "afleveret",
-// whether the process is killed or the power goes. Every statement is
-// prepared once and bound; no value is ever pasted into SQL text.
+// whether the process is killed or the power goes. Hand-ins that arrive
+// together share one transaction and so one sync, and the WAL is copied
+// back into the database by a thread of its own, so that no hand-in waits
+// for that copy and its syncs. Every statement is prepared once and bound;
+// no value is ever pasted into SQL text.
 #include "server/storage.h"
 
 #include <sqlite3.h>
@@ -14,9 +17,12 @@
 #include <array>
 #include <atomic>
 #include <cmath>
+#include <condition_variable>
+#include <exception>
 #include <map>
 #include <mutex>
 #include <stdexcept>
+#include <thread>
 
 namespace server {
 
@@ -134,9 +140,26 @@ class SqliteStorage final : public Storage {
             sqlite3_busy_timeout(r.db, 5000);
             sqlite3_exec(r.db, "PRAGMA query_only=ON", nullptr, nullptr, nullptr);
         }
+        if (sqlite3_open_v2(path.c_str(), &checkpointDb_, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK) {
+            const std::string reason = checkpointDb_ ? sqlite3_errmsg(checkpointDb_) : "out of memory";
+            closeAll();
+            throw std::runtime_error("kan ikke åbne databasen " + path + ": " + reason);
+        }
+        sqlite3_exec(checkpointDb_, "PRAGMA synchronous=FULL", nullptr, nullptr, nullptr);
+        // Replaces the writer's own checkpoint after a commit.
+        sqlite3_wal_hook(db_, &SqliteStorage::walGrew, this);
+        checkpointer_ = std::thread([this] { checkpointLoop(); });
     }
 
-    ~SqliteStorage() override { closeAll(); }
+    ~SqliteStorage() override {
+        {
+            std::lock_guard lock(checkpointMutex_);
+            stopping_ = true;
+        }
+        checkpointWanted_.notify_one();
+        checkpointer_.join();
+        closeAll();
+    }
 
     int64_t addTeacher(const Teacher& t) override {
         std::lock_guard lock(mutex_);
@@ -301,13 +324,30 @@ class SqliteStorage final : public Storage {
         return readTask(q);
     }
 
+    // The first hand-in to find no write under way writes every one waiting
+    // in one transaction; those arriving meanwhile wait for the next. Each
+    // returns only once its own is committed.
     int64_t addAnswer(int64_t classId, const Answer& a) override {
-        std::lock_guard lock(mutex_);
-        Query q = query("INSERT INTO answers(class_id, task_id, uid, name, status, answer, at) "
-                        "VALUES (?, ?, ?, ?, ?, ?, ?)");
-        q.bind(classId, a.taskId, a.uid, a.name, a.status, a.answer, a.at);
-        q.run();
-        return sqlite3_last_insert_rowid(db_);
+        PendingAnswer mine{classId, &a, 0, nullptr, false};
+        std::unique_lock lock(pendingMutex_);
+        pending_.push_back(&mine);
+        while (!mine.done) {
+            if (writingAnswers_) {
+                answersWritten_.wait(lock);
+                continue;
+            }
+            writingAnswers_ = true;
+            std::vector<PendingAnswer*> batch;
+            batch.swap(pending_);
+            lock.unlock();
+            writeAnswers(batch);
+            lock.lock();
+            for (PendingAnswer* p : batch) p->done = true;
+            writingAnswers_ = false;
+            answersWritten_.notify_all();
+        }
+        if (mine.error) std::rethrow_exception(mine.error);
+        return mine.id;
     }
 
     std::vector<Answer> answersOf(int64_t classId, const std::string& taskId) override {
@@ -357,7 +397,67 @@ class SqliteStorage final : public Storage {
     }
 
   private:
+    struct PendingAnswer {
+        int64_t classId;
+        const Answer* answer;
+        int64_t id = 0;
+        std::exception_ptr error;
+        bool done = false;
+    };
+
+    // One refused row (a task deleted since the hand-in was checked) fails
+    // alone; anything that undoes the transaction fails them all.
+    void writeAnswers(const std::vector<PendingAnswer*>& batch) {
+        std::lock_guard lock(mutex_);
+        try {
+            Transaction tx(*this);
+            for (PendingAnswer* p : batch) {
+                try {
+                    Query q = query("INSERT INTO answers(class_id, task_id, uid, name, status, answer, at) "
+                                    "VALUES (?, ?, ?, ?, ?, ?, ?)");
+                    const Answer& a = *p->answer;
+                    q.bind(p->classId, a.taskId, a.uid, a.name, a.status, a.answer, a.at);
+                    q.run();
+                    p->id = sqlite3_last_insert_rowid(db_);
+                } catch (const std::exception&) {
+                    if (sqlite3_get_autocommit(db_)) throw; // SQLite rolled the transaction back
+                    p->error = std::current_exception();
+                }
+            }
+            tx.commit();
+        } catch (const std::exception&) {
+            for (PendingAnswer* p : batch)
+                if (!p->error) p->error = std::current_exception();
+        }
+    }
+
+    static int walGrew(void* self, sqlite3*, const char*, int pages) {
+        auto* s = static_cast<SqliteStorage*>(self);
+        if (pages >= kCheckpointPages) {
+            std::lock_guard lock(s->checkpointMutex_);
+            s->checkpointDue_ = true;
+            s->checkpointWanted_.notify_one();
+        }
+        return SQLITE_OK;
+    }
+
+    // PASSIVE: copies what no reader still needs, and never holds up a
+    // writer; the WAL starts over once all of it is copied.
+    void checkpointLoop() {
+        std::unique_lock lock(checkpointMutex_);
+        for (;;) {
+            checkpointWanted_.wait(lock, [this] { return checkpointDue_ || stopping_; });
+            if (stopping_) return;
+            checkpointDue_ = false;
+            lock.unlock();
+            sqlite3_wal_checkpoint_v2(checkpointDb_, nullptr, SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+            lock.lock();
+        }
+    }
+
     void closeAll() {
+        sqlite3_close(checkpointDb_);
+        checkpointDb_ = nullptr;
         for (ReadConnection& r : readers_) {
             for (auto& [sql, stmt] : r.statements) sqlite3_finalize(stmt);
             sqlite3_close(r.db);
@@ -507,6 +607,20 @@ class SqliteStorage final : public Storage {
     // Enough for two cores: a read holds one for some microseconds.
     std::array<ReadConnection, 4> readers_;
     std::atomic<size_t> nextReader_{0};
+
+    std::mutex pendingMutex_;
+    std::condition_variable answersWritten_;
+    std::vector<PendingAnswer*> pending_;
+    bool writingAnswers_ = false;
+
+    // SQLite's own threshold for a checkpoint.
+    static constexpr int kCheckpointPages = 1000;
+    sqlite3* checkpointDb_ = nullptr;
+    std::thread checkpointer_;
+    std::mutex checkpointMutex_;
+    std::condition_variable checkpointWanted_;
+    bool checkpointDue_ = false;
+    bool stopping_ = false;
 };
 
 } // namespace
