@@ -3,15 +3,15 @@
 // with SIGKILL and started again. Every hand-in that was answered with
 // success must be in the database afterwards, exactly once.
 //
-// Each student keeps one connection, so that the figures are the server's
-// and not the cost of 60 TLS handshakes a second on the same two cores;
-// "fresh" makes a new connection per request, through the program's own
-// post, as the real program does.
+// Each student keeps one connection, through the program's own Session, as
+// the background job does for its calls; "fresh" makes a new connection per
+// request through the program's post, as a hand-in does, resuming the TLS
+// session of the student's last one.
 //
 // Usage: server_load SERVER_BINARY [seconds=30] [students=60] [fresh]
-// Prints requests per second and p50/p99 latency, for check-ins also without
-// the TLS handshake of a new connection (every 100 requests, and after the
-// kill); exits 1 on a lost or doubled hand-in.
+// Prints requests per second and p50/p99 latency over the whole run, new
+// connections and the restart included; exits 1 on a lost or doubled
+// hand-in.
 #include "net/http.h"
 #include "server/storage.h"
 #include "tests/server/test_server.h"
@@ -21,8 +21,6 @@
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
-
-#include <curl/curl.h>
 
 #include <algorithm>
 #include <atomic>
@@ -66,51 +64,6 @@ pid_t startServer(const std::string& binary, const testsupport::TestCerts& certs
     return pid;
 }
 
-// One student's connection, kept open between requests.
-class Connection {
-  public:
-    explicit Connection(const std::string& base) : base_(base), easy_(curl_easy_init()) {
-        headers_ = curl_slist_append(nullptr, "Content-Type: application/json");
-        curl_easy_setopt(easy_, CURLOPT_CAINFO, std::getenv("OSTROVALDEN_CA_FILE"));
-        curl_easy_setopt(easy_, CURLOPT_HTTPHEADER, headers_);
-        curl_easy_setopt(easy_, CURLOPT_NOSIGNAL, 1L);
-        curl_easy_setopt(easy_, CURLOPT_TIMEOUT_MS, 10000L);
-        curl_easy_setopt(easy_, CURLOPT_WRITEFUNCTION, +[](char* d, size_t s, size_t n, void* u) {
-            static_cast<std::string*>(u)->append(d, s * n);
-            return s * n;
-        });
-    }
-    ~Connection() {
-        curl_slist_free_all(headers_);
-        curl_easy_cleanup(easy_);
-    }
-    bool post(const std::string& path, const std::string& body, std::string& out) {
-        out.clear();
-        servedMs = 0;
-        const std::string url = base_ + path;
-        curl_easy_setopt(easy_, CURLOPT_URL, url.c_str());
-        curl_easy_setopt(easy_, CURLOPT_POSTFIELDS, body.c_str());
-        curl_easy_setopt(easy_, CURLOPT_WRITEDATA, &out);
-        long status = 0;
-        if (curl_easy_perform(easy_) != CURLE_OK) return false;
-        curl_easy_getinfo(easy_, CURLINFO_RESPONSE_CODE, &status);
-        curl_off_t total = 0, handshake = 0;
-        curl_easy_getinfo(easy_, CURLINFO_TOTAL_TIME_T, &total);
-        curl_easy_getinfo(easy_, CURLINFO_APPCONNECT_TIME_T, &handshake); // 0 on a kept connection
-        servedMs = static_cast<double>(total - handshake) / 1000.0;
-        return status < 500;
-    }
-
-    // Of the last request: from the end of any TLS handshake to the whole
-    // reply, what the server's handling costs apart from a new connection.
-    double servedMs = 0;
-
-  private:
-    std::string base_;
-    CURL* easy_;
-    curl_slist* headers_ = nullptr;
-};
-
 double percentile(std::vector<double> v, double p) {
     if (v.empty()) return 0;
     std::sort(v.begin(), v.end());
@@ -151,7 +104,7 @@ int main(int argc, char** argv) {
     std::atomic<pid_t> pid = startServer(binary, certs, db, port);
 
     std::mutex mutex;
-    std::vector<double> checkMs, answerMs, steadyCheckMs, servedMs;
+    std::vector<double> checkMs, answerMs, steadyCheckMs;
     std::vector<std::string> acked;
     std::atomic<long> requests{0}, failures{0};
     const auto start = Clock::now();
@@ -163,12 +116,12 @@ int main(int argc, char** argv) {
         threads.emplace_back([&, i] {
             std::mt19937 rng(static_cast<unsigned>(i));
             std::uniform_int_distribution<int> think(50, 250); // ms between two actions of one student
-            std::vector<double> myCheck, myAnswer, mySteady, myServed;
+            std::vector<double> myCheck, myAnswer, mySteady;
             std::vector<std::string> myAcked;
-            Connection connection(net::serviceUrl());
+            net::Session session;
             const auto post = [&](const std::string& path, const std::string& body, std::string& out) {
                 std::string err;
-                return fresh ? net::post(path, body, out, err) : connection.post(path, body, out);
+                return fresh ? net::post(path, body, out, err) : session.post(path, body, out, err);
             };
             for (int n = 0; Clock::now() < end; ++n) {
                 std::string out, err;
@@ -178,7 +131,6 @@ int main(int argc, char** argv) {
                 ++requests;
                 if (checked && out.find("\"error\"") == std::string::npos) {
                     myCheck.push_back(ms);
-                    if (!fresh) myServed.push_back(connection.servedMs);
                     if (t0 < half) mySteady.push_back(ms);
                 } else {
                     ++failures;
@@ -201,7 +153,6 @@ int main(int argc, char** argv) {
             }
             std::lock_guard lock(mutex);
             checkMs.insert(checkMs.end(), myCheck.begin(), myCheck.end());
-            servedMs.insert(servedMs.end(), myServed.begin(), myServed.end());
             steadyCheckMs.insert(steadyCheckMs.end(), mySteady.begin(), mySteady.end());
             answerMs.insert(answerMs.end(), myAnswer.begin(), myAnswer.end());
             acked.insert(acked.end(), myAcked.begin(), myAcked.end());
@@ -237,9 +188,6 @@ int main(int argc, char** argv) {
                 percentile(steadyCheckMs, 0.99), steadyCheckMs.size());
     std::printf("check-in  ms, whole run:       p50 %.2f  p99 %.2f  (%zu)\n", percentile(checkMs, 0.5),
                 percentile(checkMs, 0.99), checkMs.size());
-    if (!servedMs.empty())
-        std::printf("check-in  ms without a TLS handshake: p50 %.2f  p99 %.2f  (%zu)\n", percentile(servedMs, 0.5),
-                    percentile(servedMs, 0.99), servedMs.size());
     std::printf("hand-in   ms, whole run:       p50 %.2f  p99 %.2f  (%zu)\n", percentile(answerMs, 0.5), percentile(answerMs, 0.99),
                 answerMs.size());
     std::printf("acknowledged hand-ins %zu, in the database %zu, lost %ld, twice %ld\n", acked.size(),
