@@ -67,30 +67,44 @@ std::string onPaper(std::string text) {
     return text;
 }
 
-// The next block that paper keeps whole: a worked step, or anything of the class "pdf-keep".
+// How paper treats a marked block.
+enum class Keep {
+    Block, // "pdf-keep": whole on one page
+    Step,  // a worked step: its table whole on one page
+    Lead,  // "pdf-next", a heading: never alone at the foot of a page, so on
+           // the page of the first kept block after it
+};
+
+// The next block that paper keeps whole or with what follows.
 qsizetype nextKeep(const QString& html, qsizetype from) {
-    const qsizetype keep = findDiv(html, from, u"pdf-keep");
-    const qsizetype step = findDiv(html, from, u"step");
-    if (keep < 0) return step;
-    return step < 0 ? keep : std::min(keep, step);
+    qsizetype first = -1;
+    for (QStringView cls : {u"pdf-keep", u"step", u"pdf-next"})
+        if (const qsizetype p = findDiv(html, from, cls); p >= 0 && (first < 0 || p < first)) first = p;
+    return first;
 }
 
-// Blocks of the class "pdf-keep" and steps get a named anchor on their first text and
-// one on an invisible character at their end, so the laid-out document can
-// find them. The text engine keeps a name only where text follows it.
-QString markKeeps(const QString& html, QList<bool>* steps) {
+// Marked blocks and steps get a named anchor on their first text and one on
+// an invisible character at their end, so the laid-out document can find
+// them; a lead has no end of its own. The text engine keeps a name only
+// where text follows it.
+QString markKeeps(const QString& html, QList<Keep>* kinds) {
     static const QString kClose = QStringLiteral("</div>");
     QString out = html;
     int n = 0;
     for (qsizetype p = nextKeep(out, 0); p >= 0; p = nextKeep(out, p + 1), ++n) {
         const qsizetype tagEnd = out.indexOf('>', p) + 1;
+        if (findDiv(out, p, u"pdf-next") == p) {
+            kinds->append(Keep::Lead);
+            out.insert(tagEnd, QStringLiteral("<a name=\"keep%1\"></a>").arg(n));
+            continue;
+        }
         // A step's number goes into a column of its own: the anchor follows it.
         static const QRegularExpression stepNumber(
             QStringLiteral("^\\s*<p class=\"h4\"><span class=\"stnum\">.*?</span>"),
             QRegularExpression::DotMatchesEverythingOption);
         const auto number = stepNumber.match(QStringView(out).mid(tagEnd));
         const qsizetype at = tagEnd + (number.hasMatch() ? number.capturedEnd() : 0);
-        steps->append(number.hasMatch());
+        kinds->append(number.hasMatch() ? Keep::Step : Keep::Block);
         const QString start = QStringLiteral("<a name=\"keep%1\"></a>").arg(n);
         out.insert(at, start);
         const qsizetype end = divEnd(out, tagEnd);
@@ -111,8 +125,8 @@ QString markKeeps(const QString& html, QList<bool>* steps) {
 // The plan is only as good as that estimate (a table lands a few points off),
 // so a round stops at the first block that lies too near a page boundary to
 // tell, and the next round measures again.
-void keepTogether(QTextDocument& doc, const QList<bool>& steps) {
-    if (steps.isEmpty()) return;
+void keepTogether(QTextDocument& doc, const QList<Keep>& kinds) {
+    if (kinds.isEmpty()) return;
     const double page = doc.pageSize().height();
     const double pageTop = doc.rootFrame()->frameFormat().topMargin();
     QMap<QString, int> at; // anchor name → document position
@@ -120,16 +134,19 @@ void keepTogether(QTextDocument& doc, const QList<bool>& steps) {
         for (auto it = b.begin(); !it.atEnd(); ++it)
             for (const QString& name : it.fragment().charFormat().anchorNames())
                 at.insert(name, it.fragment().position());
-    struct Keep {
+    struct Span {
         QTextBlock first, last;
         bool step = false;
     };
-    std::vector<Keep> keeps;
-    for (int i = 0; i < steps.size(); ++i) {
+    std::vector<Span> keeps;
+    for (int i = 0; i < kinds.size(); ++i) {
+        // A lead reaches to the end of the kept block that follows it, if no other lead comes first.
+        const bool lead = kinds[i] == Keep::Lead;
+        if (lead && (i + 1 == kinds.size() || kinds[i + 1] == Keep::Lead)) continue;
         const auto first = at.constFind(QStringLiteral("keep%1").arg(i));
-        const auto after = at.constFind(QStringLiteral("keepend%1").arg(i));
+        const auto after = at.constFind(QStringLiteral("keepend%1").arg(lead ? i + 1 : i));
         if (first == at.constEnd() || after == at.constEnd()) continue;
-        const Keep k{doc.findBlock(*first), doc.findBlock(*after), steps[i]};
+        const Span k{doc.findBlock(*first), doc.findBlock(*after), kinds[i] == Keep::Step};
         if (k.first.isValid() && k.last.isValid()) keeps.push_back(k);
     }
     constexpr double kErrorPerBreak = 16; // how far a planned place may be off, per break before it
@@ -144,7 +161,7 @@ void keepTogether(QTextDocument& doc, const QList<bool>& steps) {
         edit.beginEditBlock();
         size_t i = from;
         for (; i < keeps.size(); ++i) {
-            const Keep& k = keeps[i];
+            const Span& k = keeps[i];
             // What moves: a step's whole table, or the block itself.
             QTextCursor cursor(k.first);
             QTextTable* table = k.step ? cursor.currentTable() : nullptr;
@@ -235,7 +252,7 @@ bool SheetView::printToPdf(const fl::RenderResult& sheet, const QString& title, 
     doc.setTextWidth(pdfWidth);
 
     QString text = dropNoPrint(QString::fromStdString(onPaper(html)));
-    QList<bool> keeps;
+    QList<Keep> keeps;
     text = markKeeps(text, &keeps);
     text = wrapCards(text, paper);
     // Inside a card a figure has the page less the card's frame and padding.

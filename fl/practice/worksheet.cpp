@@ -100,9 +100,11 @@ RenderResult worksheetRender(const Worksheet& ws, bool withFacit) {
         if (o.facit == "losning") {
             for (size_t i = 0; i < ws.exercises.size(); ++i) {
                 const Exercise& ex = ws.exercises[i];
-                addText(out, "<h3 class=\"sh\">Løsning til opgave " + std::to_string(i + 1) + ": " +
-                                 symbolHtml(ex.title) + " <span class=\"crumb\">(facit " +
-                                 worksheetAnswer(ex) + ")</span></h3>");
+                // On paper the heading goes with the start of its solution.
+                addText(out, "<div class=\"pdf-next\"><h3 class=\"sh\">Løsning til opgave " +
+                                 std::to_string(i + 1) + ": " + symbolHtml(ex.title) +
+                                 " <span class=\"crumb\">(facit " + worksheetAnswer(ex) +
+                                 ")</span></h3></div>");
                 SetAsidePass aside;
                 out.append(exerciseSolution(ex));
             }

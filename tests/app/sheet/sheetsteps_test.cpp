@@ -246,13 +246,19 @@ QStringList pdfText(const QString& path) {
     return QString::fromUtf8(p.readAllStandardOutput()).split(QChar('\f'));
 }
 
-TEST_F(SheetStepsTest, noPageCutsAWorkedStepOrAKeptBlock) {
+TEST_F(SheetStepsTest, noPageCutsAWorkedStepOrAKeptBlockOrLeavesAHeadingAlone) {
     QTemporaryDir dir;
     ASSERT_TRUE(dir.isValid());
-    // Steps and kept blocks of uneven heights, so that boundaries fall everywhere.
+    // Steps and kept blocks of uneven heights, so that boundaries fall everywhere;
+    // every other one led by a heading and a line that go with it.
+    const auto lead = [](const std::string& n) {
+        return "<div class=\"pdf-next\"><h3 class=\"sh\">Overskrift " + n + "</h3></div><p>forklaring " + n +
+               "</p>";
+    };
     std::string html = "<div class=\"steps\">";
     for (int k = 1; k <= 30; ++k) {
         const std::string n = std::to_string(k);
+        if (k % 2) html += lead("T" + n);
         html += "<div class=\"step\"><p class=\"h4\"><span class=\"stnum\">" + n + "</span> Trin " + n +
                 " start</p>";
         for (int line = 0; line < 2 + (k * 7) % 9; ++line)
@@ -262,6 +268,7 @@ TEST_F(SheetStepsTest, noPageCutsAWorkedStepOrAKeptBlock) {
     html += "</div>";
     for (int k = 1; k <= 15; ++k) {
         const std::string n = std::to_string(k);
+        if (k % 2) html += lead("B" + n);
         html += "<div class=\"pdf-keep\"><p>Blok " + n + " start</p>";
         for (int line = 0; line < 3 + (k * 5) % 11; ++line)
             html += "<p>linje " + std::to_string(line) + "</p>";
@@ -284,6 +291,10 @@ TEST_F(SheetStepsTest, noPageCutsAWorkedStepOrAKeptBlock) {
             const int first = pageOf(start);
             ASSERT_GE(first, 0) << start.toStdString();
             EXPECT_EQ(pageOf(QStringLiteral("%1 %2 slut").arg(kind).arg(k)), first) << start.toStdString();
+            if (k % 2) {
+                const QString heading = QStringLiteral("Overskrift %1%2\n").arg(kind[0]).arg(k);
+                EXPECT_EQ(pageOf(heading), first) << heading.toStdString();
+            }
         }
 }
 

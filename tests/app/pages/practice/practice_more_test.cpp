@@ -12,8 +12,10 @@
 #include "app/sheet/sheetview.h"
 #include "app/shell/options.h"
 #include "fl/expr/markup.h"
+#include "fl/practice/categories.h"
 #include "fl/practice/random.h"
 #include "fl/practice/stats.h"
+#include "fl/practice/worksheet.h"
 #include "store/datastore.h"
 
 #include <gtest/gtest.h>
@@ -329,6 +331,43 @@ TEST_F(PracticeMorePages, aWorksheetIsARealPdfWithTheFacitAtTheBack) {
                   std::max(0, int(body.indexOf(QStringLiteral("Svar: ___")))) + 1);
     }
     EXPECT_TRUE(facitPage);
+}
+
+TEST_F(PracticeMorePages, aSolutionsHeadingNeverEndsAPage) {
+    fl::WorksheetOptions o;
+    o.count = 40;
+    o.facit = "losning";
+    o.room = true;
+    const fl::Worksheet ws =
+        fl::drawWorksheet(o, "Alle emner", "1. april 2025", [] { return fl::exerciseForCategory("", {}); });
+    ASSERT_EQ(ws.exercises.size(), 40u);
+    const app::SheetView paper;
+    const QString path = dir.filePath("losning.pdf");
+    ASSERT_TRUE(paper.printToPdf(fl::worksheetRender(ws, true), QStringLiteral("Opgaveark"), path));
+    const QStringList pages = pdfPages(path);
+    ASSERT_GT(pages.size(), 10) << "pdftotext missing or the PDF too short";
+    const QRegularExpression heading(QStringLiteral("(Opgave|Løsning til opgave) (\\d+): "));
+    int solutions = 0;
+    for (int i = 0; i < pages.size(); ++i) {
+        // The page's foot is no part of what a heading heads.
+        const QString body =
+            squeezed(pages[i]).remove(QRegularExpression(QStringLiteral("Side \\d+ af \\d+\\s*$"))).trimmed();
+        for (auto it = heading.globalMatch(body); it.hasNext();) {
+            const auto m = it.next();
+            const bool solution = m.captured(1).startsWith('L');
+            solutions += solution;
+            // What follows the heading's own line on the same page.
+            qsizetype after = m.capturedEnd();
+            if (solution)
+                after = body.indexOf(QLatin1Char(')'), body.indexOf(QStringLiteral("(facit "), after)) + 1;
+            // A solution opens with what is known: that much at least is on the heading's page.
+            const QString rest = body.mid(after);
+            EXPECT_TRUE(solution ? rest.contains(QStringLiteral("Det kender vi")) : rest.size() >= 30)
+                << "page " << i + 1 << ": " << m.captured(0).toStdString() << "\n"
+                << body.toStdString();
+        }
+    }
+    EXPECT_EQ(solutions, 40);
 }
 
 TEST_F(PracticeMorePages, aSheetWithoutFacitHasNoBackPage) {
