@@ -1,5 +1,6 @@
 #include "fl/practice/stats.h"
 
+#include "fl/practice/tekst.h"
 #include "store/datastore.h"
 #include "store/keys.h"
 
@@ -188,18 +189,34 @@ std::vector<std::string> weakTopics(const PracticeStats& s) {
     return out;
 }
 
+std::string topicName(const std::string& topic) {
+    static const std::string kTekst = tekstLockKey("");
+    if (topic.compare(0, kTekst.size(), kTekst) != 0) return topic;
+    const TekstTopic* t = findTekstTopic(topic.substr(kTekst.size()));
+    return t ? t->label : "Tekstopgave";
+}
+
 std::string classSummary(const PracticeStats& s, const std::vector<ExamRecord>& exams) {
     int64_t answered = 0, right = 0;
+    // The teacher reads the names the student reads.
+    PracticeStats named;
+    named.formulas = s.formulas;
     for (const auto& [name, t] : s.topics) {
         answered += t.total;
         right += t.right;
+        TopicStat& sum = named.topics[topicName(name)];
+        sum.right = static_cast<int32_t>(std::min<int64_t>(int64_t{sum.right} + t.right, kMaxCount));
+        sum.total = static_cast<int32_t>(std::min<int64_t>(int64_t{sum.total} + t.total, kMaxCount));
     }
-    Json out = statsToJson(s);
+    Json out = statsToJson(named);
     out.obj.erase("days");
     out["answered"] = Json(static_cast<double>(answered));
     out["right"] = Json(static_cast<double>(right));
     out["days"] = Json(static_cast<double>(s.days.size()));
-    Json list = examsToJson(exams);
+    std::vector<ExamRecord> namedExams = exams;
+    for (ExamRecord& e : namedExams)
+        e.topic = topicName(e.topic);
+    Json list = examsToJson(namedExams);
     for (Json& e : list.arr)
         e.obj.erase("seconds");
     out["exams"] = std::move(list);

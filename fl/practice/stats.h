@@ -72,6 +72,11 @@ Level topicLevel(const TopicStat& t);
 const char* levelClass(Level level); // "ny", "svag", "mid", "god"
 const char* levelText(Level level);  // "For få svar", "Svag", "På vej", "Stærk"
 
+// The name a student reads for a topic of the records. Exercise topics are
+// names already; a text problem's scenario is recorded by its key
+// ("tekst:kabel") and reads as its title ("Kabel til carport").
+std::string topicName(const std::string& topic);
+
 // (wrong + 0.5) / (total + 1): a wrong answer weighs less the more answers there are.
 double weakness(int32_t wrong, int32_t total);
 std::vector<std::pair<std::string, TopicStat>> topicsWeakestFirst(const PracticeStats& stats);
@@ -82,7 +87,7 @@ std::vector<std::string> weakTopics(const PracticeStats& stats);
 
 // The summary the class service sends to the teacher, as compact JSON:
 //   {"answered": 42, "right": 30, "days": 6,
-//    "topics":   {"Jævnstrøm": {"right": 7, "total": 9}, …},
+//    "topics":   {"Jævnstrøm": {"right": 7, "total": 9}, …},   (by topicName)
 //    "formulas": {"ohm": {"wrong": 1, "total": 4}, …},
 //    "exams":    [{"date": …, "topic": …, "right": 8, "total": 10}, …]}
 // "topics" is always an object, empty when nothing has been answered. The

@@ -79,7 +79,7 @@ std::string topicsCard(const PracticeStats& s) {
     for (const auto& [name, t] : topicsWeakestFirst(s)) {
         if (t.total == 0) continue;
         const Level level = topicLevel(t);
-        rows += "<tr>" + std::string(kWords) + htmlEscape(name) + "</td><td class=\"data\">" +
+        rows += "<tr>" + std::string(kWords) + htmlEscape(topicName(name)) + "</td><td class=\"data\">" +
                 std::to_string(t.right) + " af " + std::to_string(t.total) + "</td><td class=\"data\">" +
                 percent(t.right, t.total) + "</td><td><span class=\"lvl " + levelClass(level) + "\">" +
                 levelText(level) + "</span></td><td><a class=\"chip\" href=\"ov:" + attr(name) +
@@ -117,7 +117,8 @@ std::string untriedCard(const PracticeStats& s, const std::vector<std::string>& 
     for (const std::string& topic : allTopics) {
         auto it = s.topics.find(topic);
         if (it != s.topics.end() && it->second.total > 0) continue;
-        chips += "<a class=\"chip\" href=\"ov:" + attr(topic) + "\">" + htmlEscape(topic) + "</a> &nbsp; ";
+        chips += "<a class=\"chip\" href=\"ov:" + attr(topic) + "\">" + htmlEscape(topicName(topic)) +
+                 "</a> &nbsp; ";
     }
     if (chips.empty())
         return card("Emner du ikke har prøvet endnu", "<p class=\"hint\">Du har prøvet dem alle.</p>");
@@ -132,7 +133,7 @@ std::string examsCard(const std::vector<ExamRecord>& exams) {
     std::string rows;
     for (const ExamRecord& e : exams)
         rows += "<tr>" + std::string(kWords) + htmlEscape(examDate(e.date)) + "</td>" + kWords +
-                htmlEscape(e.topic.empty() ? std::string("Alle emner") : e.topic) +
+                htmlEscape(e.topic.empty() ? std::string("Alle emner") : topicName(e.topic)) +
                 "</td><td class=\"data\">" + std::to_string(e.right) + " af " + std::to_string(e.total) +
                 " (" + percent(e.right, e.total) + ")</td></tr>";
     return card("Dine seneste eksamener",

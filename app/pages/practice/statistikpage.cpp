@@ -6,6 +6,7 @@
 #include "app/shell/theme.h"
 #include "fl/practice/categories.h"
 #include "fl/practice/statsheet.h"
+#include "fl/practice/tekst.h"
 #include "store/datastore.h"
 #include "store/keys.h"
 
@@ -68,7 +69,15 @@ void StatistikPage::onEnter() {
 void StatistikPage::link(const QString& href) {
     if (href.startsWith(QLatin1String("ov:"))) {
         // A topic with blanks or "æøå" may arrive percent-encoded.
-        storeSet(key::OvCat, Json(QUrl::fromPercentEncoding(href.mid(3).toUtf8()).toStdString()));
+        const std::string topic = QUrl::fromPercentEncoding(href.mid(3).toUtf8()).toStdString();
+        // A text problem's scenario is practised where text problems are.
+        static const std::string kTekst = fl::tekstLockKey("");
+        if (topic.compare(0, kTekst.size(), kTekst) == 0) {
+            storeSet(key::TxTpl, Json(topic.substr(kTekst.size())));
+            if (host) host->navigate(QStringLiteral("tekstopgaver"));
+            return;
+        }
+        storeSet(key::OvCat, Json(topic));
         if (host) host->navigate(QStringLiteral("ovelser"));
         return;
     }

@@ -115,6 +115,36 @@ TEST(Stats, theClassSummaryHasItsShape) {
     EXPECT_FALSE(sum.at("exams").asArray().at(0).has("seconds"));
 }
 
+TEST(Stats, aTextProblemsScenarioReadsAsItsTitle) {
+    const struct {
+        const char* topic;
+        const char* name;
+    } rows[] = {
+        {"tekst:kabel", "Kabel til carport"},
+        {"tekst:kedel", "Elkedel"},
+        {"tekst:trafo", "Transformer til lamper"},
+        {"tekst:fjernet", "Tekstopgave"}, // a scenario that no longer exists
+        {"Jævnstrøm", "Jævnstrøm"},
+        {"Kredsløb – jævnstrøm", "Kredsløb – jævnstrøm"},
+        {"", ""},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(topicName(row.topic), row.name) << row.topic;
+
+    // The teacher reads the same names, with a scenario's answers under its title.
+    PracticeStats s;
+    addAnswer(s, "tekst:kabel", "tekst:kabel", true, "2025-03-14");
+    addAnswer(s, "tekst:kabel", "tekst:kabel", false, "2025-03-14");
+    addAnswer(s, "ohm", "Jævnstrøm", true, "2025-03-14");
+    const Json sum = Json::parse(classSummary(s, {{"2025-03-15T10:00:00.000Z", "tekst:rc", 3, 5, 60}}));
+    EXPECT_FALSE(sum.at("topics").has("tekst:kabel"));
+    EXPECT_EQ(sum.at("topics").at("Kabel til carport").at("right").asNumber(), 1);
+    EXPECT_EQ(sum.at("topics").at("Kabel til carport").at("total").asNumber(), 2);
+    EXPECT_EQ(sum.at("topics").at("Jævnstrøm").at("total").asNumber(), 1);
+    EXPECT_EQ(sum.at("exams").asArray().at(0).at("topic").asString(), "Modstand og kondensator i serie");
+    EXPECT_EQ(sum.at("answered").asNumber(), 3);
+}
+
 // The store in a fresh file per test.
 class StatsStoreTest : public ::testing::Test {
   protected:

@@ -116,5 +116,24 @@ TEST_F(StatSheet, cardsListWhatTheRecordsHold) {
     EXPECT_NE(html.find("href=\"act:streset\">Nulstil statistik</a>"), std::string::npos);
 }
 
+TEST_F(StatSheet, aTextProblemsScenarioShowsItsTitleNeverItsKey) {
+    PracticeStats s;
+    for (int i = 0; i < 3; ++i)
+        addAnswer(s, "tekst:kabel", "tekst:kabel", i == 0, "2025-03-14");
+    addAnswer(s, "ohm", "Jævnstrøm", true, "2025-03-14");
+    const std::string html = statsHtml(s, {{"2025-03-12T10:00:00.000Z", "tekst:motor", 4, 5, 300}},
+                                       {"Jævnstrøm", "Motorer"}, "2025-03-14");
+    takeRender(html);
+    EXPECT_NE(html.find("<td style=\"text-align:left\">Kabel til carport</td><td class=\"data\">1 af 3</td>"),
+              std::string::npos)
+        << html;
+    EXPECT_NE(html.find("<td style=\"text-align:left\">Motorens mærkeplade</td>"), std::string::npos);
+    // The key stays in the link only: no visible text names it.
+    EXPECT_NE(html.find("href=\"ov:tekst:kabel\">Øv</a>"), std::string::npos);
+    EXPECT_EQ(std::regex_replace(html, std::regex("<[^>]*>"), "").find("tekst:"), std::string::npos);
+    // Its answers are no family's.
+    EXPECT_EQ(html.find("go:tekst:"), std::string::npos);
+}
+
 } // namespace
 } // namespace fl

@@ -4,6 +4,7 @@
 // what does and doesn't count.
 #include "app/pages/practice/ovelserpage.h"
 #include "app/pages/practice/statistikpage.h"
+#include "app/pages/practice/tekstpage.h"
 #include "app/sheet/resultarea.h"
 #include "app/sheet/sheetview.h"
 #include "app/shell/mainwindow.h"
@@ -132,6 +133,25 @@ TEST_F(PracticeTest, aTopicLinkOnTheStatisticsPageOpensItsExercises) {
     ASSERT_TRUE(clickLink(stats->view(), "ov:svag"));
     EXPECT_EQ(page->topicBox()->currentData().toString(), "svag");
     EXPECT_EQ(page->exercise().topic, "Motorer"); // the one weak topic
+}
+
+TEST_F(PracticeTest, aTextProblemOnTheStatisticsPageOpensThatScenario) {
+    fl::PracticeStats s;
+    for (int i = 0; i < 3; ++i)
+        fl::addAnswer(s, "tekst:kabel", "tekst:kabel", false, fl::today());
+    fl::saveStats(s);
+    app::MainWindow& w = open();
+    w.navigate("statistik");
+    auto* stats = current<app::StatistikPage>();
+    ASSERT_NE(stats, nullptr);
+    EXPECT_TRUE(contains(stats->view()->markup(), ">Kabel til carport</td>"));
+
+    ASSERT_TRUE(clickLink(stats->view(), "ov:tekst:kabel"));
+    auto* page = current<app::TekstPage>();
+    ASSERT_NE(page, nullptr);
+    EXPECT_EQ(page->topicBox()->currentData().toString(), "kabel");
+    ASSERT_TRUE(page->problem().has_value());
+    EXPECT_EQ(page->problem()->key, "kabel");
 }
 
 TEST_F(PracticeTest, closedTopicsVanishAndAnEmptyChoiceSaysWhy) {
