@@ -30,6 +30,21 @@ prefix-remark-range@@fl/formulas/solve.cpp@@mag >= 0.1 && mag < 10000@@mag >= 0.
 target-kept-as-given@@fl/formulas/solve.cpp@@std::isnan(it->second) || it->first == target ? values.erase(it)@@std::isnan(it->second) ? values.erase(it)@@solve_test
 single-phase-drop-one-way@@fl/tools/drop.cpp@@"dU_f*2"@@"dU_f*1"@@fl_tools_test
 cable-exact-section-skipped@@fl/tools/cable.cpp@@if (list[i] >= qmin - kSnap)@@if (list[i] > qmin + kSnap)@@fl_tools_test
+ik-max-without-root-three@@fl/tools/shortcircuit.cpp@@"U_N/(sqrt(3)*Ik_fr)"@@"U_N/Ik_fr"@@fl_tools_test
+ik-min-cable-cold@@fl/tools/shortcircuit.cpp@@"l_stik/1000*R_lstik*2*k_v"@@"l_stik/1000*R_lstik*2"@@fl_tools_test
+ik-min-trip-verdict-inverted@@fl/tools/shortcircuit.cpp@@bg >= trip.value - kEdge@@bg <= trip.value - kEdge@@fl_tools_test
+drop-percent-of-wrong-voltage@@fl/tools/drop.cpp@@"dU_n*100/U_N"@@"dU_n*100/(U_N/sqrt(3))"@@fl_tools_test
+drop-lighting-limit-four@@fl/tools/drop.cpp@@forsyningssystem", 3, 5}@@forsyningssystem", 4, 5}@@fl_tools_test
+cable-metals-swapped@@fl/tools/tables.cpp@@return aluminium ? alu[i] : copper[i];@@return aluminium ? copper[i] : alu[i];@@fl_tools_test
+cable-reactance-section-below@@fl/tools/tables.cpp@@return t.x[static_cast<size_t>(i)];@@return t.x[static_cast<size_t>(i > 0 ? i - 1 : 0)];@@fl_tools_test
+motor-slip-over-rotor-speed@@fl/tools/motor.cpp@@"(n_s-nr)/n_s*100"@@"(n_s-nr)/nr*100"@@fl_tools_test
+compensation-target-angle-ignored@@fl/tools/compensation.cpp@@{"VAr", "P*tan(phi2)", "Q2"}@@{"VAr", "P*tan(phi1)", "Q2"}@@fl_tools_test
+delta-phase-current-times-root-three@@fl/tools/threephase.cpp@@"I_N/sqrt(3)"@@"I_N*sqrt(3)"@@fl_tools_test
+store-failed-temporary-left@@store/datastore.cpp@@if (!ok) ::unlink(tmp.c_str());@@if (!ok) {}@@datastore_test
+store-damaged-copy-overwritten@@store/datastore.cpp@@if (std::filesystem::exists(copy, ec) || ec) continue;@@if (ec) continue;@@datastore_test
+net-status-500-an-answer@@net/http.cpp@@if (status >= 500)@@if (status > 500)@@net_client_test
+net-untrusted-peer-unexplained@@net/http.cpp@@case CURLE_PEER_FAILED_VERIFICATION:@@case CURLE_ABORTED_BY_CALLBACK:@@net_client_test
+net-usage-sent-every-start@@net/reports.cpp@@counted && now - last > kUsageEverySeconds@@counted@@net_test
 store-prefix@@store/datastore.cpp@@const std::string kPrefix = "fs_";@@const std::string kPrefix = "fx_";@@datastore_test
 json-escapes-space@@store/json.cpp@@if (c >= 0x20 && c != '"'@@if (c > 0x20 && c != '"'@@json_test
 recent-key-renamed@@store/keys.h@@Recent[] = "recent";@@Recent[] = "recents";@@app_test

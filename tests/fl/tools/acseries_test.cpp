@@ -28,19 +28,10 @@ TEST_F(AcTool, aCircuitWorkedByHand) {
         return acSeries({{"R", "30"}, {"L", "0,2"}, {"C", "100u"}, {"f", "50"}, {"U", "230"}}, &v);
     });
     ASSERT_TRUE(run.out.ok) << run.out.err;
-    const std::pair<const char*, double> expected[] = {{"XL", xl},
-                                                       {"XC", xc},
-                                                       {"Z", z},
-                                                       {"I", i},
-                                                       {"UR", 30 * i},
-                                                       {"UL", xl * i},
-                                                       {"UC", xc * i},
-                                                       {"cosphi", cosphi},
-                                                       {"phi", phi},
-                                                       {"P", 230 * i * cosphi},
-                                                       {"Q", 230 * i * std::sin(std::acos(cosphi))},
-                                                       {"S", 230 * i},
-                                                       {"f_r", f0}};
+    const std::pair<const char*, double> expected[] = {
+        {"XL", xl}, {"XC", xc}, {"Z", z}, {"I", i}, {"UR", 30 * i}, {"UL", xl * i}, {"UC", xc * i},
+        {"cosphi", cosphi}, {"phi", phi}, {"P", 230 * i * cosphi}, {"Q", 230 * i * std::sin(std::acos(cosphi))},
+        {"S", 230 * i}, {"f_r", f0}};
     for (const auto& [symbol, value] : expected)
         EXPECT_NEAR(v.at(symbol), value, 1e-9 * value) << symbol;
     EXPECT_TRUE(contains(run.text, "X_L=2 · π · f · L=2 · π · 50 · 0,2=62,832 Ω")) << run.text;
@@ -104,26 +95,13 @@ TEST_F(AcTool, theDemonstrationComputesWhatTheSheetShows) {
     for (const auto& r : rows) {
         SCOPED_TRACE(r.R);
         std::map<std::string, double> sheet;
-        ASSERT_TRUE(acSeries({{"R", fmtPlain(r.R, 17)},
-                              {"L", fmtPlain(r.L, 17)},
-                              {"C", fmtPlain(r.C, 17)},
-                              {"f", fmtPlain(r.f, 17)},
-                              {"U", "230"}},
-                             &sheet)
-                        .ok);
+        const FormMap form{{"R", fmtPlain(r.R, 17)}, {"L", fmtPlain(r.L, 17)}, {"C", fmtPlain(r.C, 17)},
+                           {"f", fmtPlain(r.f, 17)}, {"U", "230"}};
+        ASSERT_TRUE(acSeries(form, &sheet).ok);
         const SeriesRlcValues v = seriesRlc({r.R, r.L, r.C, r.f, 230, NAN});
-        const std::pair<const char*, double> same[] = {{"XL", v.XL},
-                                                       {"XC", v.XC},
-                                                       {"Z", v.Z},
-                                                       {"I", v.I},
-                                                       {"UR", v.UR},
-                                                       {"UL", v.UL},
-                                                       {"UC", v.UC},
-                                                       {"P", v.P},
-                                                       {"S", v.S},
-                                                       {"Q", std::fabs(v.Q)},
-                                                       {"phi", std::fabs(v.phi)},
-                                                       {"f_r", v.f0}};
+        const std::pair<const char*, double> same[] = {
+            {"XL", v.XL}, {"XC", v.XC}, {"Z", v.Z},   {"I", v.I}, {"UR", v.UR},          {"UL", v.UL},
+            {"UC", v.UC}, {"P", v.P},   {"S", v.S},   {"Q", std::fabs(v.Q)}, {"phi", std::fabs(v.phi)}, {"f_r", v.f0}};
         for (const auto& [symbol, value] : same)
             EXPECT_NEAR(sheet.at(symbol), value, 1e-9 * value) << symbol;
         EXPECT_EQ(v.phi > 0, v.XL > v.XC);
@@ -132,48 +110,33 @@ TEST_F(AcTool, theDemonstrationComputesWhatTheSheetShows) {
 
 TEST_F(AcTool, refusalsNameTheFieldToFix) {
     struct Row {
-        const char* name;
-        FormMap form;
+        const char* form;
         std::string text;
         std::vector<std::string> keys;
     };
     const Row rows[] = {
-        {"no part",
-         {{"f", "50"}, {"U", "230"}},
-         "Udfyld mindst én af R, L og C – et felt, der står tomt, er en del, der ikke er med.",
+        {"f=50 U=230", "Udfyld mindst én af R, L og C – et felt, der står tomt, er en del, der ikke er med.",
          {"R", "L", "C"}},
-        {"both U and I",
-         {{"R", "10"}, {"f", "50"}, {"U", "230"}, {"I", "2"}},
-         "Giv enten spændingen U eller strømmen I – den anden regnes ud.",
-         {"U", "I"}},
-        {"neither U nor I", {{"R", "10"}, {"f", "50"}}, "Udfyld spændingen U eller strømmen I.", {"U", "I"}},
-        {"no frequency", {{"R", "10"}, {"U", "230"}}, "Udfyld frekvensen f (normalt 50 Hz).", {"f"}},
-        {"direct current",
-         {{"C", "10u"}, {"f", "0"}, {"U", "230"}},
-         "Frekvensen skal være større end 0 Hz – ved 0 Hz (jævnstrøm) spærrer kondensatoren.",
+        {"R=10 f=50 U=230 I=2", "Giv enten spændingen U eller strømmen I – den anden regnes ud.", {"U", "I"}},
+        {"R=10 f=50", "Udfyld spændingen U eller strømmen I.", {"U", "I"}},
+        {"R=10 U=230", "Udfyld frekvensen f (normalt 50 Hz).", {"f"}},
+        {"C=10u f=0 U=230", "Frekvensen skal være større end 0 Hz – ved 0 Hz (jævnstrøm) spærrer kondensatoren.",
          {"f"}},
-        {"no capacitance",
-         {{"R", "10"}, {"C", "0"}, {"f", "50"}, {"U", "230"}},
-         "C = 0 F giver en uendelig stor X<sub>C</sub>. Lad feltet stå tomt, hvis der ingen kondensator er.",
-         {"C"}},
+        {"R=10 C=0 f=50 U=230",
+         "C = 0 F giver en uendelig stor X<sub>C</sub>. Lad feltet stå tomt, hvis der ingen kondensator er.", {"C"}},
         // X_L = X_C = 1 Ω at f = 1/(2π) Hz, and no resistance.
-        {"an impedance of zero",
-         {{"L", "1"}, {"C", "1"}, {"f", "1/(2π)"}, {"U", "230"}},
-         "Noget passer ikke – tjek værdierne (Z må ikke blive 0). <span class=\"crumb\">intet reelt "
-         "svar</span>",
-         {}},
+        {"L=1 C=1 f=1/(2π) U=230",
+         "Noget passer ikke – tjek værdierne (Z må ikke blive 0). <span class=\"crumb\">intet reelt svar</span>", {}},
     };
     for (const Row& r : rows) {
-        SCOPED_TRACE(r.name);
-        const ToolOut out = acSeries(r.form);
+        SCOPED_TRACE(r.form);
+        const ToolOut out = acSeries(formOf(r.form));
         EXPECT_FALSE(out.ok);
         EXPECT_EQ(refusal(out), r.text);
         EXPECT_EQ(out.badKeys, r.keys);
     }
     // A farad typed for a microfarad is answered, with the question beside it.
-    const ToolRun slip = runOnce([] {
-        return acSeries({{"R", "10"}, {"C", "0,05"}, {"f", "50"}, {"U", "230"}});
-    });
+    const ToolRun slip = runOnce([] { return acSeries(formOf("R=10 C=0,05 f=50 U=230")); });
     ASSERT_TRUE(slip.out.ok);
     EXPECT_TRUE(contains(slip.sheet.results, "Mente du 0,05 µF? Skriv det som 0,05u.")) << slip.sheet.results;
 }

@@ -60,25 +60,13 @@ TEST_F(ColourCodeTool, aWantedValueGetsTheNearestStandardValueAndItsRings) {
         std::string facit;
     };
     const Row rows[] = {
-        {"E12 in four rings is silver",
-         {{"R", "4,5k"}, {"serie", "E12"}, {"ringe", "4"}},
-         4700,
-         "gul – violet – rød – sølv 4,7 kΩ ± 10 %"},
-        {"E24 in four rings is gold",
-         {{"R", "5020"}, {"serie", "E24"}, {"ringe", "4"}},
-         5100,
-         "grøn – brun – rød – guld 5,1 kΩ ± 5 %"},
-        {"E24 in five rings is brown",
-         {{"R", "4,7k"}, {"serie", "E24"}, {"ringe", "5"}},
-         4700,
+        {"E12 in four rings is silver", formOf("R=4,5k serie=E12 ringe=4"), 4700, "gul – violet – rød – sølv 4,7 kΩ ± 10 %"},
+        {"E24 in four rings is gold", formOf("R=5020 serie=E24 ringe=4"), 5100, "grøn – brun – rød – guld 5,1 kΩ ± 5 %"},
+        {"E24 in five rings is brown", formOf("R=4,7k serie=E24 ringe=5"), 4700,
          "gul – violet – sort – brun – brun 4,7 kΩ ± 1 %"},
-        {"E96 needs five rings even when four are asked for",
-         {{"R", "4,5k"}, {"serie", "E96"}, {"ringe", "4"}},
-         4530,
+        {"E96 needs five rings even when four are asked for", formOf("R=4,5k serie=E96 ringe=4"), 4530,
          "gul – grøn – orange – brun – brun 4,53 kΩ ± 1 %"},
-        {"six rings add 100 ppm/K",
-         {{"R", "100"}, {"serie", "E12"}, {"ringe", "6"}},
-         100,
+        {"six rings add 100 ppm/K", formOf("R=100 serie=E12 ringe=6"), 100,
          "brun – sort – sort – sort – brun – brun 100 Ω ± 1 %"},
     };
     for (const Row& r : rows) {
@@ -102,22 +90,15 @@ TEST_F(ColourCodeTool, refusalsSayWhatIsWrongAndMarkTheField) {
         std::vector<std::string> keys;
     };
     const Row rows[] = {
-        {"a black first ring",
-         colourToValue(rings({"sort", "rod", "rod", "guld"})),
-         "Første ring kan ikke være sort – vend modstanden og læs fra den anden ende (ringen for tolerance "
-         "sidder "
+        {"a black first ring", colourToValue(rings({"sort", "rod", "rod", "guld"})),
+         "Første ring kan ikke være sort – vend modstanden og læs fra den anden ende (ringen for tolerance sidder "
          "tættest på enden og står lidt for sig selv).",
          {"r1"}},
-        {"no value", valueToColour({{"serie", "E12"}}), "Udfyld <span class=\"v\">R</span>.", {"R"}},
-        {"letters",
-         valueToColour({{"R", "fire"}, {"serie", "E12"}}),
-         "Jeg kan ikke læse <span class=\"v\">R</span>",
-         {"R"}},
-        {"zero", valueToColour({{"R", "0"}}), "Modstanden skal være større end 0 Ω.", {"R"}},
-        {"below the code",
-         valueToColour({{"R", "0,01"}, {"serie", "E12"}, {"ringe", "4"}}),
-         "Farvekoden kan ikke vise 0,01 Ω – med 4 ringe går den fra 0,1 Ω til 99 GΩ.",
-         {"R"}},
+        {"no value", valueToColour(formOf("serie=E12")), "Udfyld <span class=\"v\">R</span>.", {"R"}},
+        {"letters", valueToColour(formOf("R=fire serie=E12")), "Jeg kan ikke læse <span class=\"v\">R</span>", {"R"}},
+        {"zero", valueToColour(formOf("R=0")), "Modstanden skal være større end 0 Ω.", {"R"}},
+        {"below the code", valueToColour(formOf("R=0,01 serie=E12 ringe=4")),
+         "Farvekoden kan ikke vise 0,01 Ω – med 4 ringe går den fra 0,1 Ω til 99 GΩ.", {"R"}},
     };
     for (const Row& r : rows) {
         SCOPED_TRACE(r.name);

@@ -20,13 +20,10 @@ TEST_F(EnergyTool, aYearOfUseAndWhatItCosts) {
     };
     const Row rows[] = {
         // 2000 W · 3 h · 365 / 1000 = 2190 kWh; · 2 kr = 4380 kr.
-        {"days left empty mean a year", {{"P", "2k"}, {"h", "3"}, {"k_el", "2"}}, 2190, 4380},
+        {"days left empty mean a year", formOf("P=2k h=3 k_el=2"), 2190, 4380},
         // 10 · 60 W · 5 h · 200 / 1000 = 600 kWh; · 2,5 kr = 1500 kr.
-        {"several, on school days",
-         {{"P", "60"}, {"n", "10"}, {"h", "5"}, {"d_dage", "200"}, {"k_el", "2,5"}},
-         600,
-         1500},
-        {"a stand-by draw all day", {{"P", "0,5"}, {"h", "24"}, {"k_el", "3"}}, 4.38, 13.14},
+        {"several, on school days", formOf("P=60 n=10 h=5 d_dage=200 k_el=2,5"), 600, 1500},
+        {"a stand-by draw all day", formOf("P=0,5 h=24 k_el=3"), 4.38, 13.14},
     };
     for (const Row& r : rows) {
         SCOPED_TRACE(r.name);
@@ -41,10 +38,7 @@ TEST_F(EnergyTool, aReplacementSavesAndPaysBack) {
     // Ten 60 W bulbs for 8 W LEDs, 5 h a day: 1095 kWh and 146 kWh a year,
     // 2737,50 kr and 365 kr at 2,50 kr/kWh; 2372,50 kr saved, 400 kr back
     // after 400 / 2372,5 = 0,1686 years (2 months).
-    const ToolRun run = runOnce([] {
-        return energyPrice(
-            {{"P", "60"}, {"n", "10"}, {"h", "5"}, {"k_el", "2,5"}, {"P2", "8"}, {"Inv", "400"}});
-    });
+    const ToolRun run = runOnce([] { return energyPrice(formOf("P=60 n=10 h=5 k_el=2,5 P2=8 Inv=400")); });
     ASSERT_TRUE(run.out.ok) << run.out.err;
     EXPECT_DOUBLE_EQ(recentValue(run.out, "B_aar"), 2372.5);
     EXPECT_DOUBLE_EQ(recentValue(run.out, "E_spar"), 949);
@@ -54,9 +48,7 @@ TEST_F(EnergyTool, aReplacementSavesAndPaysBack) {
     EXPECT_EQ(run.sheet.facit, "Besparelse 2372,5 kr pr. år (949 kWh) · tilbagebetalt efter 0,1686 år");
 
     // Nothing to save: the sheet says so, and there is no payback.
-    const ToolRun none = runOnce([] {
-        return energyPrice({{"P", "8"}, {"h", "5"}, {"k_el", "2,5"}, {"P2", "60"}, {"Inv", "400"}});
-    });
+    const ToolRun none = runOnce([] { return energyPrice(formOf("P=8 h=5 k_el=2,5 P2=60 Inv=400")); });
     ASSERT_TRUE(none.out.ok);
     EXPECT_TRUE(contains(none.sheet.results, "sparer ingenting på elregningen"));
     EXPECT_TRUE(std::isnan(recentValue(none.out, "T_tb")));
@@ -69,19 +61,13 @@ TEST_F(EnergyTool, refusalsNameWhatIsMissingOrImpossible) {
         std::string text;
     };
     const Row rows[] = {
-        {"nothing",
-         {},
-         "Udfyld <span class=\"v\">P</span>, <span class=\"v\">h</span>, <span "
-         "class=\"v\">k<sub>el</sub></span>."},
-        {"no price", {{"P", "60"}, {"h", "5"}}, "Udfyld <span class=\"v\">k<sub>el</sub></span>."},
-        {"a day of 25 hours",
-         {{"P", "60"}, {"h", "25"}, {"k_el", "2"}},
+        {"nothing", {},
+         "Udfyld <span class=\"v\">P</span>, <span class=\"v\">h</span>, <span class=\"v\">k<sub>el</sub></span>."},
+        {"no price", formOf("P=60 h=5"), "Udfyld <span class=\"v\">k<sub>el</sub></span>."},
+        {"a day of 25 hours", formOf("P=60 h=25 k_el=2"),
          "Et døgn har kun 24 timer – <span class=\"v\">h</span> er brugstiden pr. dag."},
-        {"a year of 400 days",
-         {{"P", "60"}, {"h", "5"}, {"d_dage", "400"}, {"k_el", "2"}},
-         "Et år har højst 366 dage."},
-        {"a negative price",
-         {{"P", "60"}, {"h", "5"}, {"k_el", "-2"}},
+        {"a year of 400 days", formOf("P=60 h=5 d_dage=400 k_el=2"), "Et år har højst 366 dage."},
+        {"a negative price", formOf("P=60 h=5 k_el=-2"),
          "Negative værdier giver ingen mening her – ret <span class=\"v\">k<sub>el</sub></span>."},
     };
     for (const Row& r : rows) {

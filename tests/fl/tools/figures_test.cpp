@@ -9,7 +9,7 @@
 #include "fl/expr/markup.h"
 #include "tests/fl/expr/settings_fixture.h"
 #include "tests/fl/fig/svg_check.h"
-#include "tests/fl/tools/sheet_text.h"
+#include "tests/fl/tools/tool_run.h"
 
 #include <gtest/gtest.h>
 
@@ -24,10 +24,6 @@ using testing::shapeProblem;
 using testing::svgProblem;
 using testing::svgText;
 
-bool contains(const std::string& text, const std::string& part) {
-    return text.find(part) != std::string::npos;
-}
-
 TEST_F(SmallFigures, eachSheetDrawsWhatItsGivensAllow) {
     struct Row {
         const char* name;
@@ -37,64 +33,31 @@ TEST_F(SmallFigures, eachSheetDrawsWhatItsGivensAllow) {
         std::string caption;             // in the sheet, beside the figures
     };
     const Row rows[] = {
-        {"four rings: each with its meaning",
-         [] { return colourToValue({{"ringe", "4"}, {"r1", "gul"}, {"r2", "violet"}, {"r3", "rod"}, {"r4", "guld"}}); },
-         1,
-         {"4|", "7|", "×10²|", "±5 %|", "gul|", "violet|", "rød|", "guld|"},
-         "Ringene læses fra venstre"},
+        {"four rings: each with its meaning", [] { return colourToValue(formOf("ringe=4 r1=gul r2=violet r3=rod r4=guld")); },
+         1, {"4|", "7|", "×10²|", "±5 %|", "gul|", "violet|", "rød|", "guld|"}, "Ringene læses fra venstre"},
         {"six rings: the coefficient last",
-         [] {
-             return colourToValue({{"ringe", "6"}, {"r1", "brun"}, {"r2", "sort"}, {"r3", "sort"}, {"r4", "brun"},
-                                   {"r5", "brun"}, {"r6", "rod"}});
-         },
-         1,
-         {"×10|", "±1 %|", "50 ppm|"},
-         ""},
-        {"a value drawn as the rings it needs",
-         [] { return valueToColour({{"R", "4,5k"}, {"serie", "E12"}, {"ringe", "5"}}); },
-         1,
-         {"gul|", "violet|", "sort|"},
-         ""},
+         [] { return colourToValue(formOf("ringe=6 r1=brun r2=sort r3=sort r4=brun r5=brun r6=rod")); }, 1,
+         {"×10|", "±1 %|", "50 ppm|"}, ""},
+        {"a value drawn as the rings it needs", [] { return valueToColour(formOf("R=4,5k serie=E12 ringe=5")); }, 1,
+         {"gul|", "violet|", "sort|"}, ""},
         {"two resistors in series are drawn",
-         [] { return resistorTotal({{"liste", "100; 220"}, {"kobling", "serie"}}); },
-         1,
-         {},
-         "Modstandene i serie"},
+         [] { return resistorTotal({{"liste", "100; 220"}, {"kobling", "serie"}}); }, 1, {}, "Modstandene i serie"},
         {"five in parallel are too many to draw",
-         [] { return resistorTotal({{"liste", "1k; 2k; 3k; 4k; 5k"}, {"kobling", "parallel"}}); },
-         0,
-         {},
-         ""},
-        {"the 3-4-5 triangle to scale",
-         [] { return rightTriangle({{"a", "3"}, {"b", "4"}}); },
-         1,
-         {"c = 5|"},
+         [] { return resistorTotal({{"liste", "1k; 2k; 3k; 4k; 5k"}, {"kobling", "parallel"}}); }, 0, {}, ""},
+        {"the 3-4-5 triangle to scale", [] { return rightTriangle(formOf("a=3 b=4")); }, 1, {"c = 5|"},
          "tegnet i målestok"},
-        {"a sliver is drawn wider and says so",
-         [] { return rightTriangle({{"a", "1"}, {"c", "100"}}); },
-         1,
-         {"c = 100|"},
+        {"a sliver is drawn wider and says so", [] { return rightTriangle(formOf("a=1 c=100")); }, 1, {"c = 100|"},
          "ikke i målestok"},
         {"two vectors, laid head to tail, and their sum",
-         [] { return addVectors({{"form", "polar"}, {"v1", "3"}, {"V1", "0"}, {"v2", "4"}, {"V2", "90"}}); },
-         1,
-         {"5 ∠ 53,13°|"},
+         [] { return addVectors(formOf("form=polar v1=3 V1=0 v2=4 V2=90")); }, 1, {"5 ∠ 53,13°|"},
          "lagt i forlængelse"},
         {"R, L and C: phasors and the impedance triangle",
-         [] { return acSeries({{"R", "30"}, {"L", "0,2"}, {"C", "100u"}, {"f", "50"}, {"U", "230"}}); },
-         2,
-         {"U|R|", "U|L|", "U|C|", "R = 30 Ω|"},
+         [] { return acSeries(formOf("R=30 L=0,2 C=100u f=50 U=230")); }, 2, {"U|R|", "U|L|", "U|C|", "R = 30 Ω|"},
          "Modstandstrekant"},
-        {"R alone: no reactance, so no triangle",
-         [] { return acSeries({{"R", "30"}, {"f", "50"}, {"U", "230"}}); },
-         1,
-         {"U|R|"},
+        {"R alone: no reactance, so no triangle", [] { return acSeries(formOf("R=30 f=50 U=230")); }, 1, {"U|R|"},
          "Vektordiagram for spændingerne"},
-        {"L and C without R: the phasors only",
-         [] { return acSeries({{"L", "0,2"}, {"C", "100u"}, {"f", "50"}, {"I", "2"}}); },
-         1,
-         {"U|L|", "U|C|"},
-         ""},
+        {"L and C without R: the phasors only", [] { return acSeries(formOf("L=0,2 C=100u f=50 I=2")); }, 1,
+         {"U|L|", "U|C|"}, ""},
     };
     for (const Row& r : rows) {
         SCOPED_TRACE(r.name);

@@ -122,20 +122,9 @@ TEST_F(FrameTest, evaluateStepWritesFormulaNumbersEachRoundAndTheResult) {
         const char* text;
     };
     const Row rows[] = {
-        {"current from power",
-         "I",
-         "P/(U*cosphi)",
-         {{"P", 1000}, {"U", 230}, {"cosphi", 0.9}},
-         {},
-         "A",
-         1000 / 207.0,
+        {"current from power", "I", "P/(U*cosphi)", {{"P", 1000}, {"U", 230}, {"cosphi", 0.9}}, {}, "A", 1000 / 207.0,
          "I=[P / (U · cos φ)]=[1000 / (230 · 0,9)]=[1000 / 207]=4,8309 A"},
-        {"given as typed",
-         "Z_net",
-         "U_N/(sqrt(3)*Ik_fr)",
-         {{"U_N", 400}, {"Ik_fr", 16000}},
-         {{"Ik_fr", "16k"}},
-         "Ω",
+        {"given as typed", "Z_net", "U_N/(sqrt(3)*Ik_fr)", {{"U_N", 400}, {"Ik_fr", 16000}}, {{"Ik_fr", "16k"}}, "Ω",
          400 / (std::sqrt(3.0) * 16000),
          "Z_net=[U_N / (√3 · I_k,FR)]=[400 / (√3 · 16k)]=[400 / (1,7321 · 16k)]=[400 / 27713]=14,434 mΩ"},
         {"no arithmetic left after the numbers", "L", "l", {{"l", 30}}, {}, "m", 30, "L=l=30 m"},

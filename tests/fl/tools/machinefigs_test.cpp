@@ -75,15 +75,9 @@ TEST_F(MachineFigsTest, valuesShowAsKnownFoundOrUnknown) {
     EXPECT_TRUE(contains(power, accent)) << power;
     EXPECT_TRUE(contains(fig.body, "> = 400 V<")) << "U_N as given";
     EXPECT_TRUE(contains(fig.body, ">S = ?<")) << "S unknown";
-    EXPECT_TRUE(contains(compensationFigure({{{"P", 1000},
-                                              {"Q1", 1020.2},
-                                              {"Q2", 328.68},
-                                              {"QC", 691.52},
-                                              {"phi1", 45.573},
-                                              {"phi2", 18.195}},
-                                             {}})
-                             .caption,
-                         "kondensatorerne fjerner 691,52 VAr af den reaktive effekt"));
+    const MachineValues c{
+        {{"P", 1000}, {"Q1", 1020.2}, {"Q2", 328.68}, {"QC", 691.52}, {"phi1", 45.573}, {"phi2", 18.195}}, {}};
+    EXPECT_TRUE(contains(compensationFigure(c).caption, "kondensatorerne fjerner 691,52 VAr af den reaktive effekt"));
 }
 
 } // namespace

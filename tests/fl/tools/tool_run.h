@@ -11,10 +11,13 @@
 #include "fl/tools/chain.h"
 #include "tests/fl/tools/sheet_text.h"
 
+#include <gtest/gtest.h>
+
 #include <cmath>
 #include <functional>
 #include <random>
 #include <set>
+#include <sstream>
 
 namespace fl {
 
@@ -39,6 +42,18 @@ template <typename F> ToolRun runOnce(F&& tool) {
     return r;
 }
 
+// "U_N=400 f=50 P_2=5,5k": a form as typed, one field per word; "k=" is an
+// empty field.
+inline FormMap formOf(const std::string& fields) {
+    FormMap form;
+    std::istringstream words(fields);
+    for (std::string w; words >> w;) {
+        const size_t eq = w.find('=');
+        form[w.substr(0, eq)] = w.substr(eq + 1);
+    }
+    return form;
+}
+
 inline double recentValue(const ToolOut& out, const std::string& symbol) {
     for (const RecentValue& v : out.recent)
         if (v.symbol == symbol) return v.value;
@@ -52,6 +67,20 @@ inline std::string refusal(const ToolOut& out) {
 
 inline double relDiff(double a, double b) {
     return std::fabs(a - b) / std::max({std::fabs(a), std::fabs(b), 1e-300});
+}
+
+using Vars = std::map<std::string, double>;
+
+// Each value found and equal to 1e-9 of the larger of it and 1.
+inline void expectFound(const ToolOut& out, const Vars& expected) {
+    for (const auto& [key, value] : expected)
+        EXPECT_NEAR(recentValue(out, key), value, 1e-9 * std::max(1.0, std::fabs(value))) << key;
+}
+
+// A run that refuses with `text`, or succeeds with `text` among its hints.
+inline void expectSaid(const ToolRun& r, bool ok, const std::string& text) {
+    EXPECT_EQ(r.out.ok, ok) << r.err;
+    EXPECT_TRUE(contains(ok ? r.notes : r.err, text)) << (ok ? r.notes : r.err);
 }
 
 // A symbol as the sheet shows it in text ("P_1", "cos φ").
@@ -111,6 +140,49 @@ inline void forEverySubset(const std::vector<std::string>& keys,
             if (mask & (1u << i)) given.insert(keys[i]);
         body(mask, given);
     }
+}
+
+// How an every-direction run is read: the form's keys (a key's symbol may
+// differ, as "R" that stands for R or Z), the quantities the tool names when
+// it can't find them, and its words for a gap and for nothing found.
+struct SubsetCheck {
+    std::vector<std::string> keys, wanted;
+    std::string gapText, stuckText;
+    std::function<std::string(const std::string&)> unitOf;
+    std::function<std::string(const std::string&)> symbol = [](const std::string& k) { return k; };
+};
+
+// One subset's run against the oracle: a key not given is found exactly when
+// `expected` holds it, equal to the truth and shown in the results; the
+// wanted ones not found are named; and no given is called off.
+inline void checkSubset(const ToolRun& r, const SubsetCheck& c, const std::set<std::string>& given,
+                        const std::set<std::string>& expected, const Vars& truth) {
+    std::string missing;
+    for (const std::string& k : c.wanted)
+        if (!expected.count(k)) missing += (missing.empty() ? "" : ", ") + symbolText(k);
+    if (expected == given && !missing.empty()) {
+        ASSERT_FALSE(r.out.ok);
+        ASSERT_TRUE(contains(r.err, c.stuckText)) << r.err;
+        return;
+    }
+    ASSERT_TRUE(r.out.ok) << r.err;
+    for (const std::string& k : c.keys) {
+        const std::string symbol = c.symbol(k);
+        const double found = recentValue(r.out, symbol);
+        if (given.count(symbol) || !truth.count(k)) {
+            ASSERT_TRUE(std::isnan(found)) << k;
+            continue;
+        }
+        ASSERT_EQ(!std::isnan(found), expected.count(symbol) > 0) << k;
+        if (std::isnan(found)) continue;
+        // Relative, but a zero (Q of a resistance) is met absolutely.
+        ASSERT_TRUE(relDiff(found, truth.at(k)) <= 1e-9 || std::fabs(found - truth.at(k)) <= 1e-9) << k;
+        ASSERT_TRUE(contains(r.sheet.results, symbolText(symbol) + sheetText(tool::formatValue(found, c.unitOf(k)), {})))
+            << k << " in " << r.sheet.results;
+    }
+    ASSERT_EQ(contains(r.notes, c.gapText), !missing.empty()) << r.notes;
+    ASSERT_TRUE(missing.empty() || contains(r.notes, c.gapText + missing + ".")) << r.notes;
+    ASSERT_FALSE(contains(r.notes, "passer")) << r.notes;
 }
 
 } // namespace fl

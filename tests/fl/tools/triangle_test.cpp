@@ -23,10 +23,6 @@ struct Triangle {
     }
 };
 
-std::string typed(double v) {
-    return fmtPlain(v, 17);
-}
-
 TEST_F(TriangleTool, everyPairThatFixesTheTriangleGivesTheSameOne) {
     // tan A = 3/4; a 30°-60°-90° triangle has sides 1 : √3 : 2.
     const double a345 = std::atan(0.75) * 180 / M_PI;
@@ -52,7 +48,7 @@ TEST_F(TriangleTool, everyPairThatFixesTheTriangleGivesTheSameOne) {
 }
 
 TEST_F(TriangleTool, theWorkingNamesItsFormulaAndPage) {
-    const ToolRun run = runOnce([] { return rightTriangle({{"a", "3"}, {"c", "5"}}); });
+    const ToolRun run = runOnce([] { return rightTriangle(formOf("a=3 c=5")); });
     ASSERT_TRUE(run.out.ok);
     const SheetParts::Block* pyth = run.sheet.block("Pythagoras");
     ASSERT_NE(pyth, nullptr);
@@ -62,8 +58,8 @@ TEST_F(TriangleTool, theWorkingNamesItsFormulaAndPage) {
     ASSERT_NE(sine, nullptr);
     EXPECT_TRUE(contains(sine->body, "A=[sin⁻¹(a / c)]=[sin⁻¹(3 / 5)]=sin⁻¹(0,6)=36,87°")) << sine->body;
     // A third part that agrees is taken as a check; one that doesn't is refused.
-    EXPECT_TRUE(rightTriangle({{"a", "3"}, {"b", "4"}, {"c", "5"}}).ok);
-    EXPECT_TRUE(rightTriangle({{"a", "3"}, {"b", "4"}, {"A", "36,87"}}).ok);
+    EXPECT_TRUE(rightTriangle(formOf("a=3 b=4 c=5")).ok);
+    EXPECT_TRUE(rightTriangle(formOf("a=3 b=4 A=36,87")).ok);
 }
 
 TEST_F(TriangleTool, whatCantBeARightTriangleIsRefused) {
@@ -74,31 +70,18 @@ TEST_F(TriangleTool, whatCantBeARightTriangleIsRefused) {
         std::vector<std::string> keys;
     };
     const Row rows[] = {
-        {"one part",
-         {{"a", "3"}},
-         "Giv to af de fem: kateterne a og b, hypotenusen c og vinklerne A og B.",
-         {}},
-        {"two angles",
-         {{"A", "30"}, {"B", "60"}},
-         "To vinkler giver kun trekantens form, ikke dens størrelse – giv mindst én side.",
-         {"A", "B"}},
-        {"a right angle among the acute ones",
-         {{"a", "3"}, {"A", "90"}},
-         "Vinklerne A og B er spidse: de ligger mellem 0° og 90°. Den rette vinkel (90°) står mellem "
-         "kateterne.",
+        {"one part", formOf("a=3"), "Giv to af de fem: kateterne a og b, hypotenusen c og vinklerne A og B.", {}},
+        {"two angles", formOf("A=30 B=60"),
+         "To vinkler giver kun trekantens form, ikke dens størrelse – giv mindst én side.", {"A", "B"}},
+        {"a right angle among the acute ones", formOf("a=3 A=90"),
+         "Vinklerne A og B er spidse: de ligger mellem 0° og 90°. Den rette vinkel (90°) står mellem kateterne.",
          {"A"}},
-        {"a leg as long as the hypotenuse",
-         {{"b", "5"}, {"c", "5"}},
-         "Hypotenusen c er den længste side – den skal være længere end <span class=\"v\">b</span>.",
-         {"c", "b"}},
-        {"a zero side",
-         {{"a", "0"}, {"b", "4"}},
-         "Sider og vinkler skal være større end 0 – ret <span class=\"v\">a</span>.",
+        {"a leg as long as the hypotenuse", formOf("b=5 c=5"),
+         "Hypotenusen c er den længste side – den skal være længere end <span class=\"v\">b</span>.", {"c", "b"}},
+        {"a zero side", formOf("a=0 b=4"), "Sider og vinkler skal være større end 0 – ret <span class=\"v\">a</span>.",
          {"a"}},
-        {"three sides that don't fit",
-         {{"a", "3"}, {"b", "4"}, {"c", "6"}},
-         "De givne værdier passer ikke sammen – en retvinklet trekant er fastlagt af to af dem. Pythagoras: "
-         "c² = a² + "
+        {"three sides that don't fit", formOf("a=3 b=4 c=6"),
+         "De givne værdier passer ikke sammen – en retvinklet trekant er fastlagt af to af dem. Pythagoras: c² = a² + "
          "b²: <span class=\"v\">c</span> = 6, men formlen giver 5.",
          {"a", "b", "c"}},
     };

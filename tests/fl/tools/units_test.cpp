@@ -23,31 +23,17 @@ TEST_F(UnitTool, everyOtherUnitOfTheKindIsAStep) {
         std::string facit;
     };
     const Row rows[] = {
-        {"kWh to joule",
-         {{"art", "energi"}, {"fra", "kWh"}, {"x", "2,5"}},
-         "kWh → J",
+        {"kWh to joule", formOf("art=energi fra=kWh x=2,5"), "kWh → J",
          "1 kWh = 3600000 J.2,5 kWh=2,5 · 3600000 J=9000000 J",
          "2,5 kWh = 9000000 J = 9000 kJ = 9 MJ = 2500 Wh = 0,0025 MWh"},
-        {"kJ to Wh has no whole factor",
-         {{"art", "energi"}, {"fra", "kJ"}, {"x", "36"}},
-         "kJ → Wh",
-         "1 Wh = 3,6 kJ.36 kJ=36 · 1000 / 3600 Wh=10 Wh",
-         "36 kJ = 36000 J = 0,036 MJ = 10 Wh = 0,01 kWh = 10·10⁻⁶ MWh"},
-        {"watts to kilowatts",
-         {{"art", "effekt"}, {"fra", "W"}, {"x", "1500"}},
-         "W → kW",
-         "1 kW = 1000 W.1500 W=1500 / 1000 kW=1,5 kW",
+        {"kJ to Wh has no whole factor", formOf("art=energi fra=kJ x=36"), "kJ → Wh",
+         "1 Wh = 3,6 kJ.36 kJ=36 · 1000 / 3600 Wh=10 Wh", "36 kJ = 36000 J = 0,036 MJ = 10 Wh = 0,01 kWh = 10·10⁻⁶ MWh"},
+        {"watts to kilowatts", formOf("art=effekt fra=W x=1500"), "W → kW", "1 kW = 1000 W.1500 W=1500 / 1000 kW=1,5 kW",
          "1500 W = 1,5 kW = 0,0015 MW"},
-        {"prefixes with a unit, the silly ones left out",
-         {{"art", "prefiks"}, {"fra", "p"}, {"enhed", "F"}, {"x", "4700"}},
-         "pF → nF",
-         "1 nF = 1000 pF.4700 pF=4700 / 1000 nF=4,7 nF",
-         "4700 pF = 4,7 nF = 0,0047 µF = 4,7·10⁻⁶ mF"},
-        {"a prefix typed in the field counts",
-         {{"art", "prefiks"}, {"fra", "1"}, {"enhed", "Ω"}, {"x", "4,7k"}},
-         "Ω → kΩ",
-         "1 kΩ = 1000 Ω.4,7 kΩ=4700 / 1000 kΩ=4,7 kΩ",
-         "4,7 kΩ = 4700000 mΩ = 4,7 kΩ = 0,0047 MΩ = 4,7·10⁻⁶ GΩ"},
+        {"prefixes with a unit, the silly ones left out", formOf("art=prefiks fra=p enhed=F x=4700"), "pF → nF",
+         "1 nF = 1000 pF.4700 pF=4700 / 1000 nF=4,7 nF", "4700 pF = 4,7 nF = 0,0047 µF = 4,7·10⁻⁶ mF"},
+        {"a prefix typed in the field counts", formOf("art=prefiks fra=1 enhed=Ω x=4,7k"), "Ω → kΩ",
+         "1 kΩ = 1000 Ω.4,7 kΩ=4700 / 1000 kΩ=4,7 kΩ", "4,7 kΩ = 4700000 mΩ = 4,7 kΩ = 0,0047 MΩ = 4,7·10⁻⁶ GΩ"},
     };
     for (const Row& r : rows) {
         SCOPED_TRACE(r.name);
@@ -69,15 +55,12 @@ TEST_F(UnitTool, conductorsAndAnglesGoThroughTheirFormulas) {
     };
     const Row rows[] = {
         // π · 1,78² / 4 = 2,4885 mm²
-        {"diameter to section",
-         {{"art", "leder"}, {"fra", "mm"}, {"x", "1,78"}},
-         "A",
-         M_PI * 1.78 * 1.78 / 4},
+        {"diameter to section", formOf("art=leder fra=mm x=1,78"), "A", M_PI * 1.78 * 1.78 / 4},
         // √(4 · 2,5 / π) = 1,7841 mm
-        {"section to diameter", {{"art", "leder"}, {"fra", "mm2"}, {"x", "2,5"}}, "d", std::sqrt(10 / M_PI)},
-        {"a right angle in radians", {{"art", "vinkel"}, {"fra", "grader"}, {"x", "90"}}, "v_rad", M_PI / 2},
-        {"one radian in degrees", {{"art", "vinkel"}, {"fra", "rad"}, {"x", "1"}}, "v", 180 / M_PI},
-        {"a negative angle", {{"art", "vinkel"}, {"fra", "grader"}, {"x", "-45"}}, "v_rad", -M_PI / 4},
+        {"section to diameter", formOf("art=leder fra=mm2 x=2,5"), "d", std::sqrt(10 / M_PI)},
+        {"a right angle in radians", formOf("art=vinkel fra=grader x=90"), "v_rad", M_PI / 2},
+        {"one radian in degrees", formOf("art=vinkel fra=rad x=1"), "v", 180 / M_PI},
+        {"a negative angle", formOf("art=vinkel fra=grader x=-45"), "v_rad", -M_PI / 4},
     };
     for (const Row& r : rows) {
         SCOPED_TRACE(r.name);
@@ -97,14 +80,10 @@ TEST_F(UnitTool, aValueThatCantBeConvertedIsRefused) {
         FormMap form;
         std::string text;
     } rows[] = {
-        {"empty", {{"art", "energi"}, {"fra", "J"}}, "Skriv den værdi, der skal omregnes."},
-        {"letters",
-         {{"art", "energi"}, {"fra", "J"}, {"x", "meget"}},
-         "Jeg kan ikke læse <span class=\"v\">x</span>"},
-        {"a unit typed",
-         {{"art", "energi"}, {"fra", "J"}, {"x", "5kWh"}},
-         "Jeg kan ikke læse <span class=\"v\">x</span>"},
-        {"no wire", {{"art", "leder"}, {"fra", "mm"}, {"x", "0"}}, "Diameteren skal være større end 0."},
+        {"empty", formOf("art=energi fra=J"), "Skriv den værdi, der skal omregnes."},
+        {"letters", formOf("art=energi fra=J x=meget"), "Jeg kan ikke læse <span class=\"v\">x</span>"},
+        {"a unit typed", formOf("art=energi fra=J x=5kWh"), "Jeg kan ikke læse <span class=\"v\">x</span>"},
+        {"no wire", formOf("art=leder fra=mm x=0"), "Diameteren skal være større end 0."},
     };
     for (const auto& r : rows) {
         SCOPED_TRACE(r.name);

@@ -24,46 +24,18 @@ TEST_F(VectorTool, sumsInEveryQuadrant) {
         bool quadrantStep; // the sheet turns tan⁻¹ by 180°
     };
     const double r3 = std::sqrt(3.0);
+    const double tan43 = std::atan(4.0 / 3) * 180 / M_PI;
     const Row rows[] = {
         // (10, 0) + (−5, 5√3) = (5, 5√3): 10 at 60°.
-        {"two polar ones",
-         {{"form", "polar"}, {"v1", "10"}, {"V1", "0"}, {"v2", "10"}, {"V2", "120"}},
-         10,
-         60,
-         false},
-        {"third quadrant",
-         {{"form", "rekt"}, {"x1", "-3"}, {"y1", "-4"}},
-         5,
-         -180 + std::atan(4.0 / 3) * 180 / M_PI,
-         true},
-        {"second quadrant",
-         {{"form", "rekt"}, {"x1", "-3"}, {"y1", "4"}},
-         5,
-         180 - std::atan(4.0 / 3) * 180 / M_PI,
-         true},
-        {"fourth quadrant",
-         {{"form", "rekt"}, {"x1", "3"}, {"y1", "-4"}},
-         5,
-         -std::atan(4.0 / 3) * 180 / M_PI,
-         false},
-        {"straight down, an empty x is 0", {{"form", "rekt"}, {"y1", "-2"}}, 2, -90, false},
-        {"three forces that cancel",
-         {{"form", "polar"},
-          {"v1", "1"},
-          {"V1", "90"},
-          {"v2", "1"},
-          {"V2", "210"},
-          {"v3", "1"},
-          {"V3", "330"}},
-         0,
-         0,
-         false},
+        {"two polar ones", formOf("form=polar v1=10 V1=0 v2=10 V2=120"), 10, 60, false},
+        {"third quadrant", formOf("form=rekt x1=-3 y1=-4"), 5, -180 + tan43, true},
+        {"second quadrant", formOf("form=rekt x1=-3 y1=4"), 5, 180 - tan43, true},
+        {"fourth quadrant", formOf("form=rekt x1=3 y1=-4"), 5, -tan43, false},
+        {"straight down, an empty x is 0", formOf("form=rekt y1=-2"), 2, -90, false},
+        {"three forces that cancel", formOf("form=polar v1=1 V1=90 v2=1 V2=210 v3=1 V3=330"), 0, 0, false},
         // 2 ∠ 30° is (√3, 1); with (1, 1) it makes (√3 + 1, 2).
-        {"mixed sizes",
-         {{"form", "rekt"}, {"x1", fmtPlain(r3, 17)}, {"y1", "1"}, {"x2", "1"}, {"y2", "1"}},
-         std::hypot(r3 + 1, 2),
-         std::atan2(2, r3 + 1) * 180 / M_PI,
-         false},
+        {"mixed sizes", formOf("form=rekt x1=" + fmtPlain(r3, 17) + " y1=1 x2=1 y2=1"), std::hypot(r3 + 1, 2),
+         std::atan2(2, r3 + 1) * 180 / M_PI, false},
     };
     for (const Row& r : rows) {
         SCOPED_TRACE(r.name);
@@ -89,17 +61,13 @@ TEST_F(VectorTool, incompleteVectorsAreRefused) {
         FormMap form;
         std::string text;
     } rows[] = {
-        {"a length without an angle",
-         {{"form", "polar"}, {"v1", "3"}, {"v2", "4"}, {"V2", "0"}},
+        {"a length without an angle", formOf("form=polar v1=3 v2=4 V2=0"),
          "Vektor 1 skal have både en længde og en vinkel – udfyld <span class=\"v\">V<sub>1</sub></span>."},
-        {"a negative length",
-         {{"form", "polar"}, {"v1", "-3"}, {"V1", "10"}},
+        {"a negative length", formOf("form=polar v1=-3 V1=10"),
          "En længde kan ikke være negativ – vend vinklen 180° i stedet."},
-        {"nothing", {{"form", "rekt"}}, "Skriv x- og y-komposanten for mindst én vektor."},
+        {"nothing", formOf("form=rekt"), "Skriv x- og y-komposanten for mindst én vektor."},
         // Fields of the other form are leftovers, not vectors.
-        {"only the other form",
-         {{"form", "polar"}, {"x1", "3"}},
-         "Skriv længde og vinkel for mindst én vektor."},
+        {"only the other form", formOf("form=polar x1=3"), "Skriv længde og vinkel for mindst én vektor."},
     };
     for (const auto& r : rows) {
         SCOPED_TRACE(r.name);
