@@ -6,10 +6,16 @@
 #include "net/http.h"
 
 #include <curl/curl.h>
+#ifdef OSTROVALDEN_SHARED_CA_STORE
+#include <openssl/ssl.h>
+#include <openssl/x509.h>
+#endif
 
 #include <cstdlib>
+#include <map>
 #include <memory>
 #include <mutex>
+#include <string_view>
 
 #ifndef OSTROVALDEN_SERVICE_URL
 #error "OSTROVALDEN_SERVICE_URL must be defined by the build"
@@ -81,6 +87,62 @@ CURLSH* sharedCache() {
         return s;
     }();
     return share->handle;
+}
+
+#ifdef OSTROVALDEN_SHARED_CA_STORE
+// OpenSSL 3 takes tens of milliseconds (hundreds on a busy machine) to read
+// a system's bundle of CAs, and libcurl reads it again for every new
+// connection; so each file is read once into a store that all connections
+// share. Only where the trust anchors come from changes: OpenSSL still
+// verifies the chain against them, and libcurl the name. Never freed, like
+// the share. In practice there is one file per process; were there two, a
+// TLS session made under one could be resumed under the other, since
+// libcurl's cache then sees no file to tell them apart.
+X509_STORE* sharedStore(const std::string& file) {
+    static std::mutex mutex;
+    static auto* const stores = new std::map<std::string, X509_STORE*>;
+    std::lock_guard lock(mutex);
+    if (const auto found = stores->find(file); found != stores->end()) return found->second;
+    X509_STORE* store = X509_STORE_new();
+    if (!store) return nullptr;
+    if (X509_STORE_load_file(store, file.c_str()) != 1) {
+        X509_STORE_free(store);
+        return nullptr; // libcurl reads it itself, and says what is wrong with it
+    }
+    X509_STORE_set_flags(store, X509_V_FLAG_PARTIAL_CHAIN); // as libcurl sets its own
+    (*stores)[file] = store;
+    return store;
+}
+
+CURLcode useStore(CURL*, void* sslContext, void* store) {
+    SSL_CTX_set1_cert_store(static_cast<SSL_CTX*>(sslContext), static_cast<X509_STORE*>(store));
+    return CURLE_OK;
+}
+#endif
+
+// The CA file that `c` verifies against: a test's, or libcurl's built-in one.
+void trustCaFile(CURL* c) {
+    const char* testCa = std::getenv("OSTROVALDEN_CA_FILE");
+    if (testCa && !*testCa) testCa = nullptr;
+#ifdef OSTROVALDEN_SHARED_CA_STORE
+    const curl_version_info_data* info = curl_version_info(CURLVERSION_NOW);
+    char* builtIn = nullptr;
+    curl_easy_getinfo(c, CURLINFO_CAINFO, &builtIn);
+    const char* file = testCa ? testCa : builtIn;
+    if (file && info->ssl_version && std::string_view(info->ssl_version).substr(0, 7) == "OpenSSL") {
+        if (X509_STORE* store = sharedStore(file)) {
+            curl_easy_setopt(c, CURLOPT_CAINFO, nullptr);
+            curl_easy_setopt(c, CURLOPT_CAPATH, nullptr);
+            if (curl_easy_setopt(c, CURLOPT_SSL_CTX_FUNCTION, useStore) == CURLE_OK) {
+                curl_easy_setopt(c, CURLOPT_SSL_CTX_DATA, store);
+                return;
+            }
+            curl_easy_setopt(c, CURLOPT_CAINFO, file);
+            return;
+        }
+    }
+#endif
+    if (testCa) curl_easy_setopt(c, CURLOPT_CAINFO, testCa);
 }
 
 size_t collect(char* data, size_t size, size_t count, void* user) {
@@ -228,7 +290,7 @@ bool Session::postTo(const std::string& base, const std::string& path, const std
     curl_easy_setopt(c, CURLOPT_TIMEOUT_MS, kTotalMs);
     curl_easy_setopt(c, CURLOPT_SSL_VERIFYPEER, 1L);
     curl_easy_setopt(c, CURLOPT_SSL_VERIFYHOST, 2L);
-    if (const char* ca = std::getenv("OSTROVALDEN_CA_FILE"); ca && *ca) curl_easy_setopt(c, CURLOPT_CAINFO, ca);
+    trustCaFile(c);
     curl_easy_setopt(c, CURLOPT_WRITEFUNCTION, collect);
     curl_easy_setopt(c, CURLOPT_WRITEDATA, &responseOut);
 

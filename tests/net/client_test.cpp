@@ -175,18 +175,19 @@ TEST_F(ClientTest, serverErrorsAndFailuresAreDanishSentences) {
     loop.join();
 }
 
+const char* const kUntrusted =
+    "Serverens certifikat kunne ikke godkendes, så der blev ikke sendt noget. Forbindelsen er måske ikke "
+    "sikker – bed din lærer eller skolens IT-ansvarlige om at tjekke serverens certifikat.";
+
 TEST_F(ClientTest, untrustedCertificateIsRefusedAloud) {
-    const std::string untrusted =
-        "Serverens certifikat kunne ikke godkendes, så der blev ikke sendt noget. Forbindelsen er måske ikke "
-        "sikker – bed din lærer eller skolens IT-ansvarlige om at tjekke serverens certifikat.";
     TestServer other(*certs, {}, "other-cert", "other-key");
     std::string out, err;
     EXPECT_FALSE(net::postTo(other.base(), "/version", "{}", out, err));
-    EXPECT_EQ(err, untrusted);
+    EXPECT_EQ(err, kUntrusted);
 
     unsetenv("OSTROVALDEN_CA_FILE"); // the system's CAs don't know the test CA either
     EXPECT_FALSE(net::post("/version", "{}", out, err));
-    EXPECT_EQ(err, untrusted);
+    EXPECT_EQ(err, kUntrusted);
 }
 
 TEST_F(ClientTest, sessionKeepsOneConnectionAndVerifiesEveryServer) {
@@ -203,9 +204,13 @@ TEST_F(ClientTest, sessionKeepsOneConnectionAndVerifiesEveryServer) {
     // A session never carries trust over to another server.
     TestServer other(*certs, {}, "other-cert", "other-key");
     EXPECT_FALSE(session.postTo(other.base(), "/version", "{}", out, err));
-    EXPECT_EQ(err, "Serverens certifikat kunne ikke godkendes, så der blev ikke sendt noget. Forbindelsen er måske "
-                   "ikke sikker – bed din lærer eller skolens IT-ansvarlige om at tjekke serverens certifikat.");
+    EXPECT_EQ(err, kUntrusted);
     EXPECT_TRUE(session.post("/version", "{}", out, err)) << err;
+
+    // CAs that can't be read trust nobody.
+    setenv("OSTROVALDEN_CA_FILE", certs->path("nosuch.pem").c_str(), 1);
+    EXPECT_FALSE(net::postTo(other.base(), "/version", "{}", out, err));
+    EXPECT_EQ(err, kUntrusted);
 }
 
 TEST_F(ClientTest, checkInBringsProfileMessageAndNewTasks) {
