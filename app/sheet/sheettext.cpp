@@ -343,7 +343,34 @@ QString visibleSheet(const QString& html, const SheetState& s, const ThemeColors
         answer = s.revealed >= s.stepCount;
     }
     out = applySpoilers(out, answer);
-    return inlineSizes(rewriteBoxes(out, c), s.textScale);
+    return plainHeadings(inlineSizes(rewriteBoxes(out, c), s.textScale));
+}
+
+QString plainHeadings(const QString& html) {
+    static const QRegularExpression heading(QStringLiteral("<(/?)h([234])\\b([^>]*)>"));
+    if (!html.contains(QLatin1String("<h"))) return html;
+    QString out;
+    out.reserve(html.size() + html.size() / 16);
+    qsizetype last = 0;
+    for (auto it = heading.globalMatch(html); it.hasNext();) {
+        const auto m = it.next();
+        out += QStringView(html).mid(last, m.capturedStart() - last);
+        last = m.capturedEnd();
+        if (!m.capturedView(1).isEmpty()) {
+            out += QLatin1String("</p>");
+            continue;
+        }
+        const QString cls = QStringLiteral("h") + m.captured(2);
+        QString attrs = m.captured(3);
+        const qsizetype at = attrs.indexOf(QLatin1String("class=\""));
+        if (at >= 0)
+            attrs.insert(at + 7, cls + QLatin1Char(' '));
+        else
+            attrs.prepend(QLatin1String(" class=\"") + cls + QLatin1Char('"'));
+        out += QLatin1String("<p") + attrs + QLatin1Char('>');
+    }
+    out += QStringView(html).mid(last);
+    return out;
 }
 
 namespace {

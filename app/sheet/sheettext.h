@@ -59,6 +59,12 @@ QString inlineSizes(const QString& html, double scale);
 // without one are absent.
 QMap<QString, double> mathSizes(const QString& html);
 
+// Headings h2, h3 and h4 as paragraphs of the classes "h2", "h3" and "h4"
+// (the stylesheet gives these the headings' looks). The text engine sizes a
+// heading element from the document's default font and not from the
+// stylesheet, so a heading would keep its size at every text scale.
+QString plainHeadings(const QString& html);
+
 struct SheetState {
     int width = 0; // the viewport's, in pixels
     bool stepMode = false;
@@ -68,7 +74,7 @@ struct SheetState {
 };
 
 // The whole chain, in its order: cards, figures, steps, spoilers, boxes,
-// inline sizes.
+// inline sizes, headings.
 QString visibleSheet(const QString& html, const SheetState& state, const ThemeColors& c);
 
 // Where a long sheet may be cut for showing it piece by piece: before each

@@ -117,6 +117,8 @@ h2 { font-size: 17pt; font-weight: bold; margin-top: 4px; margin-bottom: 8px; }
 h3 { font-size: 11.5pt; font-weight: bold; margin-top: 16px; margin-bottom: 4px; }
 h4 { font-size: 10.5pt; font-weight: bold; margin-top: 10px; margin-bottom: 4px; }
 .h4 { font-size: 10.5pt; font-weight: bold; margin-top: 12px; margin-bottom: 4px; }
+.h2 { font-size: 17pt; font-weight: bold; margin-top: 4px; margin-bottom: 8px; }
+.h3 { font-size: 11.5pt; font-weight: bold; margin-top: 16px; margin-bottom: 4px; }
 .stnum { color: @ACCENT; background-color: @SOFT; font-weight: bold; font-size: 10pt; }
 table.stept td.stbadge { padding-top: 10px; }
 table.stept td.stbody { padding-top: 8px; padding-bottom: 6px; }

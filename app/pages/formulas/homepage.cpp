@@ -24,7 +24,7 @@ fl::OpenRoute openRoutes() {
 // whole tile is a link; a heading's small remark isn't bold.
 QString tilePageCss() {
     const ThemeColors& c = colors();
-    return QStringLiteral("\nbody { background-color: %1; }\ntd.tile .eq { color: %2; }\nh3 .crumb { "
+    return QStringLiteral("\nbody { background-color: %1; }\ntd.tile .eq { color: %2; }\n.h3 .crumb { "
                           "font-weight: normal; }\n")
         .arg(qstr(c.bg), qstr(c.text));
 }

@@ -250,6 +250,27 @@ TEST(SheetText, inlineSizesScaleAndReachInside) {
     }
 }
 
+TEST(SheetText, headingsBecomeParagraphsOfTheirClass) {
+    struct Row {
+        const char* name;
+        const char* html;
+        const char* expected;
+    };
+    const Row rows[] = {
+        {"bare", "<h2>Ohms lov</h2>", "<p class=\"h2\">Ohms lov</p>"},
+        {"with classes", "<h3 class=\"sh pdf-break\">Facit</h3>", "<p class=\"h3 sh pdf-break\">Facit</p>"},
+        {"other attributes kept", "<h4 style=\"color:#fff\">a</h4>",
+         "<p class=\"h4\" style=\"color:#fff\">a</p>"},
+        {"inline markup inside", "<h3 class=\"sh\">Formler <span class=\"crumb\">(3)</span></h3>",
+         "<p class=\"h3 sh\">Formler <span class=\"crumb\">(3)</span></p>"},
+        {"other tags untouched", "<hr><p>h2</p><h1>x</h1>", "<hr><p>h2</p><h1>x</h1>"},
+    };
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.name);
+        EXPECT_EQ(str(app::plainHeadings(QString::fromUtf8(r.html))), r.expected);
+    }
+}
+
 TEST(SheetText, mathSizesReadTheImagesSizes) {
     const QString html = app::inlineSizes(
         "<p class=\"eq\" style=\"font-size:16pt\">S = <img class=\"math\" src=\"m:2\"></p><p><img class=\"math\" "

@@ -18,9 +18,12 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QGlyphRun>
 #include <QMouseEvent>
 #include <QPushButton>
+#include <QRawFont>
 #include <QTextBlock>
+#include <QTextCursor>
 #include <QTextDocument>
 #include <QTextLayout>
 
@@ -257,6 +260,18 @@ TEST_F(SheetViewTest, stepModeFollowsTheHost) {
 
 namespace {
 
+// The glyphs as the text engine set them, not the format asked for: the
+// fragment's runs at `pt` points, on the line's baseline.
+void expectSetOnTheLine(const QTextBlock& block, const QTextFragment& frag, double pt, int dpi) {
+    const QTextLine line = block.layout()->lineForTextPosition(frag.position() - block.position());
+    const double wantPx = pt * dpi / 72.0;
+    for (const QGlyphRun& run : line.glyphRuns(frag.position() - block.position(), frag.length())) {
+        EXPECT_NEAR(run.rawFont().pixelSize(), wantPx, 0.6) << frag.text().toStdString();
+        for (const QPointF& p : run.positions())
+            EXPECT_NEAR(p.y(), line.y() + line.ascent(), 0.6) << frag.text().toStdString();
+    }
+}
+
 // Every formula of the catalogue, on a tile (13 pt), a card (16 pt) and its
 // own page (19 pt), at normal and the largest text size: the line's text is
 // all of one size with the function names upright, and an expression image
@@ -287,8 +302,13 @@ TEST_F(SheetViewTest, everyPrimaryFormSitsOnOneBaselineAtOneSize) {
                     const QTextCharFormat fmt = frag.charFormat();
                     EXPECT_NEAR(fmt.fontPointSize(), pt, 0.06) << frag.text().toStdString();
                     const QString word = frag.text().trimmed();
-                    if (word == "cos" || word == "sin" || word == "tan") EXPECT_FALSE(fmt.fontItalic());
+                    if (word == "cos" || word == "sin" || word == "tan") {
+                        EXPECT_FALSE(fmt.fontItalic());
+                    }
+                    if (!fmt.isImageFormat() && fmt.verticalAlignment() == QTextCharFormat::AlignNormal)
+                        expectSetOnTheLine(block, frag, pt, view.logicalDpiY());
                     if (!fmt.isImageFormat()) continue;
+                    EXPECT_EQ(fmt.verticalAlignment(), QTextCharFormat::AlignMiddle);
                     const QString name = fmt.toImageFormat().name();
                     const QImage drawn = view.images().value(name).value<QImage>();
                     ASSERT_FALSE(drawn.isNull()) << name.toStdString();
@@ -302,6 +322,39 @@ TEST_F(SheetViewTest, everyPrimaryFormSitsOnOneBaselineAtOneSize) {
                     EXPECT_NEAR(m.baseline, ascent, 1.0);
                 }
             }
+        }
+    }
+}
+
+// Headings, and the remarks in them, are as large as the stylesheet says at
+// every text size: the text engine would size a heading element from its
+// own default font.
+TEST_F(SheetViewTest, headingsFollowTheStylesheetAtEveryTextSize) {
+    struct Row {
+        const char* text;
+        double pt;
+    };
+    const Row rows[] = {{"Udregning", 17}, {"Formler", 11.5}, {"(s. 3)", 9}, {"Trin", 10.5}, {"Tekst", 11}};
+    for (const double scale : {1.0, 1.3}) {
+        SCOPED_TRACE(scale);
+        app::setTextScale(scale);
+        app::SheetView view;
+        view.resize(700, 300);
+        view.setContent(
+            markup("<h2>Udregning</h2><h3 class=\"sh\">Formler <span class=\"crumb\">(s. 3)</span></h3>"
+                   "<h4>Trin</h4><p>Tekst</p>"));
+        for (const Row& r : rows) {
+            SCOPED_TRACE(r.text);
+            const QTextCursor at = view.document()->find(QString::fromUtf8(r.text));
+            ASSERT_FALSE(at.isNull());
+            const QTextBlock block = at.block();
+            bool found = false;
+            for (auto it = block.begin(); !it.atEnd(); ++it)
+                if (it.fragment().text().trimmed() == QString::fromUtf8(r.text)) {
+                    found = true;
+                    expectSetOnTheLine(block, it.fragment(), r.pt * scale, view.logicalDpiY());
+                }
+            EXPECT_TRUE(found);
         }
     }
 }
