@@ -71,6 +71,11 @@ SheetBox::SheetBox(QWidget* parent) : QWidget(parent) {
 void SheetBox::keepBarInView() {
     QTimer::singleShot(0, this, [this] {
         if (!barWidget->isVisible()) return;
+        // The sheet has its new height, but the layouts above it move the
+        // bar only as their requests are handled, one level of nesting per
+        // round of the event loop: its place is stale until the last.
+        for (int level = 0; level < 16; ++level)
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
         for (QWidget* w = parentWidget(); w; w = w->parentWidget())
             if (auto* scroller = qobject_cast<QScrollArea*>(w)) {
                 scroller->ensureWidgetVisible(barWidget, 0, 24);

@@ -387,3 +387,39 @@ TEST_F(PagesTest, finderSubjectsHaveTilesOfTheirOwn) {
 }
 
 } // namespace
+
+namespace {
+
+// Each step revealed pushes the reveal bar down; the page follows it, so the
+// student presses "Vis næste trin" again without scrolling.
+TEST_F(PagesTest, revealingAStepKeepsTheNextButtonInView) {
+    app::MainWindow& w = open();
+    app::options().trinvis = true;
+    emit w.hostSignals()->stepModeChanged(true);
+    w.navigate("tfP");
+    auto* page = current<app::FormulaPage>();
+    ASSERT_NE(page, nullptr);
+    page->field("U_N")->setText("400");
+    page->field("I_N")->setText("16");
+    page->field("cosphi")->setText("0,85");
+    QTest::keyClick(page->field("U_N")->edit, Qt::Key_Return);
+    QApplication::processEvents();
+    QPushButton* next = page->resultArea()->sheetBox()->nextButton();
+    ASSERT_TRUE(next->isVisible());
+    page->ensureWidgetVisible(next);
+    QApplication::processEvents();
+
+    int presses = 0;
+    for (; next->isVisible() && presses < 10; ++presses) {
+        SCOPED_TRACE(presses);
+        QTest::mouseClick(next, Qt::LeftButton);
+        QTest::qWait(100);
+        if (!next->isVisible()) break;
+        const QRect shown(next->mapTo(page->viewport(), QPoint()), next->size());
+        EXPECT_TRUE(page->viewport()->rect().contains(shown))
+            << shown.y() << " in " << page->viewport()->height();
+    }
+    EXPECT_GE(presses, 3);
+}
+
+} // namespace
