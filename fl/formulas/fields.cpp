@@ -75,8 +75,10 @@ std::string interpretLine(const std::string& text, const std::string& badColour)
     bool blank = true;
     const double value = readValue(text, &blank);
     if (blank) return {};
+    // Reading refuses an overflow as it refuses nonsense; the line tells them apart.
+    if (std::isinf(value) || (std::isnan(value) && tooLarge(text)))
+        return "<span style=\"color:" + badColour + "\">for stort tal</span>";
     if (std::isnan(value)) return "<span style=\"color:" + badColour + "\">kan ikke læses</span>";
-    if (std::isinf(value)) return "<span style=\"color:" + badColour + "\">for stort tal</span>";
     return "= " + fmtNumber(value);
 }
 

@@ -134,6 +134,8 @@ TEST(InterpretLine, showsTheValueAsReadOrAWarning) {
         {"expression", "230/2", "= 115"},
         {"negative", "-5", "= −5"},
         {"unreadable", "abc", "<span style=\"color:#c62828\">kan ikke læses</span>"},
+        {"two decimal marks", "1,2,3", "<span style=\"color:#c62828\">kan ikke læses</span>"},
+        {"too large for the computer", "1e999", "<span style=\"color:#c62828\">for stort tal</span>"},
     };
     for (const Row& r : rows) {
         SCOPED_TRACE(r.name);
