@@ -1,9 +1,11 @@
 // Screenshots of the formula road as a new student meets it, for a person to
 // look at: the finder's cards and tiles, a formula page while typing, solved,
-// refused and revealed step by step, the home page, the settings panel after
-// a change of text size and the PDF save dialog; each in light and dark, at
-// text size 1.0 and 1.3, in a 1280×800 window. The whole screen is grabbed,
-// so popups and dialogs are in the picture: run it under Xvfb, as
+// refused and revealed step by step, the home page and its chips, the
+// sidebar after choosing an entry near its end, the settings panel after a
+// change of text size, the PDF save dialog and the PDF itself (written beside
+// the pictures for scripts/look_pages.sh to turn into one); each in light and
+// dark, at text size 1.0 and 1.3, in a 1280×800 window. The whole screen is
+// grabbed, so popups and dialogs are in the picture: run it under Xvfb, as
 // scripts/look_pages.sh does. Window titles go to titles.txt.
 //   page_shots OUTDIR [SCENE...]
 #include "app/pages/formulas/finderpage.h"
@@ -17,6 +19,7 @@
 #include "app/widgets/valuefield.h"
 #include "store/datastore.h"
 
+#include <QAbstractScrollArea>
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
@@ -108,6 +111,15 @@ QPixmap grabDialog(QWidget* window, const std::function<void()>& open) {
     return shot;
 }
 
+// The picture being taken, without ".png": a scene that writes a file of its
+// own names it after the picture.
+QString shotBase;
+
+void scrollToEnd(QAbstractScrollArea* area) {
+    settle(200);
+    area->verticalScrollBar()->setValue(area->verticalScrollBar()->maximum());
+}
+
 struct Scene {
     const char* name;
     // Brings the window to what is to be seen; may grab itself (dialogs).
@@ -122,6 +134,13 @@ const std::vector<Scene>& scenes() {
         {"udregnere-root", [](app::MainWindow& w) { finder(w, "udregnere", ""); return QPixmap(); }},
         {"udregnere-tf-effekt", [](app::MainWindow& w) { finder(w, "udregnere", "tf/effekt"); return QPixmap(); }},
         {"home", [](app::MainWindow& w) { w.navigate(QStringLiteral("hjem")); return QPixmap(); }},
+        {"home-chips",
+         [](app::MainWindow& w) {
+             w.navigate(QStringLiteral("hjem"));
+             if (auto* page = dynamic_cast<QAbstractScrollArea*>(w.currentPage())) scrollToEnd(page);
+             return QPixmap();
+         }},
+        {"sidebar-end", [](app::MainWindow& w) { w.navigate(QStringLiteral("vec")); return QPixmap(); }},
         {"formula-tfUY", [](app::MainWindow& w) { formulaPage(w, QStringLiteral("tfUY")); return QPixmap(); }},
         {"formula-typing",
          [](app::MainWindow& w) {
@@ -144,6 +163,7 @@ const std::vector<Scene>& scenes() {
                  type(p, QStringLiteral("I_N"), QStringLiteral("1e999"));
                  type(p, QStringLiteral("cosphi"), QStringLiteral("abc"));
                  enter(p);
+                 scrollToEnd(p);
              }
              return QPixmap();
          }},
@@ -182,6 +202,11 @@ const std::vector<Scene>& scenes() {
              app::FormulaPage* p = solvedPower(w);
              settle(200);
              return grabDialog(&w, [p] { p->resultArea()->savePdf(); });
+         }},
+        {"pdf-file",
+         [](app::MainWindow& w) {
+             if (app::FormulaPage* p = solvedPower(w)) p->resultArea()->savePdfTo(shotBase + QStringLiteral(".pdf"));
+             return QPixmap();
          }},
         {"message-box",
          [](app::MainWindow& w) {
@@ -235,6 +260,10 @@ int main(int argc, char** argv) {
                 app::setTextScale(scale);
                 app::setThemeMode(dark ? app::ThemeDark : app::ThemeLight);
 
+                const QString name = QStringLiteral("%1_%2_%3")
+                                         .arg(QLatin1String(scene.name), dark ? "dark" : "light",
+                                              scale > 1.0 ? "130" : "100");
+                shotBase = QDir(out).filePath(name);
                 auto window = std::make_unique<app::MainWindow>();
                 window->setGeometry(0, 0, 1280, 800);
                 window->show();
@@ -242,11 +271,8 @@ int main(int argc, char** argv) {
                 QPixmap shot = scene.run(*window);
                 settle();
                 if (shot.isNull()) shot = grabScreen(window.get());
-                const QString name = QStringLiteral("%1_%2_%3.png")
-                                         .arg(QLatin1String(scene.name), dark ? "dark" : "light",
-                                              scale > 1.0 ? "130" : "100");
-                shot.save(QDir(out).filePath(name));
-                titleOut << name << "\t" << window->windowTitle() << "\n";
+                shot.save(shotBase + QStringLiteral(".png"));
+                titleOut << name << ".png\t" << window->windowTitle() << "\n";
             }
     }
     app::setTextScale(1.0);
