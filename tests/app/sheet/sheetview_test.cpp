@@ -316,8 +316,15 @@ TEST_F(SheetViewTest, everyPrimaryFormSitsOnOneBaselineAtOneSize) {
                     const double halfX = QFontMetrics(fmt.font()).xHeight() / 2.0;
                     const double ascent = (drawn.deviceIndependentSize().height() + halfX) / 2.0;
                     const int n = name.mid(2).toInt();
-                    const app::MathMetrics m =
-                        app::mathMetrics(view.mathNode(n), app::sheetMathStyle(false, pt));
+                    // The size the image must have been drawn at, set here and not
+                    // taken from the view's own choice of style.
+                    app::MathStyle line;
+                    line.font = QFont(QStringLiteral("Cambria Math"));
+                    line.font.setPointSizeF(pt);
+                    line.lineHeight = 18 * pt / 13;
+                    line.around = line.font;
+                    const app::MathMetrics m = app::mathMetrics(view.mathNode(n), line);
+                    EXPECT_NEAR(m.size.width(), drawn.deviceIndependentSize().width(), 1.0);
                     EXPECT_NEAR(m.size.height(), drawn.deviceIndependentSize().height(), 1.0);
                     EXPECT_NEAR(m.baseline, ascent, 1.0);
                 }
