@@ -189,6 +189,10 @@ const std::vector<Scene>& scenes() {
              formulaPage(w, QStringLiteral("tfUY"));
              w.showSettings();
              settle(200);
+             // The longest choice showing, where a panel too narrow for it clips it.
+             QComboBox* rounding = w.settingsPanel()->findChildren<QComboBox*>().front();
+             rounding->setCurrentIndex(1);
+             emit rounding->activated(1);
              QComboBox* size = w.settingsPanel()->findChildren<QComboBox*>().back();
              // From the other end, so the change really happens at either scale.
              const int to = app::textScale() > 1.2 ? 0 : 2;
