@@ -482,21 +482,35 @@ Pt centroidOf(const Fig& fig) {
 FigureOut drawFig(Fig& fig) {
     if (!fig.custom) fig.W = 460, fig.H = 280, fig.mx = 90, fig.my = 36;
     const auto valid = [&](int i) { return i >= 0 && static_cast<size_t>(i) < fig.pts.size(); };
-    // A long label may not fit in the margin: the drawing shrinks until the
-    // side labels stay inside the figure.
-    for (int round = 0; round < 4; ++round) {
+    // A long label may not fit in the margin. Where the drawing and its side
+    // labels fit across (or down) together, they move as one to the middle;
+    // otherwise the drawing shrinks until they do.
+    double shiftX = 0, shiftY = 0;
+    for (int round = 0; round < 6; ++round) {
         fig.fit();
+        fig.ox += shiftX, fig.oy -= shiftY;
         const Pt c = fig.pt(centroidOf(fig));
-        double over = 0, overY = 0;
+        double lo = fig.W, hi = 0, top = fig.H, bottom = 0;
+        for (const Pt& p : fig.pts) {
+            const Pt q = fig.pt(p);
+            lo = std::min(lo, q.x), hi = std::max(hi, q.x), top = std::min(top, q.y),
+            bottom = std::max(bottom, q.y);
+        }
         for (const FigEdge& e : fig.edges) {
             if (!valid(e.a) || !valid(e.b) || e.text.empty()) continue;
             const EdgeLabel l = edgeLabel(fig.pt(fig.pts[e.a]), fig.pt(fig.pts[e.b]), c, e);
-            over = std::max({over, 4 - l.x0, l.x1 - (fig.W - 4)});
-            overY = std::max({overY, 4 - l.y0, l.y1 - (fig.H - 4)});
+            lo = std::min(lo, l.x0), hi = std::max(hi, l.x1), top = std::min(top, l.y0),
+            bottom = std::max(bottom, l.y1);
         }
-        if (over <= 0 && overY <= 0) break;
-        if (over > 0) fig.mx = std::min(fig.mx + over + 2, fig.W / 2.0 - 10);
-        if (overY > 0) fig.my = std::min(fig.my + overY + 2, fig.H / 2.0 - 10);
+        const bool outX = lo < 4 || hi > fig.W - 4, outY = top < 4 || bottom > fig.H - 4;
+        if (!outX && !outY) break;
+        const double excess = std::max(hi - lo - (fig.W - 8), bottom - top - (fig.H - 8));
+        if (excess > 0) {
+            fig.mx = std::min(fig.mx + excess / 2 + 2, fig.W / 2.0 - 10);
+            fig.my = std::min(fig.my + excess / 2 + 2, fig.H / 2.0 - 10);
+        }
+        if (outX) shiftX += (fig.W - (hi - lo)) / 2 - lo;
+        if (outY) shiftY += (fig.H - (bottom - top)) / 2 - top;
     }
     const Pt c = fig.pt(centroidOf(fig));
     const std::vector<Pt> screen = fig.polyPoints(fig.pts);
@@ -568,20 +582,68 @@ FigureOut drawFig(Fig& fig) {
         spots.push_back({left - 12, c.y, "end"});
         fig.textAmong(spots, fig.inner->text, fig.inner->cls);
     }
-    // A text on the bisector beyond its arc; where a line or a text is in the
-    // way, further out, then towards either side of the angle.
+    // A text on the bisector of the part of its arc that is its own (a
+    // smaller angle at the same corner, inside it, claims its share); where a
+    // line or a text is in the way, a little further out, then just outside
+    // either arm by the arc's end, and only then further afield.
+    const auto anchorOf = [](double ux) -> std::string_view {
+        return std::fabs(ux) < 0.5 ? "middle" : ux > 0 ? "start" : "end";
+    };
     for (size_t k = 0; k < fig.angles.size(); ++k) {
         const FigAngle& an = fig.angles[k];
         const Interior& in = interiors[k];
         if (an.label.empty() || !std::isfinite(in.a0)) continue;
-        std::vector<Canvas::Spot> spots;
-        for (double extra : {0.0, 8.0, 18.0, 30.0, 46.0, 66.0})
-            for (double share : {0.5, 0.7, 0.3, 0.85, 0.15}) {
-                const double a = (in.a0 + (in.a1 - in.a0) * share) * kDeg, r = an.radius * 1.35 + 8 + extra;
-                const double ux = std::cos(a), uy = -std::sin(a);
-                spots.push_back({in.v.x + ux * r, in.v.y + uy * r,
-                                 std::fabs(ux) < 0.5 ? "middle" : ux > 0 ? "start" : "end"});
+        const double lo = std::min(in.a0, in.a1), hi = std::max(in.a0, in.a1);
+        std::vector<std::pair<double, double>> own{{lo, hi}};
+        for (size_t j = 0; j < fig.angles.size(); ++j) {
+            const Interior& o = interiors[j];
+            if (j == k || fig.angles[j].square || !std::isfinite(o.a0) ||
+                std::hypot(o.v.x - in.v.x, o.v.y - in.v.y) > 0.5)
+                continue;
+            const double olo = std::min(o.a0, o.a1), ohi = std::max(o.a0, o.a1);
+            if (olo < lo - 1e-6 || ohi > hi + 1e-6 || ohi - olo >= hi - lo - 1e-6) continue;
+            std::vector<std::pair<double, double>> rest;
+            for (const auto& [a, b] : own) {
+                if (olo > a) rest.push_back({a, std::min(b, olo)});
+                if (ohi < b) rest.push_back({std::max(a, ohi), b});
             }
+            own = rest;
+        }
+        std::pair<double, double> mine{lo, hi};
+        if (!own.empty())
+            mine = *std::max_element(own.begin(), own.end(), [](const auto& a, const auto& b) {
+                return a.second - a.first < b.second - b.first;
+            });
+        std::vector<Canvas::Spot> spots;
+        const auto onBisector = [&](double from, double to, std::initializer_list<double> extras,
+                                    std::initializer_list<double> shares) {
+            for (double extra : extras)
+                for (double share : shares) {
+                    const double a = (from + (to - from) * share) * kDeg, r = an.radius * 1.35 + 8 + extra;
+                    const double ux = std::cos(a), uy = -std::sin(a);
+                    spots.push_back({in.v.x + ux * r, in.v.y + uy * r, anchorOf(ux)});
+                }
+        };
+        onBisector(mine.first, mine.second, {0.0, 8.0, 18.0, 30.0, 46.0}, {0.5, 0.3, 0.7});
+        for (const double arm : {hi, lo}) {
+            // Not where the arm runs inside another angle: that side is the other's.
+            bool inside = false;
+            for (size_t j = 0; j < fig.angles.size(); ++j) {
+                const Interior& o = interiors[j];
+                inside = inside || (j != k && !fig.angles[j].square && std::isfinite(o.a0) &&
+                                    std::hypot(o.v.x - in.v.x, o.v.y - in.v.y) <= 0.5 &&
+                                    std::min(o.a0, o.a1) < arm - 1e-6 && std::max(o.a0, o.a1) > arm + 1e-6);
+            }
+            if (inside) continue;
+            const double a = arm * kDeg, ux = std::cos(a), uy = -std::sin(a);
+            const double out = arm == hi ? 1 : -1; // the normal that points away from the angle
+            const double nx = uy * out, ny = -ux * out;
+            for (double along : {an.radius, an.radius + 12, an.radius * 1.35 + 8})
+                for (double off : {12.0, 20.0})
+                    spots.push_back(
+                        {in.v.x + ux * along + nx * off, in.v.y + uy * along + ny * off, anchorOf(nx)});
+        }
+        onBisector(lo, hi, {0.0, 8.0, 18.0, 30.0, 46.0, 66.0}, {0.5, 0.7, 0.3, 0.85, 0.15});
         fig.textAmong(spots, an.label, "angt " + an.cls);
     }
     if (fig.postDraw) fig.postDraw(fig, c);

@@ -227,10 +227,12 @@ FigureOut kompFigure(const Given& g) {
     const double c1 = g.pos("cosphi1"), c2 = g.pos("cosphi2");
     const bool known = c1 < 1 && c2 <= 1 && c2 > c1;
     const double true1 = known ? std::acos(c1) / kDeg : 45.0, true2 = known ? std::acos(c2) / kDeg : 20.0;
-    // A steep first angle is drawn at most 70°, the second in proportion below it.
-    const double d1 = std::min(true1, 70.0), d2 = true1 > 0 ? true2 * d1 / true1 : 0;
+    // A steep first angle is drawn at most 55°, so that the foot leaves room
+    // for the angles' names, and the second in proportion below it, but wide
+    // enough to hold its name.
+    const double d1 = std::min(true1, 55.0);
+    const double d2 = std::max(true1 > 0 ? true2 * d1 / true1 : 0, std::min(15.0, d1 / 2));
     const double q1 = p * std::tan(d1 * kDeg), q2 = p * std::tan(d2 * kDeg);
-
     Fig fig;
     fig.pts = {{0, 0}, {p, 0}, {p, q1}, {p, q2}};
     fig.strokeShape = false;
@@ -243,9 +245,10 @@ FigureOut kompFigure(const Given& g) {
                  {1, 3, "Q<sub>2</sub>", ""},
                  {3, 2, g.label("QC", "VAr"), g.cls("QC")}};
     // The angles carry their names only: a number would run into the upright side
-    // of a steep triangle. The cosines stand in the caption.
-    fig.angles = {{0, 1, 3, "φ<sub>2</sub>", g.cls("cosphi2"), false, 40},
-                  {0, 1, 2, "φ<sub>1</sub>", g.cls("cosphi1"), false, 22},
+    // of a steep triangle. The cosines stand in the caption. The smaller angle
+    // has the wider arc, so that each name can stand by its own arc.
+    fig.angles = {{0, 1, 3, "φ<sub>2</sub>", g.cls("cosphi2"), false, 44},
+                  {0, 1, 2, "φ<sub>1</sub>", g.cls("cosphi1"), false, 24},
                   {1, 0, 2, {}, {}, true}};
     fig.title = "Kompensering: Q<sub>C</sub> = Q<sub>1</sub> − Q<sub>2</sub> = P · (tan φ<sub>1</sub> − tan "
                 "φ<sub>2</sub>)";
@@ -253,7 +256,16 @@ FigureOut kompFigure(const Given& g) {
         const std::string shown = std::string("cos φ<sub>") + c[6] + "</sub>";
         if (g.mentions(c)) fig.title += " · " + (g.sought == c ? "<b>" + g.label(c, "", shown) + "</b>" : g.label(c, "", shown));
     }
-    fig.caption = !known ? " · <b>ikke i målestok</b>" : scaleNote(d1, true1);
+    if (!known)
+        fig.caption = " · <b>ikke i målestok</b>";
+    else if (std::fabs(d1 - true1) <= 0.5 && std::fabs(d2 - true2) <= 0.5)
+        fig.caption = " · tegnet i målestok";
+    else
+        fig.caption =
+            " · <b>ikke i målestok</b>: tegnet med φ<sub>1</sub> = " + fmtNumber(d1, 3) +
+            "° og φ<sub>2</sub> = " + fmtNumber(d2, 3) +
+            "° så den er til at læse – de rigtige vinkler er φ<sub>1</sub> = " + fmtNumber(true1, 3) +
+            "° og φ<sub>2</sub> = " + fmtNumber(true2, 3) + "°";
     return drawFig(fig);
 }
 

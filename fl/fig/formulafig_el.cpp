@@ -65,23 +65,31 @@ FigureOut circFigure(const Given& g) {
 }
 
 FigureOut par2Figure(const Given& g) {
+    // Each resistor's label stands right of it, inside the group's frame: the
+    // branches move apart for a long value (a longer one still is set
+    // smaller), and the whole is centred.
+    const std::string l1 = g.label("R1", "Ω"), l2 = g.label("R2", "Ω");
+    const double room1 = std::clamp(textWidth(l1, g.cls("R1")), 40.0, 120.0);
+    const double room2 = std::clamp(textWidth(l2, g.cls("R2")), 40.0, 120.0);
+    const double r1 = 150, r2 = r1 + 16 + room1 + 14, right = r2 + 16 + room2 + 10;
+    const double dx = 230 - (24 + right) / 2;
+    const double source = 40 + dx, a = r1 + dx, b = r2 + dx, left = 116 + dx, frameR = right + dx;
     Canvas cv = sized();
-    cv.polyline({{230, 50}, {90, 50}, {90, 230}, {230, 230}}, "wire");
-    cv.line(230, 50, 330, 50, "wire");
-    cv.line(230, 230, 330, 230, "wire");
-    cellSymbol(cv, {90, 140, true, 0});
-    resistorSymbol(cv, {230, 140, true, 90});
-    resistorSymbol(cv, {330, 140, true, 90});
-    dot(cv, 230, 50);
-    dot(cv, 230, 230);
-    cv.rect(196, 34, 170, 212, "gbox", 8);
-    // Inside the frame where they fit, else outside it.
-    labelAmong(cv, g, {{214, 140, "end"}, {184, 140, "end"}, {242, 104, "start"}}, "R1", "Ω");
-    labelAmong(cv, g, {{346, 140, "start"}, {374, 140, "start"}, {242, 176, "start"}, {374, 110, "start"}}, "R2", "Ω");
-    currentArrow(cv, 230, 196, 0, 1, "I<sub>1</sub>");
-    currentArrow(cv, 330, 196, 0, 1, "I<sub>2</sub>");
-    currentArrow(cv, 150, 50, 1, 0, "I");
-    label(cv, g, 281, 262, "Rt", "Ω", "middle");
+    cv.polyline({{a, 50}, {source, 50}, {source, 230}, {a, 230}}, "wire");
+    cv.line(a, 50, b, 50, "wire");
+    cv.line(a, 230, b, 230, "wire");
+    cellSymbol(cv, {source, 140, true, 0});
+    resistorSymbol(cv, {a, 140, true, 90});
+    resistorSymbol(cv, {b, 140, true, 90});
+    dot(cv, a, 50);
+    dot(cv, a, 230);
+    cv.rect(left, 34, frameR - left, 212, "gbox", 8);
+    cv.textFit(a + 16, 140, l1, "start", g.cls("R1"), room1);
+    cv.textFit(b + 16, 140, l2, "start", g.cls("R2"), room2);
+    currentArrow(cv, a, 196, 0, 1, "I<sub>1</sub>");
+    currentArrow(cv, b, 196, 0, 1, "I<sub>2</sub>");
+    currentArrow(cv, (source + left) / 2, 50, 1, 0, "I");
+    cv.textFit((left + frameR) / 2, 262, g.label("Rt", "Ω"), "middle", g.cls("Rt"), 440);
     return {cv.body(), 460, 280, {}};
 }
 
@@ -129,7 +137,7 @@ FigureOut battFigure(const Given& g) {
     const bool shorted = g.mentions("Ik");
     const bool cells = g.mentions("n");
     Canvas cv = sized();
-    cv.polyline({{400, 60}, {150, 60}, {150, 220}, {400, 220}, {400, 60}}, "wire");
+    cv.polyline({{430, 60}, {150, 60}, {150, 220}, {430, 220}, {430, 60}}, "wire");
     // Inside the battery: the ideal source and the inner resistance.
     cellSymbol(cv, {150, 140, true, 0});
     resistorSymbol(cv, {215, 60, false, 0});
@@ -144,10 +152,10 @@ FigureOut battFigure(const Given& g) {
     labelAmong(cv, g, {{126, 140, "end"}, {98, 140, "end"}, {162, 150, "start"}, {162, 200, "start"}}, "E", "V");
     const std::string current = shorted ? "Ik" : "I";
     if (shorted || g.mentions("I"))
-        currentArrow(cv, 338, 60, 1, 0, g.label(current, "A"), g.cls(current).empty() ? "cur" : "hl");
+        currentArrow(cv, 353, 60, 1, 0, g.label(current, "A"), g.cls(current).empty() ? "cur" : "hl");
     if (!shorted) {
-        resistorSymbol(cv, {340, 220, false, 0});
-        label(cv, g, 340, 246, "Ry", "Ω", "middle");
+        resistorSymbol(cv, {353, 220, false, 0});
+        label(cv, g, 353, 246, "Ry", "Ω", "middle");
         if (g.mentions("Uy")) {
             voltageMark(cv, 292, 200, 292, 80);
             labelAmong(cv, g, {{300, 140, "start"}, {300, 160, "start"}}, "Uy", "V");
@@ -214,7 +222,10 @@ FigureOut shuntFigure(const Given& g) {
 
 FigureOut formodFigure(const Given& g) {
     Canvas cv = sized();
-    cv.line(50, 110, 410, 110, "wire");
+    // The wire stops at each symbol, so that nothing runs behind the meter's letter.
+    cv.line(50, 110, 146, 110, "wire");
+    cv.line(194, 110, 294, 110, "wire");
+    cv.line(326, 110, 410, 110, "wire");
     resistorSymbol(cv, {170, 110, false, 0});
     meterSymbol(cv, {310, 110, false, 0}, "V");
     terminal(cv, 50, 110);
@@ -264,26 +275,28 @@ FigureOut effFigure(const Given& g) {
 
 FigureOut trafoFigure(const Given& g) {
     Canvas cv = sized();
-    cv.polyline({{130, 80}, {200, 80}, {200, 116}}, "wire");
-    cv.polyline({{130, 200}, {200, 200}, {200, 164}}, "wire");
-    cv.polyline({{330, 80}, {260, 80}, {260, 116}}, "wire");
-    cv.polyline({{330, 200}, {260, 200}, {260, 164}}, "wire");
+    cv.polyline({{146, 80}, {200, 80}, {200, 116}}, "wire");
+    cv.polyline({{146, 200}, {200, 200}, {200, 164}}, "wire");
+    cv.polyline({{314, 80}, {260, 80}, {260, 116}}, "wire");
+    cv.polyline({{314, 200}, {260, 200}, {260, 164}}, "wire");
     coilSymbol(cv, {200, 140, true, 0});
     coilSymbol(cv, {260, 140, true, 0});
     // The iron core between the windings.
     cv.line(222, 100, 222, 180, "ln");
     cv.line(238, 100, 238, 180, "ln");
-    for (double x : {130.0, 330.0})
+    for (double x : {146.0, 314.0})
         for (double y : {80.0, 200.0})
             terminal(cv, x, y);
     label(cv, g, 196, 228, "N1", "", "end");
     label(cv, g, 264, 228, "N2", "", "start");
-    voltageMark(cv, 116, 188, 116, 92);
-    voltageMark(cv, 344, 188, 344, 92);
-    label(cv, g, 108, 140, "U1", "V", "end", "U<sub>1</sub>");
-    label(cv, g, 352, 140, "U2", "V", "start", "U<sub>2</sub>");
-    if (g.mentions("I1")) currentArrow(cv, 165, 80, 1, 0, g.label("I1", "A"), g.cls("I1").empty() ? "cur" : "hl");
-    if (g.mentions("I2")) currentArrow(cv, 295, 80, 1, 0, g.label("I2", "A"), g.cls("I2").empty() ? "cur" : "hl");
+    voltageMark(cv, 132, 188, 132, 92);
+    voltageMark(cv, 328, 188, 328, 92);
+    cv.textFit(124, 140, g.label("U1", "V", "U<sub>1</sub>"), "end", g.cls("U1"), 118);
+    cv.textFit(336, 140, g.label("U2", "V", "U<sub>2</sub>"), "start", g.cls("U2"), 118);
+    if (g.mentions("I1"))
+        currentArrow(cv, 173, 80, 1, 0, g.label("I1", "A"), g.cls("I1").empty() ? "cur" : "hl");
+    if (g.mentions("I2"))
+        currentArrow(cv, 287, 80, 1, 0, g.label("I2", "A"), g.cls("I2").empty() ? "cur" : "hl");
     std::string caption = "Transformer: to viklinger på samme jernkerne";
     if (g.mentions("u")) caption += " · " + g.label("u", "") + " = U<sub>1</sub> / U<sub>2</sub>";
     return {cv.body(), 460, 280, caption};

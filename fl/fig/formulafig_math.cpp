@@ -432,6 +432,11 @@ FigureOut circleFigure(const Given& g, const std::string& key) {
             for (double h : {0.68, 0.9, 0.8, 0.6, 0.5, 0.4})
                 if (key == "sector" || h > std::cos(deg / 2 * kDeg) + 0.06) spots.push_back({c.x, c.y - r * h, "middle"});
             spots.push_back({c.x, c.y - r - 14, "middle"});
+            // Where the radius's label took the place above: past the other end of the arc, or below the
+            // circle.
+            spots.push_back(
+                {c.x - (r + 10) * ex, c.y - (r + 10) * std::sin(a0), ex > 0.3 ? "end" : "middle"});
+            spots.push_back({c.x, c.y + r + 16, "middle"});
             f.textAmong(spots, g.label("A", ""), g.cls("A"));
         } else {
             f.text(c.x + r / 2, c.y - 12, g.label("r", ""), "middle", g.cls("r"));

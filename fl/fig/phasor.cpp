@@ -117,17 +117,41 @@ FigureOut drawVectors(const VectorScene& scene) {
             const double a0 = ar / kDeg, a1 = (ar + d) / kDeg;
             arrows.arc(c.x, c.y, radius, std::min(a0, a1), std::max(a0, a1), "ang");
             placer.bow(c, radius, ar, ar + d, true);
-            // On the bisector beyond the bow, moving out until clear. A small
-            // angle has its text start at the bisector, so it doesn't fall on the vectors.
-            const double mid = ar + d / 2;
-            const bool small = std::fabs(d) < 0.3;
-            const double w = textWidth(scene.angleText, "angt");
+            // On the bisector beyond the bow; else just outside either arm by
+            // the bow's end (a small angle has no room between its arms); else
+            // a little further out; never far from the bow. A box turns its
+            // near side to the point it is placed by.
+            const double w = textWidth(scene.angleText, "angt " + scene.angleCls), h = 16;
+            const auto corner = [&](double px, double py, double nx, double ny) {
+                return Pt{px - (std::fabs(nx) < 0.5 ? w / 2
+                                : nx > 0            ? 0
+                                                    : w),
+                          py - (ny > 0.5    ? 0
+                                : ny < -0.5 ? h
+                                            : h / 2)};
+            };
             std::vector<Pt> along;
-            for (int k = 0; k < 12; ++k) {
-                const double dist = radius * 1.35 + 12.0 * k;
-                along.push_back({std::cos(mid) * dist - (small ? 0 : w / 2), -std::sin(mid) * dist - 8});
-            }
-            const Box b = placer.placeAnyway(c, w, 16, along);
+            const auto onBisector = [&](std::initializer_list<double> extras) {
+                const double mid = ar + d / 2, ux = std::cos(mid), uy = -std::sin(mid);
+                for (double extra : extras)
+                    along.push_back(
+                        corner(ux * (radius * 1.35 + extra), uy * (radius * 1.35 + extra), ux, uy));
+            };
+            // The arm at the larger angle turns away from the angle one way, the other the other way.
+            const auto byArms = [&](std::vector<double> distances) {
+                for (const auto& [arm, away] :
+                     {std::pair{ar + d, d > 0 ? 1.0 : -1.0}, std::pair{ar, d > 0 ? -1.0 : 1.0}}) {
+                    const double ux = std::cos(arm), uy = -std::sin(arm), nx = uy * away, ny = -ux * away;
+                    for (double at : distances)
+                        for (double off : {8.0, 18.0})
+                            along.push_back(corner(ux * at + nx * off, uy * at + ny * off, nx, ny));
+                }
+            };
+            onBisector({0});
+            byArms({radius, radius + 14, radius + w / 2});
+            onBisector({10, 20, 30});
+            byArms({radius * 1.35 + 8});
+            const Box b = placer.placeAnyway(c, w, h, along, radius * 0.5 + 24);
             labels.text(b.x0, (b.y0 + b.y1) / 2, scene.angleText, "start", "angt " + scene.angleCls);
             placer.taken.push_back(b);
         }

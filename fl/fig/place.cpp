@@ -61,14 +61,15 @@ void LabelSpace::bow(Pt c, double r, double a0, double a1, bool sector) {
     if (sector) segments.push_back({c, prev});
 }
 
-std::optional<Box> LabelSpace::place(Pt at, double w, double h, const std::vector<Pt>& preferred, bool search) const {
+std::optional<Box> LabelSpace::place(Pt at, double w, double h, const std::vector<Pt>& preferred, bool search,
+                                     double reach) const {
     const auto boxAt = [&](double x, double y) { return Box{x, y, x + w, y + h}; };
     for (const Pt& o : preferred)
         if (const Box b = boxAt(at.x + o.x, at.y + o.y); free(b)) return b;
     if (!search || preferred.empty()) return std::nullopt;
     const Pt first{at.x + preferred.front().x, at.y + preferred.front().y};
-    const double reach = std::max({W, H, 200.0});
-    for (double r = 6; r < reach; r += 6) {
+    if (!(reach > 0)) reach = std::max({W, H, 200.0});
+    for (double r = 6; r <= reach; r += 6) {
         const int n = std::max(8, static_cast<int>(r / 3));
         for (int k = 0; k < n; ++k) {
             const double a = 2 * M_PI * k / n;
@@ -78,8 +79,8 @@ std::optional<Box> LabelSpace::place(Pt at, double w, double h, const std::vecto
     return std::nullopt;
 }
 
-Box LabelSpace::placeAnyway(Pt at, double w, double h, const std::vector<Pt>& preferred) const {
-    if (const auto b = place(at, w, h, preferred)) return *b;
+Box LabelSpace::placeAnyway(Pt at, double w, double h, const std::vector<Pt>& preferred, double reach) const {
+    if (const auto b = place(at, w, h, preferred, true, reach)) return *b;
     const Pt o = preferred.empty() ? Pt{} : preferred.front();
     double x = at.x + o.x, y = at.y + o.y;
     if (W > 0) {

@@ -39,10 +39,12 @@ struct LabelSpace {
 
     // A w by h box whose top-left corner is `at` plus the first free offset
     // of `preferred`; failing all, with `search`, the free place nearest to
-    // the first of them on rings around it. Nothing when there is none.
-    std::optional<Box> place(Pt at, double w, double h, const std::vector<Pt>& preferred, bool search = true) const;
+    // the first of them on rings around it, no further than `reach` (0: as
+    // far as the frame goes). Nothing when there is none.
+    std::optional<Box> place(Pt at, double w, double h, const std::vector<Pt>& preferred, bool search = true,
+                             double reach = 0) const;
     // The same; where nothing is free, the first preferred place, held inside the frame.
-    Box placeAnyway(Pt at, double w, double h, const std::vector<Pt>& preferred) const;
+    Box placeAnyway(Pt at, double w, double h, const std::vector<Pt>& preferred, double reach = 0) const;
 };
 
 } // namespace fl

@@ -16,6 +16,7 @@
 #include "fl/fig/triangles.h"
 #include "fl/formulas/catalogue.h"
 #include "fl/formulas/solve.h"
+#include "fl/tools/machinefigs.h"
 #include "tests/fl/formulas/sample_values.h"
 
 #include <QApplication>
@@ -156,6 +157,26 @@ std::vector<Item> circuitItems() {
         out.push_back({"triangle_series_" + w, [w] { return fl::circuitTriangle(w, series.root, series.values); }});
         out.push_back({"triangle_cap_" + w, [w] { return fl::circuitTriangle(w, cap.root, cap.values); }});
     }
+    // Small angles, where the angle's text has no room between the arms.
+    for (double deg : {3.0, 10.0}) {
+        const double x = 100 * std::tan(deg * M_PI / 180);
+        const Solved s =
+            solved({leaf("R"), leaf("L")}, {{"U", 230}, {"f", 50}, {"R1", 100}, {"L1", x / (100 * M_PI)}});
+        out.push_back({"phasor_small_angle_" + std::to_string(static_cast<int>(deg)),
+                       [s] { return fl::drawVectors(fl::voltageScene(s.root, s.values, true)); }});
+    }
+    // The compensation tool's triangle, with angles far apart and close together.
+    for (auto [phi1, phi2] : {std::pair{45.573, 18.195}, std::pair{36.0, 31.0}, std::pair{25.8, 24.5}}) {
+        const double p = 1000, q1 = p * std::tan(phi1 * M_PI / 180), q2 = p * std::tan(phi2 * M_PI / 180);
+        out.push_back(
+            {"tool_compensation_" + std::to_string(static_cast<int>(phi1)) + "_" +
+                 std::to_string(static_cast<int>(phi2)),
+             [=] {
+                 return fl::compensationFigure(
+                     {{{"P", p}, {"Q1", q1}, {"Q2", q2}, {"QC", q1 - q2}, {"phi1", phi1}, {"phi2", phi2}},
+                      {"QC"}});
+             }});
+    }
     out.push_back({"bar_dc", [] {
                        fl::Circuit c = circuit("dc", {leaf("R"), leaf("R"), leaf("R"), leaf("R")}, {});
                        return fl::voltageBar(c.root, {{"U_R1", 120}, {"U_R2", 80}, {"U_R3", 2}, {"U_R4", 28}});
@@ -180,6 +201,28 @@ std::vector<Item> formulaItems() {
         if (bare.insert(key).second)
             out.push_back({"bare_" + key, [key, target] { return fl::formulaFigure(key, {}, target); }});
     }
+    // Long values, where labels are most likely to run into lines.
+    out.push_back({"long_par2", [] {
+                       return fl::formulaFigure("par2", {{"R1", 4700}, {"R2", 1234.5}, {"Rt", 977.7}}, "Rt");
+                   }});
+    out.push_back(
+        {"long_par2_sought", [] {
+             return fl::formulaFigure("par2", {{"R1", 12345.6}, {"R2", 0.89356}, {"Rt", 0.89350}}, "R1");
+         }});
+    out.push_back({"long_batt", [] {
+                       return fl::formulaFigure(
+                           "batt",
+                           {{"E", 12.345}, {"RI", 0.12345}, {"Uy", 11.234}, {"Ry", 1234.5}, {"I", 0.0091}},
+                           "Uy");
+                   }});
+    out.push_back({"long_trafo", [] {
+                       return fl::formulaFigure(
+                           "trafo", {{"U1", 0.029636}, {"U2", 3.923}, {"N1", 12345}, {"N2", 85.953}}, "U1");
+                   }});
+    out.push_back(
+        {"close_komp", [] {
+             return fl::formulaFigure("komp", {{"P", 1000}, {"cosphi1", 0.8}, {"cosphi2", 0.81}}, "QC");
+         }});
     return out;
 }
 

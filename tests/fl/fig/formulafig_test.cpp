@@ -279,28 +279,103 @@ TEST(FormulaFigureTest, theHeightAndTheAreaStayApartAndInsideTheShape) {
     EXPECT_EQ(checked, 300);
 }
 
-// Figures whose labels find their own room: whatever a solve leaves in
-// them, no text runs over a line, an arc or another text, nor out of the figure.
-TEST(FormulaFigureTest, placedLabelsKeepClearOfLinesAndEachOther) {
-    const std::set<std::string> keys = {"vd",  "wire", "sector", "segment", "arc",  "circA", "circO", "komp",
-                                        "vec1", "rt",   "trig",   "t45",     "cosZ", "SPQ",   "circ",
-                                        "batt", "triS", "heron"};
+// Whatever a solve leaves in a figure, from a family's defaults or from
+// random draws, no text runs over a line, an arc or another text, nor out of
+// the figure.
+TEST(FormulaFigureTest, labelsKeepClearOfLinesAndEachOther) {
     std::mt19937 rng(47);
+    std::set<std::string> seen;
     int checked = 0;
     for (const Formula& f : catalogue()) {
-        if (!keys.count(f.figure)) continue;
-        for (int k = 0; k < 8; ++k) {
-            const auto values = sample::values(f, rng);
-            if (!values) continue;
+        if (f.figure.empty()) continue;
+        std::vector<std::map<std::string, double>> sets;
+        std::map<std::string, double> defaults;
+        for (const auto& [symbol, text] : f.defaults)
+            defaults[symbol] = readValue(text);
+        sets.push_back(defaults);
+        for (int k = 0; k < 8; ++k)
+            if (auto v = sample::values(f, rng)) sets.push_back(*v);
+        for (const auto& values : sets)
             for (const FormulaVar& sought : f.vars) {
                 SCOPED_TRACE(f.key + " seeking " + sought.symbol);
-                const FigureOut fig = formulaFigure(f.figure, *values, sought.symbol);
+                const FigureOut fig = formulaFigure(f.figure, values, sought.symbol);
                 EXPECT_EQ(testing::labelClashes(svgDocument(fig), fig.w, fig.h), "") << svgDocument(fig);
                 ++checked;
             }
-        }
+        seen.insert(f.figure);
     }
-    EXPECT_GT(checked, 300);
+    for (const std::string& key : figureKeys())
+        EXPECT_TRUE(seen.count(key)) << key;
+    EXPECT_GT(checked, 1000);
+}
+
+// Compensation draws two angles at one corner: each name stands by its own
+// arc, so φ₁ never sits inside φ₂'s sector, however close the two angles.
+TEST(FormulaFigureTest, eachAngleOfCompensationIsNamedByItsOwnArc) {
+    const struct {
+        double c1, c2;
+    } rows[] = {{0.7, 0.75}, {0.8, 0.81}, {0.5, 0.95}, {0.2, 0.9}, {0.85, 0.95}, {0.6, 0.99}, {0.3, 0.35}};
+    for (const auto& r : rows) {
+        SCOPED_TRACE(fmtNumber(r.c1) + " → " + fmtNumber(r.c2));
+        const std::string svg = figureFor("komp", {{"P", 1000}, {"cosphi1", r.c1}, {"cosphi2", r.c2}}, "QC");
+        ASSERT_EQ(svgProblem(svg), "");
+        EXPECT_EQ(testing::labelClashes(svg, 460, 280), "") << svg;
+        // The sectors: centre, radius and the larger end angle (y up, degrees).
+        struct Arc {
+            double cx, cy, r, to;
+        };
+        std::vector<Arc> arcs;
+        std::map<std::string, Pt> names; // "1", "2" → the middle of φ's letter
+        const auto elements = svgElements(svg);
+        for (size_t i = 0; i < elements.size(); ++i) {
+            const auto& e = elements[i];
+            if (e.tag == "path" && e.attrs.at("d").find('L') != std::string::npos) {
+                std::istringstream d(e.attrs.at("d").substr(1));
+                std::string cx, cy, l, x0, y0, a, ry, rot, large, sweep, x1, y1;
+                d >> cx >> cy >> l >> y0 >> a >> ry >> rot >> large >> sweep >> x1 >> y1;
+                const double ox = testing::svgNum(cx), oy = testing::svgNum(cy);
+                const double t0 = std::atan2(-(testing::svgNum(y0) - oy), testing::svgNum(l.substr(1)) - ox);
+                const double t1 = std::atan2(-(testing::svgNum(y1) - oy), testing::svgNum(x1) - ox);
+                arcs.push_back(
+                    {ox, oy, testing::svgNum(a.substr(1)), std::max(t0, t1) / 0.017453292519943295});
+            }
+            if (e.tag == "text" && !e.has("stroke") && e.text == "φ" && i + 1 < elements.size())
+                names[elements[i + 1].text] = {e.num("x") + 4, e.num("y") - 0.35 * e.num("font-size")};
+        }
+        ASSERT_EQ(arcs.size(), 2u) << svg;
+        ASSERT_EQ(names.size(), 2u) << svg;
+        const Arc& wide = arcs[0].r > arcs[1].r ? arcs[0] : arcs[1];  // φ₂'s
+        const Arc& inner = arcs[0].r > arcs[1].r ? arcs[1] : arcs[0]; // φ₁'s
+        const auto polar = [&](Pt p) {
+            return std::pair{std::hypot(p.x - wide.cx, p.y - wide.cy),
+                             std::atan2(-(p.y - wide.cy), p.x - wide.cx) / 0.017453292519943295};
+        };
+        const auto [d1, a1] = polar(names["1"]);
+        const auto [d2, a2] = polar(names["2"]);
+        EXPECT_GT(a1, wide.to) << "φ₁ in φ₂'s sector";
+        EXPECT_LT(d1, inner.r + 40) << "φ₁ far from its arc";
+        EXPECT_GT(a2, 0);
+        EXPECT_LT(a2, wide.to) << "φ₂ outside its sector";
+        EXPECT_GT(d2, wide.r) << "φ₂ inside the other arc";
+    }
+}
+
+// Long numbers are where labels run into the drawing: every quantity of a
+// figure at once with a value that prints wide.
+TEST(FormulaFigureTest, longNumbersKeepClearOfLinesToo) {
+    const double wide[] = {1234.5, 4700, 0.89356, 98765.4321};
+    for (const Formula& f : catalogue()) {
+        if (f.figure.empty()) continue;
+        for (double v : wide)
+            for (const FormulaVar& sought : f.vars) {
+                SCOPED_TRACE(f.key + " seeking " + sought.symbol + " at " + fmtNumber(v));
+                std::map<std::string, double> values;
+                for (const FormulaVar& q : f.vars)
+                    values[q.symbol] = q.unit == "°" ? 40 : q.symbol.rfind("cos", 0) == 0 ? 0.8 : v;
+                const FigureOut fig = formulaFigure(f.figure, values, sought.symbol);
+                EXPECT_EQ(testing::labelClashes(svgDocument(fig), fig.w, fig.h), "") << svgDocument(fig);
+            }
+    }
 }
 
 TEST(FormulaFigureTest, theSolveDriverShowsTheFigureBesideTheSheet) {

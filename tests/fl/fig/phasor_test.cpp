@@ -11,6 +11,7 @@
 
 #include <cmath>
 #include <complex>
+#include <optional>
 #include <random>
 #include <sstream>
 
@@ -179,6 +180,44 @@ TEST(PhasorTest, labelsOfVectorSumsKeepClearInAnyDirection) {
         ASSERT_EQ(svgProblem(svg), "");
         EXPECT_EQ(testing::labelClashes(svg, 460, 300), "") << svg;
     }
+}
+
+// The text of the angle stands by its arc, also where the angle is too
+// small to hold it: R and L in series (the voltages) and in parallel (the
+// currents), with the coil's share from a hair to nearly all.
+TEST(PhasorTest, theAngleNamesItsArcFromNearby) {
+    for (const bool parallel : {false, true})
+        for (double deg : {0.5, 2.0, 5.0, 10.0, 17.0, 30.0, 60.0, 85.0}) {
+            SCOPED_TRACE((parallel ? "parallel, " : "series, ") + fmtNumber(deg) + "°");
+            const CNodePtr root = parallel ? testing::makeRoot({group("P", {leaf("R"), leaf("L")})})
+                                           : testing::makeRoot({leaf("R"), leaf("L")});
+            // X_L = R·tan φ in series, R / tan φ in parallel, at 50 Hz.
+            const double x = parallel ? 100 / std::tan(deg * kDeg) : 100 * std::tan(deg * kDeg);
+            const Values values{{"U", 230}, {"f", 50}, {"R1", 100}, {"L1", x / (2 * M_PI * 50)}};
+            const VectorScene sc =
+                parallel ? currentScene(root, values, true) : voltageScene(root, values, true);
+            const FigureOut f = drawVectors(sc);
+            const std::string svg = svgDocument(f);
+            ASSERT_EQ(svgProblem(svg), "");
+            EXPECT_EQ(testing::labelClashes(svg, f.w, f.h), "") << svg;
+            double cx = NAN, cy = NAN, r = NAN;
+            std::optional<testing::SvgElement> text;
+            for (const auto& e : svgElements(svg)) {
+                if (e.tag == "path" && e.attrs.at("d").find('L') != std::string::npos) {
+                    std::istringstream d(e.attrs.at("d").substr(1));
+                    std::string l, a;
+                    d >> cx >> cy >> l >> l >> a;
+                    r = testing::svgNum(a.substr(1));
+                }
+                if (e.tag == "text" && !e.has("stroke") && e.text.rfind("φ = ", 0) == 0) text = e;
+            }
+            ASSERT_TRUE(text && std::isfinite(r)) << svg;
+            // The nearest point of the text's box to the arc's centre.
+            const double size = text->num("font-size"), w = textWidth(text->text, size, false);
+            const double x0 = text->num("x"), ym = text->num("y") - 0.35 * size;
+            const double nx = std::clamp(cx, x0, x0 + w), ny = std::clamp(cy, ym - size / 2, ym + size / 2);
+            EXPECT_LE(std::hypot(nx - cx, ny - cy), r + 30) << svg;
+        }
 }
 
 TEST(PhasorTest, noSceneWithoutAGroupOrWithoutTheValuesItNeeds) {
