@@ -51,6 +51,19 @@ recent-key-renamed@@store/keys.h@@Recent[] = "recent";@@Recent[] = "recents";@@a
 practice-stats-key-renamed@@store/keys.h@@OvStats[] = "ov_stats";@@OvStats[] = "ov_stat";@@practice_test
 recent-list-seven@@app/shell/visits.cpp@@kRecentMax = 6;@@kRecentMax = 7;@@app_test
 calculators-open-formula-finder@@app/shell/routes.cpp@@return new FinderPage(1, h);@@return new FinderPage(0, h);@@app_test pages_test
+capacitor-step-wrong-page@@fl/circuit/steps.cpp@@")", "15", n);@@")", "16", n);@@circuit_test
+labels-may-overlap@@fl/fig/place.cpp@@if (t.overlaps(spaced)) return false;@@if (false && t.overlaps(spaced)) return false;@@fig_test
+prefix-diagnosis-hundred@@fl/practice/judge.cpp@@c.push_back({f * 1000, "Dit svar@@c.push_back({f * 100, "Dit svar@@practice_test
+flashcard-box-four-eight-days@@fl/practice/cards.cpp@@{0, 1, 3, 7, 16}@@{0, 1, 3, 8, 16}@@practice_test
+exam-clock-runs-fast@@fl/practice/exam.cpp@@int64_t{exam.limitMinutes} * 60000 - (nowMs@@int64_t{exam.limitMinutes} * 59000 - (nowMs@@practice_test practice_more_test
+text-problem-compensation-sign@@fl/practice/tekstscen.cpp@@"P*(tan(acos(cosphi1))-tan(acos(cosphi2)))"@@"P*(tan(acos(cosphi1))+tan(acos(cosphi2)))"@@practice_test
+glossary-ae-folded-to-a@@fl/glossary/glossary.cpp@@{0xC3, 0xA6, "ae"}@@{0xC3, 0xA6, "a"}@@glossary_test
+glossary-route-renamed@@app/shell/routes.cpp@@{"ordliste", [](@@{"ordlisten", [](@@app_test reference_test
+tool-values-not-in-strip@@app/pages/tools/toolpage.cpp@@host->addResult(QString::fromStdString(fl::symbolDisplay(r.symbol)), r.value,@@if (false) host->addResult(QString::fromStdString(fl::symbolDisplay(r.symbol)), r.value,@@pages_test
+server-csrf-unchecked@@server/web.cpp@@if (!sameSecret(field(req, "csrf"), s->session.csrf)) {@@if (false) {@@server_web_test
+teacher-page-name-unescaped@@server/pages.cpp@@esc(a.name) +@@a.name +@@server_test server_web_test
+family-left-without-topic@@fl/formulas/catalogue.cpp@@{"Arealer", "triA triS heron trap@@{"Arealer", "triA triS trap@@formulas_test
+pasted-circuit-of-other-current-dropped@@app/pages/circuit/kredspage.cpp@@    fl::setCircuit(moved);@@    (void)moved;@@circuit_pages_test
 EOF
 )
 
