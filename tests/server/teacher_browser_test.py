@@ -87,82 +87,105 @@ def check(ok, what):
     print(("ok    " if ok else "FAIL  ") + what, flush=True)
 
 
+def start_server(server_bin, tmp):
+    """Certificates, then the server on a free port: the process and its base address."""
+    make_certs(tmp)
+    server = subprocess.Popen([server_bin, "--cert", "cert.pem", "--key", "key.pem", "--db", "k.db",
+                               "--host", "127.0.0.1", "--port", "0"], cwd=tmp, stdout=subprocess.PIPE, text=True)
+    return server, "https://127.0.0.1:" + re.search(r":(\d+)/", server.stdout.readline()).group(1)
+
+
+def browser(tmp):
+    opts = webdriver.ChromeOptions()
+    opts.binary_location = "/usr/bin/chromium"
+    for flag in ["--headless", "--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run",
+                 "--disable-background-networking", "--disable-component-update", "--disable-sync",
+                 "--disable-dev-shm-usage", f"--user-data-dir={tmp}/profile", "--window-size=1100,900", "--lang=da"]:
+        opts.add_argument(flag)
+    # The test CA lives only in this run; Chromium takes the server's
+    # certificate, the student's side verifies it properly.
+    opts.accept_insecure_certs = True
+    driver = webdriver.Chrome(service=Service("/usr/bin/chromedriver"), options=opts)
+    driver.implicitly_wait(5)
+    return driver
+
+
+def screenshots(driver, shots):
+    def shot(name):
+        if shots:
+            os.makedirs(shots, exist_ok=True)
+            driver.save_screenshot(os.path.join(shots, name + ".png"))
+    return shot
+
+
+def teacher_sets_up_class(driver, base, shot=lambda name: None):
+    """Signs up, creates a class, posts a task with a circuit, switches
+    compensation off and writes a message; the class code and page."""
+    def field(name):
+        return driver.find_element(By.NAME, name)
+
+    driver.get(base + "/")
+    check(driver.current_url.endswith("/login"), "the site starts at the sign-in")
+    shot("01-login")
+    follow(driver, driver.find_element(By.LINK_TEXT, "Opret en lærerkonto"))
+    field("name").send_keys("Karen Lærer")
+    field("email").send_keys("karen@skole.dk")
+    field("password").send_keys("hemmelig-kode-1")
+    field("password2").send_keys("hemmelig-kode-1")
+    follow(driver, driver.find_element(By.CSS_SELECTOR, "button.primary"))
+    check(driver.current_url.endswith("/klasser"), "a new teacher lands on her classes")
+    field("name").send_keys("1. hovedforløb B")
+    follow(driver, driver.find_element(By.CSS_SELECTOR, "button.primary"))
+    code = driver.find_element(By.ID, "code").text
+    check(len(code.replace("-", "")) == 8, f"the class has a code ({code})")
+    class_url = driver.current_url
+
+    driver.find_element(By.CSS_SELECTOR, "#opgaver summary").click()
+    field("title").send_keys("Blandet forbindelse")
+    field("text").send_keys("Find strømmen i R1.\nVis dine mellemregninger.")
+    driver.execute_script("arguments[0].value = '2026-12-04'", field("due"))
+    field("circuit").send_keys(CIRCUIT)
+    follow(driver, driver.find_element(By.CSS_SELECTOR, "#opgaver button.primary"))
+    check("Blandet forbindelse" in driver.find_element(By.CSS_SELECTOR, "ul.tasks").text, "the task is listed")
+    check("Jævnstrøm · 3 komponenter" in driver.page_source, "the circuit was read")
+
+    # Switch compensation off; the script moves the profile to "Egen".
+    box = driver.find_element(By.CSS_SELECTOR, "input[name=off][value=ac_komp]")
+    driver.execute_script("arguments[0].scrollIntoView()", box)
+    box.click()
+    check(driver.find_element(By.CSS_SELECTOR, "input[name=profile][value=egen]").is_selected(),
+          "ticking a topic chooses the own profile")
+    follow(driver, driver.find_element(By.CSS_SELECTOR, "#profil button.primary"))
+    check(driver.find_element(By.CSS_SELECTOR, "input[name=off][value=ac_komp]").is_selected(),
+          "compensation stays off after saving")
+
+    field("message").send_keys("Husk lommeregneren til prøven på fredag.")
+    follow(driver, driver.find_element(By.CSS_SELECTOR, "#besked button.primary"))
+    shot("02-class")
+    return code, class_url
+
+
+def shut_down(driver, server, tmp):
+    if driver:
+        driver.quit()
+    if server:
+        server.terminate()
+        server.wait(timeout=10)
+    shutil.rmtree(tmp, ignore_errors=True)
+    print(f"{checks['passed']} passed, {checks['failed']} failed")
+    return 1 if checks["failed"] else 0
+
+
 def main():
     server_bin = os.path.abspath(sys.argv[1])
-    shots = sys.argv[2] if len(sys.argv) > 2 else ""
     tmp = tempfile.mkdtemp(prefix="ostro_browser_")
-    server = None
-    driver = None
+    server = driver = None
     try:
-        make_certs(tmp)
-        server = subprocess.Popen([server_bin, "--cert", "cert.pem", "--key", "key.pem", "--db", "k.db",
-                                   "--host", "127.0.0.1", "--port", "0"], cwd=tmp, stdout=subprocess.PIPE, text=True)
-        port = re.search(r":(\d+)/", server.stdout.readline()).group(1)
-        base = f"https://127.0.0.1:{port}"
-
-        opts = webdriver.ChromeOptions()
-        opts.binary_location = "/usr/bin/chromium"
-        for flag in ["--headless", "--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run",
-                     "--disable-background-networking", "--disable-component-update", "--disable-sync",
-                     "--disable-dev-shm-usage", f"--user-data-dir={tmp}/profile", "--window-size=1100,900",
-                     "--lang=da"]:
-            opts.add_argument(flag)
-        # The test CA lives only in this run; Chromium is told to take the
-        # server's certificate, the student's side below verifies it properly.
-        opts.accept_insecure_certs = True
-        driver = webdriver.Chrome(service=Service("/usr/bin/chromedriver"), options=opts)
-        driver.implicitly_wait(5)
-
-        def shot(name):
-            if shots:
-                os.makedirs(shots, exist_ok=True)
-                driver.save_screenshot(os.path.join(shots, name + ".png"))
-
-        def field(name):
-            return driver.find_element(By.NAME, name)
-
-        # Sign up and create a class.
-        driver.get(base + "/")
-        check(driver.current_url.endswith("/login"), "the site starts at the sign-in")
-        shot("01-login")
-        follow(driver, driver.find_element(By.LINK_TEXT, "Opret en lærerkonto"))
-        field("name").send_keys("Karen Lærer")
-        field("email").send_keys("karen@skole.dk")
-        field("password").send_keys("hemmelig-kode-1")
-        field("password2").send_keys("hemmelig-kode-1")
-        follow(driver, driver.find_element(By.CSS_SELECTOR, "button.primary"))
-        check(driver.current_url.endswith("/klasser"), "a new teacher lands on her classes")
-        field("name").send_keys("1. hovedforløb B")
-        follow(driver, driver.find_element(By.CSS_SELECTOR, "button.primary"))
-        code = driver.find_element(By.ID, "code").text.replace("-", "")
-        check(len(code) == 8, f"the class has a code ({code})")
-        class_url = driver.current_url
-
-        # A task with a circuit.
-        driver.find_element(By.CSS_SELECTOR, "#opgaver summary").click()
-        field("title").send_keys("Blandet forbindelse")
-        field("text").send_keys("Find strømmen i R1.\nVis dine mellemregninger.")
-        driver.execute_script("arguments[0].value = '2026-12-04'", field("due"))
-        field("circuit").send_keys(CIRCUIT)
-        follow(driver, driver.find_element(By.CSS_SELECTOR, "#opgaver button.primary"))
-        check("Blandet forbindelse" in driver.find_element(By.CSS_SELECTOR, "ul.tasks").text,
-              "the task is listed")
-        check("Jævnstrøm · 3 komponenter" in driver.page_source, "the circuit was read")
-
-        # Switch compensation off; the script moves the profile to "Egen".
-        box = driver.find_element(By.CSS_SELECTOR, "input[name=off][value=ac_komp]")
-        driver.execute_script("arguments[0].scrollIntoView()", box)
-        box.click()
-        check(driver.find_element(By.CSS_SELECTOR, "input[name=profile][value=egen]").is_selected(),
-              "ticking a topic chooses the own profile")
-        follow(driver, driver.find_element(By.CSS_SELECTOR, "#profil button.primary"))
-        check(driver.find_element(By.CSS_SELECTOR, "input[name=off][value=ac_komp]").is_selected(),
-              "compensation stays off after saving")
-
-        # A message to the class.
-        field("message").send_keys("Husk lommeregneren til prøven på fredag.")
-        follow(driver, driver.find_element(By.CSS_SELECTOR, "#besked button.primary"))
-        shot("02-class")
+        server, base = start_server(server_bin, tmp)
+        driver = browser(tmp)
+        shot = screenshots(driver, sys.argv[2] if len(sys.argv) > 2 else "")
+        code, class_url = teacher_sets_up_class(driver, base, shot)
+        code = code.replace("-", "")
 
         # The student's copy checks in, fetches and hands in.
         student = Student(base, os.path.join(tmp, "ca.pem"))
@@ -209,14 +232,8 @@ def main():
         driver.get(class_url)
         check(driver.current_url.endswith("/login"), "after signing out the class page asks for a sign-in")
     finally:
-        if driver:
-            driver.quit()
-        if server:
-            server.terminate()
-            server.wait(timeout=10)
-        shutil.rmtree(tmp, ignore_errors=True)
-    print(f"{checks['passed']} passed, {checks['failed']} failed")
-    return 1 if checks["failed"] else 0
+        status = shut_down(driver, server, tmp)
+    return status
 
 
 if __name__ == "__main__":
