@@ -50,6 +50,8 @@ class FreshAppTest : public ::testing::Test {
         return *window;
     }
 
+    template <typename P> P* current() const { return dynamic_cast<P*>(window->currentPage()); }
+
     QTemporaryDir dir;
     std::unique_ptr<app::MainWindow> window;
 };

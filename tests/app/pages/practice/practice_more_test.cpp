@@ -3,6 +3,7 @@
 // of flashcards, and a worksheet saved as a PDF that pdftotext can read.
 #include "tests/app/fake_host.h"
 #include "tests/app/fresh_app.h"
+#include "tests/app/pages/tools/driving.h"
 
 #include "app/pages/practice/eksamenpage.h"
 #include "app/pages/practice/formelkortpage.h"
@@ -32,9 +33,7 @@
 
 namespace {
 
-bool contains(const std::string& text, const std::string& part) {
-    return text.find(part) != std::string::npos;
-}
+using app::test::contains;
 
 // Types into a line edit as on a keyboard, replacing what stood there.
 void type(QLineEdit* edit, const QString& text) {

@@ -14,9 +14,9 @@
 #include "fl/practice/random.h"
 #include "fl/practice/stats.h"
 #include "store/datastore.h"
-#include "tests/app/click_link.h"
 #include "tests/app/fake_host.h"
 #include "tests/app/fresh_app.h"
+#include "tests/app/pages/tools/driving.h"
 
 #include <gtest/gtest.h>
 
@@ -29,9 +29,7 @@
 
 namespace {
 
-bool contains(const std::string& text, const std::string& part) {
-    return text.find(part) != std::string::npos;
-}
+using app::test::contains;
 
 // The facit as a student would type it, with a decimal comma.
 QString typed(double value) {
@@ -51,8 +49,6 @@ class PracticeTest : public FreshAppTest {
         ADD_FAILURE() << "no button " << text.toStdString();
         return nullptr;
     }
-
-    template <typename P> P* current() const { return dynamic_cast<P*>(window->currentPage()); }
 
     // Types the answer and presses Enter, as at the keyboard.
     static std::string answer(app::OvelserPage* page, const QString& text) {

@@ -31,25 +31,11 @@ using app::test::contains;
 using app::test::sheetOf;
 using app::test::type;
 
-std::string noteOf(const app::ToolPage* page) {
-    return fl::htmlToPlain(page->noteView()->markup());
-}
-
-// The page's live figure, whichever machine page it is.
-const app::SvgView* figureOf(const app::ToolPage* page) {
-    return page->findChild<app::SvgView*>();
-}
+using app::test::figureOf;
+using app::test::noteOf;
 
 class MachinePagesTest : public FreshAppTest {
   protected:
-    app::MainWindow& open() {
-        window = std::make_unique<app::MainWindow>();
-        window->resize(1280, 800);
-        window->show();
-        QApplication::processEvents();
-        return *window;
-    }
-    template <typename P> P* current() const { return dynamic_cast<P*>(window->currentPage()); }
     app::test::FakeHost host;
 };
 
@@ -249,48 +235,6 @@ TEST_F(MachinePagesTest, compensationNetSetsTheVoltageAndTheBank) {
     ASSERT_EQ(host.results.size(), 2u);
     EXPECT_EQ(host.results[0].unit, "F");
     EXPECT_EQ(host.results[1].unit, "VAr");
-}
-
-TEST_F(MachinePagesTest, refusalsShowInTheNoteAndKeepTheForm) {
-    struct Row {
-        const char* name;
-        const char* route;
-        std::vector<std::pair<QString, QString>> typed;
-        const char* message;
-    };
-    const Row rows[] = {
-        {"efficiency above one", "motor", {{"eta", "120"}}, "Virkningsgraden η skal være mellem 0 og 1 (fx 0,87)."},
-        {"two transformer values", "trafo", {{"U_P", "230"}, {"U_S", "12"}},
-         "Udfyld mindst tre af værdierne (fx UP, US og S)."},
-        {"target below the present", "komp", {{"P", "1000"}, {"cosphi1", "0,9"}, {"cosphi2", "0,8"}},
-         "Den ønskede cos φ skal være større end den nuværende – ellers er der intet at kompensere."},
-        {"cos φ above one", "trefase", {{"R", "20"}, {"cosphi", "1,2"}}, "cos φ skal ligge mellem 0 og 1."},
-    };
-    app::MainWindow& w = open();
-    for (const Row& r : rows) {
-        SCOPED_TRACE(r.name);
-        w.navigate(r.route);
-        auto* page = current<app::ToolPage>();
-        ASSERT_NE(page, nullptr);
-        for (const auto& [key, text] : r.typed)
-            page->field(key)->setText(text);
-        QTest::mouseClick(page->runButton(), Qt::LeftButton);
-        EXPECT_FALSE(page->resultArea()->view()->hasContent());
-        EXPECT_TRUE(page->noteView()->isVisible());
-        EXPECT_EQ(noteOf(page), r.message);
-        for (const auto& [key, text] : r.typed)
-            EXPECT_EQ(page->field(key)->text(), text);
-    }
-}
-
-TEST_F(MachinePagesTest, closedMachineToolsShowTheLockedPage) {
-    app::options().off = {"vaerktoj"};
-    app::MainWindow& w = open();
-    for (const char* route : {"komp", "motor", "trafo", "trefase"}) {
-        w.navigate(route);
-        EXPECT_EQ(w.currentRoute(), "laast") << route;
-        EXPECT_EQ(DataStore::instance().getString("locked_page"), route);
-    }
 }
 
 } // namespace

@@ -4,13 +4,13 @@
 // and the demonstration redraws at every slider move.
 #include "tests/app/fake_host.h"
 #include "tests/app/fresh_app.h"
+#include "tests/app/pages/tools/driving.h"
 
 #include "app/pages/tools/acpages.h"
 #include "app/pages/tools/farvepage.h"
 #include "app/pages/tools/smallpages.h"
 #include "app/sheet/resultarea.h"
 #include "app/sheet/sheetview.h"
-#include "app/shell/routes.h"
 #include "app/widgets/figureview.h"
 #include "app/widgets/svgview.h"
 #include "app/widgets/valuefield.h"
@@ -30,13 +30,9 @@
 
 namespace {
 
-bool contains(const std::string& text, const std::string& part) {
-    return text.find(part) != std::string::npos;
-}
-
-std::string sheetOf(app::ToolPage* page) {
-    return fl::stripTags(page->resultArea()->view()->markup());
-}
+using app::test::contains;
+using app::test::noteOf;
+using app::test::sheetOf;
 
 double resultOf(const app::test::FakeHost& host, const QString& name) {
     for (const auto& r : host.results)
@@ -58,48 +54,6 @@ class SmallToolsTest : public FreshAppTest {
   protected:
     app::test::FakeHost host;
 };
-
-TEST_F(SmallToolsTest, everyRouteBuildsItsOwnPage) {
-    const struct {
-        const char* route;
-        bool (*is)(app::Page*);
-    } rows[] = {
-        {"energi", [](app::Page* p) { return dynamic_cast<app::EnergiPage*>(p) != nullptr; }},
-        {"enheder", [](app::Page* p) { return dynamic_cast<app::EnhederPage*>(p) != nullptr; }},
-        {"farve", [](app::Page* p) { return dynamic_cast<app::FarvePage*>(p) != nullptr; }},
-        {"res", [](app::Page* p) { return dynamic_cast<app::ResPage*>(p) != nullptr; }},
-        {"tri", [](app::Page* p) { return dynamic_cast<app::TriPage*>(p) != nullptr; }},
-        {"vec", [](app::Page* p) { return dynamic_cast<app::VecPage*>(p) != nullptr; }},
-        {"ac", [](app::Page* p) { return dynamic_cast<app::AcPage*>(p) != nullptr; }},
-        {"acdemo", [](app::Page* p) { return dynamic_cast<app::AcDemoPage*>(p) != nullptr; }},
-    };
-    for (const auto& r : rows) {
-        SCOPED_TRACE(r.route);
-        std::unique_ptr<app::Page> page(app::createPage(r.route, &host));
-        ASSERT_NE(page, nullptr);
-        EXPECT_TRUE(r.is(page.get()));
-    }
-}
-
-TEST_F(SmallToolsTest, theWindowOpensEachPageUnlessItsTopicIsSwitchedOff) {
-    const struct {
-        const char* route;
-        const char* topic; // the teacher's switch that closes it
-    } rows[] = {{"ac", "vaerktoj"},     {"acdemo", "vaerktoj"}, {"res", "vaerktoj"}, {"energi", "smaa"},
-                {"enheder", "smaa"}, {"farve", "smaa"},      {"tri", "smaa"},     {"vec", "smaa"}};
-    for (const auto& r : rows) {
-        SCOPED_TRACE(r.route);
-        app::options().off = {};
-        window = std::make_unique<app::MainWindow>();
-        window->navigate(r.route);
-        EXPECT_EQ(window->currentRoute(), r.route);
-
-        app::options().off = {r.topic};
-        window = std::make_unique<app::MainWindow>();
-        window->navigate(r.route);
-        EXPECT_EQ(window->currentRoute(), "laast");
-    }
-}
 
 TEST_F(SmallToolsTest, energyPageWorksOutTheSavingAndHandsItToTheStrip) {
     app::EnergiPage page(&host);
@@ -148,7 +102,7 @@ TEST_F(SmallToolsTest, resistorListSaysWhatItReadAndRefusesWhatItCant) {
     EXPECT_TRUE(list->interp->text().contains("kan ikke læses"));
     enter(&page, "liste");
     EXPECT_TRUE(page.noteView()->isVisibleTo(&page));
-    EXPECT_EQ(fl::htmlToPlain(page.noteView()->markup()),
+    EXPECT_EQ(noteOf(&page),
               "Jeg kan ikke læse værdi nr. 3 (»x«). Skriv værdierne adskilt af semikolon, fx 100; 220; 4,7k.");
     EXPECT_EQ(list->edit->property("class").toString(), "err");
 }
