@@ -122,24 +122,6 @@ TEST(SchematicTest, randomTreesGiveValidDrawingsWithOrderedDisjointBoxesInside) 
     }
 }
 
-// Whether the segment from a to b passes through the box (x0, y0)–(x1, y1).
-bool crosses(double ax, double ay, double bx, double by, double x0, double y0, double x1, double y1) {
-    // Clip the segment to the box (Liang–Barsky).
-    double t0 = 0, t1 = 1;
-    const double dx = bx - ax, dy = by - ay;
-    const double p[] = {-dx, dx, -dy, dy}, q[] = {ax - x0, x1 - ax, ay - y0, y1 - ay};
-    for (int i = 0; i < 4; ++i) {
-        if (p[i] == 0) {
-            if (q[i] < 0) return false;
-        } else {
-            const double t = q[i] / p[i];
-            if (p[i] < 0) t0 = std::max(t0, t);
-            else t1 = std::min(t1, t);
-        }
-    }
-    return t0 < t1;
-}
-
 // The editor draws without halos, which only holds while no text of a
 // schematic without results runs over a wire, a plate or a group's frame,
 // whatever the values typed.
@@ -190,7 +172,7 @@ TEST(SchematicTest, withoutResultsNoTextCrossesALine) {
         }
         for (const auto& [text, b] : texts)
             for (const Seg& l : lines)
-                EXPECT_FALSE(crosses(l.ax, l.ay, l.bx, l.by, b[0], b[1], b[2], b[3]))
+                EXPECT_FALSE(testing::segmentCrosses(l.ax, l.ay, l.bx, l.by, b[0], b[1], b[2], b[3]))
                     << "\"" << text << "\" crosses " << l.ax << "," << l.ay << " – " << l.bx << "," << l.by;
     }
 }

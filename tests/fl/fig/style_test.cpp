@@ -49,15 +49,8 @@ TEST_F(StyleTest, classWordsCombineAndTheLaterWordWins) {
         {"wire", " fill=\"none\" stroke=\"#1b1f24\" stroke-width=\"2\" stroke-linejoin=\"round\""},
         // "coil" comes after "wire": its attributes win, the join of "wire" stays.
         {"wire coil", " fill=\"none\" stroke=\"#1b1f24\" stroke-width=\"2\" stroke-linejoin=\"round\""},
-        {"plate", " fill=\"none\" stroke=\"#1b1f24\" stroke-width=\"2.5\""},
         {"plate short", " fill=\"none\" stroke=\"#1b1f24\" stroke-width=\"5\""},
-        {"cur ar", " fill=\"none\" stroke=\"#0b7a75\" stroke-width=\"2.5\""},
-        {"res ah", " fill=\"#2457d6\""},
-        {"gbox gsel", " fill=\"none\" stroke=\"#2457d6\" stroke-width=\"1.2\" stroke-dasharray=\"4 4\""},
-        {"hsel", " fill=\"#e7edfc\""},
         {"hsel hlc", " fill=\"#e7edfc\" stroke=\"#2457d6\" stroke-width=\"2\""},
-        {"dash", " fill=\"none\" stroke=\"#5d6672\" stroke-width=\"1.5\" stroke-dasharray=\"5 4\""},
-        {"seg3", " fill=\"none\" stroke=\"#7048e8\""},
     };
     for (const auto& r : rows) {
         SCOPED_TRACE(r.cls);
@@ -71,9 +64,8 @@ TEST_F(StyleTest, textClassesSetSizeColourAndWeight) {
         double size;
         int colour;
         bool bold, italic;
-    } rows[] = {{"", 15, 2, false, false},     {"hl", 15, 5, true, false},   {"mut", 13.5, 3, false, false},
-                {"vname", 16, 2, true, true},  {"tick tbig", 12.5, 3, false, false},
-                {"glab", 11.5, 3, false, false}, {"glab hl", 11.5, 5, true, false}, {"vl3", 15, 13, false, false}};
+    } rows[] = {{"", 15, 2, false, false}, {"vname", 16, 2, true, true}, {"tick tbig", 12.5, 3, false, false},
+                {"glab hl", 11.5, 5, true, false}};
     for (const auto& r : rows) {
         SCOPED_TRACE(r.cls);
         const TextStyle s = textStyle(r.cls);

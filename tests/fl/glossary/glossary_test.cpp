@@ -47,18 +47,6 @@ TEST(GlossaryTable, sectionsComeInOrderAndEveryEntryIsWhole) {
     EXPECT_EQ(openGlossarySections(allOpen), sections);
 }
 
-TEST(GlossaryTable, theTellingRowStandsAsWritten) {
-    const GlossaryEntry* e = findGlossaryEntry("Spænding");
-    ASSERT_NE(e, nullptr);
-    EXPECT_EQ(e->symbol, "U");
-    EXPECT_EQ(e->unit, "V");
-    EXPECT_EQ(e->formula, "U = I · R");
-    EXPECT_EQ(e->group, "Størrelser og enheder");
-    EXPECT_EQ(e->links, (std::vector<std::string>{"ohm", "kreds"}));
-    EXPECT_EQ(e->text.rfind("Spændingen er den \"trykforskel\"", 0), 0u);
-    EXPECT_NE(e->text.find("Symbolet er U, og enheden er volt (V)."), std::string::npos);
-}
-
 // A teacher's key that names no group or term would switch nothing off.
 TEST(GlossaryTable, everyTeacherKeyClosesSomething) {
     for (const Topic& topic : topics()) {
