@@ -217,6 +217,14 @@ TEST(Solve, worksForwardsAndBackwards) {
          circuit("ac", {leaf("R", "30"), leaf("C")}, {{"U", "100"}, {"cos", "0,6"}}),
          {{"X_C1", 40}, {"I", 2}, {"phi", std::acos(0.6) * 180 / M_PI}},
          0},
+        {"one resistor from U and I", circuit("dc", {leaf("R")}, {{"U", "10"}, {"I", "2"}}), {{"R1", 5}}, 0},
+        {"a resistor in a parallel from its current",
+         circuit("dc", {group("P", {leaf("R", "6"), known(leaf("R"), "", "3")})}, {{"U", "12"}}),
+         {{"R2", 4}},
+         0},
+        {"a coil from U and I", circuit("ac", {leaf("R", "30"), leaf("L")}, {{"U", "100"}, {"I", "2"}}),
+         {{"X_L1", 40}},
+         0},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -236,37 +244,12 @@ TEST(Solve, worksForwardsAndBackwards) {
         } else {
             EXPECT_EQ(s.searchSteps.size(), row.searched > 0 ? 2u : 0u);
         }
-    }
-}
-
-TEST(Solve, findsWhatTheGivensDetermineWithoutSearching) {
-    struct Row {
-        const char* name;
-        Circuit c;
-        std::string symbol;
-        double value;
-    };
-    const Row rows[] = {
-        {"one resistor from U and I", circuit("dc", {leaf("R")}, {{"U", "10"}, {"I", "2"}}), "R1", 5},
-        {"a voltage from a power", circuit("dc", {leaf("R", "4"), leaf("R", "2")}, {{"P", "24"}}), "U", 12},
-        {"a resistor in a parallel from its current",
-         circuit("dc", {group("P", {leaf("R", "6"), known(leaf("R"), "", "3")})}, {{"U", "12"}}), "R2", 4},
-        {"a coil from U and I", circuit("ac", {leaf("R", "30"), leaf("L")}, {{"U", "100"}, {"I", "2"}}), "X_L1",
-         40},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        Circuit c = row.c;
-        const Sheet s = computeSheet(c);
-        ASSERT_EQ(s.error, "");
-        EXPECT_TRUE(s.unknowns.empty());
-        EXPECT_TRUE(s.searchSteps.empty());
-        EXPECT_TRUE(s.mismatches.empty());
-        ASSERT_TRUE(s.values.count(row.symbol));
-        EXPECT_NEAR(s.values.at(row.symbol), row.value, 1e-9 * row.value);
-        EXPECT_FALSE(s.steps.empty());
-        for (const CircuitStep& st : s.steps)
-            EXPECT_EQ(st.title.find("prøver sig frem"), std::string::npos);
+        // What the givens determine is worked out in closed steps, never by trying.
+        if (row.searched == 0) {
+            EXPECT_FALSE(s.steps.empty());
+            for (const CircuitStep& st : s.steps)
+                EXPECT_EQ(st.title.find("prøver sig frem"), std::string::npos);
+        }
     }
 }
 

@@ -7,15 +7,13 @@
 #include "fl/practice/random.h"
 #include "store/datastore.h"
 #include "tests/fl/expr/settings_fixture.h"
+#include "tests/fl/practice/temp_store.h"
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 
 namespace fl {
 namespace {
-
-namespace fs = std::filesystem;
 
 constexpr double kT0 = 1'741'950'000'000.0;
 
@@ -190,28 +188,21 @@ TEST(CardsDecks, boxesCountEachBoxAndWhatIsReady) {
               std::string::npos);
 }
 
-// The store in a fresh file per test, and the process-wide copy forgotten.
-class CardsStoreTest : public ::testing::Test {
+// The process-wide copy of the cards is forgotten with the store.
+class CardsStoreTest : public TempStoreTest {
   protected:
     void SetUp() override {
-        std::string tmpl = (fs::temp_directory_path() / "cards_test_XXXXXX").string();
-        dir_ = mkdtemp(tmpl.data());
-        DataStore::instance().resetForTest();
-        DataStore::instance().setPath((dir_ / "data.json").string());
+        TempStoreTest::SetUp();
         reloadCardStates();
     }
     void TearDown() override {
-        DataStore::instance().resetForTest();
-        reloadCardStates();
-        fs::remove_all(dir_);
-    }
-    void restart() {
-        DataStore::instance().resetForTest();
-        DataStore::instance().setPath((dir_ / "data.json").string());
-        ASSERT_TRUE(DataStore::instance().load());
+        TempStoreTest::TearDown();
         reloadCardStates();
     }
-    fs::path dir_;
+    void restart() override {
+        TempStoreTest::restart();
+        reloadCardStates();
+    }
 };
 
 TEST_F(CardsStoreTest, statesSurviveARestart) {

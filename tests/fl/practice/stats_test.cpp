@@ -3,17 +3,14 @@
 #include "fl/practice/stats.h"
 
 #include "store/datastore.h"
+#include "tests/fl/practice/temp_store.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
 #include <limits>
 
 namespace fl {
 namespace {
-
-namespace fs = std::filesystem;
 
 TEST(Stats, levelsByShareOfRightAnswers) {
     struct Row {
@@ -145,26 +142,7 @@ TEST(Stats, aTextProblemsScenarioReadsAsItsTitle) {
     EXPECT_EQ(sum.at("answered").asNumber(), 3);
 }
 
-// The store in a fresh file per test.
-class StatsStoreTest : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        std::string tmpl = (fs::temp_directory_path() / "stats_test_XXXXXX").string();
-        dir_ = mkdtemp(tmpl.data());
-        DataStore::instance().resetForTest();
-        DataStore::instance().setPath((dir_ / "data.json").string());
-    }
-    void TearDown() override {
-        DataStore::instance().resetForTest();
-        fs::remove_all(dir_);
-    }
-    void restart() {
-        DataStore::instance().resetForTest();
-        DataStore::instance().setPath((dir_ / "data.json").string());
-        ASSERT_TRUE(DataStore::instance().load());
-    }
-    fs::path dir_;
-};
+using StatsStoreTest = TempStoreTest;
 
 TEST_F(StatsStoreTest, answersSurviveARestart) {
     recordAnswer("ohm", "Jævnstrøm", true);

@@ -168,6 +168,20 @@ TEST_F(Walkthrough, everyFormulaStepNamesItsPage) {
     }
 }
 
+// Each kind of step cites the page of the book its formula stands on.
+TEST_F(Walkthrough, stepsCiteThePageOfTheirFormula) {
+    Circuit c = circuit("ac", {leaf("R", "100"), leaf("L", "0,5", "20"), leaf("C", "10u")}, {{"U", "230"}});
+    const Sheet s = computeSheet(c);
+    ASSERT_EQ(s.error, "");
+    std::map<std::string, std::string> pages;
+    for (const CircuitStep& st : s.steps)
+        pages[st.target] = st.pages;
+    const std::pair<const char*, const char*> rows[] = {
+        {"X_L1", "11"}, {"Z_L1", "18"}, {"X_C1", "15"}, {"Z", "12"}, {"P", "13"}, {"phi", "8"}};
+    for (const auto& [target, page] : rows)
+        EXPECT_EQ(pages[target], page) << target;
+}
+
 TEST_F(Walkthrough, whyTextsTakeTheFirstKeyInTheirOrder) {
     struct Row {
         const char* title;
