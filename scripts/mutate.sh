@@ -51,7 +51,7 @@ recent-key-renamed@@store/keys.h@@Recent[] = "recent";@@Recent[] = "recents";@@a
 practice-stats-key-renamed@@store/keys.h@@OvStats[] = "ov_stats";@@OvStats[] = "ov_stat";@@practice_test
 recent-list-seven@@app/shell/visits.cpp@@kRecentMax = 6;@@kRecentMax = 7;@@app_test
 calculators-open-formula-finder@@app/shell/routes.cpp@@return new FinderPage(1, h);@@return new FinderPage(0, h);@@app_test pages_test
-capacitor-step-wrong-page@@fl/circuit/steps.cpp@@")", "15", n);@@")", "16", n);@@circuit_test
+capacitor-step-wrong-page@@fl/circuit/steps.cpp@@")", "15", n);@@")", "16", n);@@circuit_test circuit_sheets_test
 labels-may-overlap@@fl/fig/place.cpp@@if (t.overlaps(spaced)) return false;@@if (false && t.overlaps(spaced)) return false;@@fig_test
 prefix-diagnosis-hundred@@fl/practice/judge.cpp@@c.push_back({f * 1000, "Dit svar@@c.push_back({f * 100, "Dit svar@@practice_test
 flashcard-box-four-eight-days@@fl/practice/cards.cpp@@{0, 1, 3, 7, 16}@@{0, 1, 3, 8, 16}@@practice_test
