@@ -97,7 +97,7 @@ TEST_F(ToolPagesTest, refusalsShowInTheNoteMarkTheFieldsAndKeepTheForm) {
         {"efficiency above one", "motor", {{"eta", "120"}}, "Virkningsgraden η skal være mellem 0 og 1 (fx 0,87).", {}},
         {"two transformer values", "trafo", {{"U_P", "230"}, {"U_S", "12"}},
          "Udfyld mindst tre af værdierne (fx UP, US og S).", {}},
-        {"target below the present", "komp", {{"P", "1000"}, {"cosphi1", "0,9"}, {"cosphi2", "0,8"}},
+        {"target below the present", "komp", {{"U", "230"}, {"P", "1000"}, {"cosphi1", "0,9"}, {"cosphi2", "0,8"}},
          "Den ønskede cos φ skal være større end den nuværende – ellers er der intet at kompensere.", {}},
         {"cos φ above one", "trefase", {{"R", "20"}, {"cosphi", "1,2"}}, "cos φ skal ligge mellem 0 og 1.", {}},
     };
