@@ -43,6 +43,7 @@ void put(Canvas& cv, double x, double y, const Label& l, const char* anchor = "m
 
 // A line in a palette slot: the triangle's grey and blue sides.
 void stroke(Canvas& cv, Pt a, Pt b, int slot, double width) {
+    if (cv.space) cv.space->segment(a, b);
     cv.raw("<line x1=\"" + num(a.x) + "\" y1=\"" + num(a.y) + "\" x2=\"" + num(b.x) + "\" y2=\"" + num(b.y) +
            "\" stroke=\"" + figColors().slot[slot] + "\" stroke-width=\"" + num(width) +
            "\" stroke-linecap=\"round\"/>");
@@ -84,14 +85,17 @@ FigureOut compensationFigure(const MachineValues& v) {
     out.w = 540, out.h = 300;
     Canvas cv;
     cv.setBounds(out.w, out.h);
+    cv.keepSpace();
     // True to scale: P along the foot, Q upright, in the room left of the labels.
     const double x0 = 56, yb = 236, roomW = 290, roomH = 196;
     const double s = std::min(roomW / p, roomH / q1);
     const Pt o{x0, yb}, foot{x0 + p * s, yb}, top1{foot.x, yb - q1 * s},
         top2{foot.x, yb - std::max(q2, 0.0) * s};
 
-    cv.bow(o.x, o.y, 78, 0, phi1, "thin");
-    cv.bow(o.x, o.y, 50, 0, phi2, "ang");
+    // The smaller angle has the wider bow, so that each name can stand by its own bow.
+    const double r1 = 50, r2 = 78;
+    cv.bow(o.x, o.y, r1, 0, phi1, "thin");
+    cv.bow(o.x, o.y, r2, 0, phi2, "ang");
     stroke(cv, o, top1, 3, 2.5);
     stroke(cv, top2, top1, 3, 2.5);
     stroke(cv, o, top2, 5, 3.5);
@@ -107,25 +111,63 @@ FigureOut compensationFigure(const MachineValues& v) {
     const Label lp = label(v, "P", "W"), l1 = label(v, "Q1", "VAr"), l2 = label(v, "Q2", "VAr"),
                 lc = label(v, "QC", "VAr");
     put(cv, (o.x + foot.x) / 2, yb + 20, lp);
-    cv.text(bx + 10, top1.y - 4, l1.text, "start", "mut");
-    cv.text(bx + 10, (top1.y + top2.y) / 2 + 6, lc.text, "start", "t2");
-    cv.text(bx + 10, std::min(yb - 10, (yb + top2.y) / 2 + 10), l2.text, "start", "hl");
-    // The hypotenuses' labels just above their lines, a little past the middle.
+    // Beside the bracket, each at the first place clear of the others.
+    const double mc = (top1.y + top2.y) / 2;
+    cv.textAmong(
+        {{bx + 10, top1.y - 4, "start"}, {bx + 10, top1.y - 14, "start"}, {bx + 10, top1.y - 26, "start"}},
+        l1.text, "mut");
+    cv.textAmong({{bx + 10, mc + 6, "start"},
+                  {bx + 10, mc + 16, "start"},
+                  {bx + 10, top2.y + 12, "start"},
+                  {bx + 10, top2.y + 24, "start"}},
+                 lc.text, "t2");
+    const double m2 = std::min(yb - 10, (yb + top2.y) / 2 + 10);
+    cv.textAmong({{bx + 10, m2, "start"},
+                  {bx + 10, m2 + 14, "start"},
+                  {bx + 10, m2 - 14, "start"},
+                  {bx + 10, yb - 4, "start"}},
+                 l2.text, "hl");
+    // The hypotenuses' labels beside their lines, above first, past the middle.
     const auto along = [&](Pt end, double at, double off) {
         const double len = std::hypot(end.x - o.x, end.y - o.y);
         const double nx = (end.y - o.y) / len, ny = -(end.x - o.x) / len; // to the upper left
         return Pt{o.x + (end.x - o.x) * at + nx * off, o.y + (end.y - o.y) * at + ny * off};
     };
-    const Pt s1 = along(top1, 0.45, 14), s2 = along(top2, 0.62, 17);
-    cv.text(s1.x, s1.y, label(v, "S1", "VA").text, "end", "mut");
-    cv.text(s2.x, s2.y, label(v, "S2", "VA").text, "end", "hl");
-    // φ₂ inside its own angle, φ₁ just outside S₁ so the two never meet.
-    const auto angleText = [&](double deg, double r, const std::string& text, const char* anchor,
-                               const char* cls) {
-        cv.text(o.x + r * std::cos(deg * kDeg), o.y - r * std::sin(deg * kDeg), text, anchor, cls);
+    const auto beside = [&](Pt end, std::initializer_list<double> offsets) {
+        std::vector<Canvas::Spot> spots;
+        for (const bool turned : {false, true})
+            for (double off : offsets)
+                for (double at : {0.5, 0.62, 0.4, 0.75, 0.3}) {
+                    const Pt s = along(end, at, off);
+                    spots.push_back({s.x, s.y, (off > 0) != turned ? "end" : "start"});
+                }
+        return spots;
     };
-    angleText(std::min(phi1 + 8, 88.0), 86, "φ<sub>1</sub> = " + fmtNumber(phi1, 4) + "°", "end", "mut");
-    angleText(phi2 / 2, 56, "φ<sub>2</sub> = " + fmtNumber(phi2, 4) + "°", "start", "hl");
+    cv.textAmong(beside(top1, {14, 24, -14}), label(v, "S1", "VA").text, "mut");
+    cv.textAmong(beside(top2, {17, -14, 27, -24}), label(v, "S2", "VA").text, "hl");
+    // φ₁ just outside its hypotenuse by its bow; φ₂ in its own sector beyond its bow.
+    const auto polar = [&](double deg, double r) {
+        return Pt{o.x + r * std::cos(deg * kDeg), o.y - r * std::sin(deg * kDeg)};
+    };
+    std::vector<Canvas::Spot> spots1;
+    for (double r : {r1 + 8, r1 + 20, r1 + 34, r1 - 4})
+        for (double turn : {8.0, 14.0}) {
+            const Pt at = polar(std::min(phi1 + turn, 88.0), r);
+            spots1.push_back({at.x, at.y, "end"});
+        }
+    cv.textAmong(spots1, "φ<sub>1</sub> = " + fmtNumber(phi1, 4) + "°", "mut");
+    std::vector<Canvas::Spot> spots2;
+    for (double r : {r2 + 8, r2 + 18, r2 + 30, r2 + 46, r2 + 64})
+        for (double share : {0.5, 0.35, 0.65}) {
+            const Pt at = polar(phi2 * share, r);
+            spots2.push_back({at.x, at.y, "start"});
+        }
+    // Where the sector is too narrow: below the foot, by the bow's end.
+    for (double y : {yb + 14, yb + 38}) {
+        spots2.push_back({o.x + r2, y, "middle"});
+        spots2.push_back({o.x + r2 + 20, y, "start"});
+    }
+    cv.textAmong(spots2, "φ<sub>2</sub> = " + fmtNumber(phi2, 4) + "°", "hl");
 
     out.body = cv.body();
     out.caption = "Effekttrekanten før (grå) og efter kompensering (blå): kondensatorerne fjerner " +

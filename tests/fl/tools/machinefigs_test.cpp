@@ -4,10 +4,12 @@
 
 #include "fl/fig/style.h"
 #include "tests/fl/expr/settings_fixture.h"
+#include "tests/fl/fig/svg_check.h"
 #include "tests/fl/tools/tool_run.h"
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <regex>
 
 namespace fl {
@@ -78,6 +80,46 @@ TEST_F(MachineFigsTest, valuesShowAsKnownFoundOrUnknown) {
     const MachineValues c{
         {{"P", 1000}, {"Q1", 1020.2}, {"Q2", 328.68}, {"QC", 691.52}, {"phi1", 45.573}, {"phi2", 18.195}}, {}};
     EXPECT_TRUE(contains(compensationFigure(c).caption, "kondensatorerne fjerner 691,52 VAr af den reaktive effekt"));
+}
+
+// The power triangle before and after: whatever the two angles, far apart,
+// close together or the second gone, no text runs over a line, a bow or
+// another text; φ₁ never stands in φ₂'s sector, and φ₂ stays in its own or
+// just below the foot.
+TEST_F(MachineFigsTest, compensationLabelsKeepClearAndByTheirOwnAngles) {
+    const double deg = 0.017453292519943295;
+    const struct {
+        double phi1, phi2, p;
+    } rows[] = {{45.573, 18.195, 1000}, {36, 31, 1000},   {25.8, 24.5, 1000}, {60, 5, 1000},
+                {80, 40, 12345.6},      {36.87, 0, 2000}, {12, 11, 98765},    {70, 69, 0.5}};
+    for (const auto& r : rows) {
+        SCOPED_TRACE(std::to_string(r.phi1) + "° → " + std::to_string(r.phi2) + "°");
+        const double q1 = r.p * std::tan(r.phi1 * deg), q2 = r.p * std::tan(r.phi2 * deg);
+        const FigureOut f = compensationFigure(
+            {{{"P", r.p}, {"Q1", q1}, {"Q2", q2}, {"QC", q1 - q2}, {"phi1", r.phi1}, {"phi2", r.phi2}},
+             {"QC", "Q2"}});
+        const std::string svg = svgDocument(f);
+        ASSERT_EQ(testing::svgProblem(svg), "");
+        EXPECT_EQ(testing::labelClashes(svg, f.w, f.h), "") << svg;
+        // The foot's left end is the corner of both angles.
+        double ox = NAN, oy = NAN;
+        std::map<std::string, std::pair<double, double>> names;
+        const auto elements = testing::svgElements(svg);
+        for (size_t i = 0; i + 1 < elements.size(); ++i) {
+            const auto& e = elements[i];
+            if (e.tag == "line" && std::isnan(ox) && e.num("y1") == e.num("y2") &&
+                e.attrs.at("stroke-width") == "2")
+                ox = e.num("x1"), oy = e.num("y1");
+            if (e.tag == "text" && !e.has("stroke") && e.text == "φ")
+                names[elements[i + 1].text] = {e.num("x") + 4, e.num("y") - 0.35 * e.num("font-size")};
+        }
+        ASSERT_EQ(names.size(), 2u) << svg;
+        const auto angle = [&](std::pair<double, double> p) {
+            return std::atan2(oy - p.second, p.first - ox) / deg;
+        };
+        EXPECT_GT(angle(names["1"]), r.phi2) << "φ₁ in φ₂'s sector";
+        EXPECT_LT(angle(names["2"]), std::max(r.phi2, 0.0) + 0.5) << "φ₂ above its sector";
+    }
 }
 
 } // namespace
