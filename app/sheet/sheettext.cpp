@@ -193,6 +193,31 @@ qsizetype divEnd(const QString& text, qsizetype tagEnd) {
     }
 }
 
+QString holdChipsTogether(const QString& html) {
+    static const QRegularExpression chip(QStringLiteral("(<a class=\"hchip\"[^>]*>)(.*?)</a>"));
+    static const QRegularExpression tagOrBlank(QStringLiteral("<[^>]*>| "));
+    QString out;
+    qsizetype at = 0;
+    for (QRegularExpressionMatchIterator it = chip.globalMatch(html); it.hasNext();) {
+        const QRegularExpressionMatch m = it.next();
+        out += QStringView(html).mid(at, m.capturedStart(2) - at);
+        const QString text = m.captured(2);
+        QString inner;
+        qsizetype from = 0;
+        for (QRegularExpressionMatchIterator t = tagOrBlank.globalMatch(text); t.hasNext();) {
+            const QRegularExpressionMatch piece = t.next();
+            inner += QStringView(text).mid(from, piece.capturedStart() - from);
+            inner += piece.captured() == QLatin1String(" ") ? QStringLiteral("&nbsp;") : piece.captured();
+            from = piece.capturedEnd();
+        }
+        inner += QStringView(text).mid(from);
+        out += inner;
+        at = m.capturedEnd(2);
+    }
+    out += QStringView(html).mid(at);
+    return out;
+}
+
 int countSteps(const QString& html) {
     int n = 0;
     for (qsizetype p = findDiv(html, 0, u"step"); p >= 0; p = findDiv(html, p + 4, u"step"))

@@ -24,6 +24,10 @@ qsizetype divEnd(const QString& text, qsizetype tagEnd);
 
 int countSteps(const QString& html);
 
+// The blanks inside each a.hchip's text become non-breaking, so that a chip
+// never parts over two lines ("Energi og | pris" reads as two chips).
+QString holdChipsTogether(const QString& html);
+
 // Each div.card becomes a framed one-cell table in `line` on `panel`.
 QString wrapCards(const QString& html, const ThemeColors& c);
 // A figure's image tag exactly as the markup writes it: name, width, height.

@@ -13,17 +13,6 @@ namespace {
 
 const char* const kMinus = "−"; // U+2212, never a hyphen on screen
 
-// "cos φ" is a quantity of its own, but its function name stands upright
-// like every other: only the angle leans.
-std::string varHtml(const std::string& name) {
-    const std::string display = symbolDisplay(name);
-    for (const char* fn : {"cos ", "sin ", "tan "})
-        if (display.rfind(fn, 0) == 0)
-            return "<span class=\"fn\">" + display.substr(0, 3) + "</span> <span class=\"v\">" +
-                   display.substr(4) + "</span>";
-    return "<span class=\"v\">" + display + "</span>";
-}
-
 std::string renderNum(const Node& n) {
     if (n.hasLiteral) return n.literal;
     std::string s = fmtNumber(n.value);
@@ -84,8 +73,6 @@ std::string renderPow(const Node& n, bool tall) {
 std::string renderFunc(const Node& n, bool tall) {
     if (n.name == "sqrt") {
         if (tall) return "<span class=\"sq\">√<span class=\"rad\">" + render(n.arg, false) + "</span></span>";
-        // √3 and √R read as they are written; anything longer keeps its brackets.
-        if (isBareBase(n.arg)) return "√" + render(n.arg, false);
         return "√(" + render(n.arg, false) + ")";
     }
     std::string arg = render(n.arg, tall);
@@ -121,7 +108,7 @@ std::string render(const NodePtr& node, bool tall) {
     case NodeKind::Pi:
         return "π";
     case NodeKind::Var:
-        return varHtml(node->name);
+        return "<span class=\"v\">" + symbolDisplay(node->name) + "</span>";
     case NodeKind::Sum:
         return renderSum(*node, tall);
     case NodeKind::Prod:

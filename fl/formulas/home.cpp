@@ -43,14 +43,6 @@ void group(std::string& html, const std::string& title, const std::string& body)
     html += "<h3 class=\"sh\">" + title + "</h3>" + body;
 }
 
-// A chip's words held together: a chip broken over two lines reads as two.
-std::string unbroken(const std::string& words) {
-    std::string out;
-    for (char c : words)
-        out += c == ' ' ? std::string("&nbsp;") : std::string(1, c);
-    return out;
-}
-
 } // namespace
 
 std::string iconKeyImageRef(const std::string& key, const std::string& colour, int px) {
@@ -119,7 +111,7 @@ std::string chipRow(const std::vector<std::string>& routes, const OpenRoute& ope
     for (const std::string& route : routes) {
         const Tile* tile = findFamilyOrTile(route);
         if (!tile || (open && !open(route))) continue;
-        chips += "<a class=\"hchip\" href=\"go:" + route + "\">&nbsp;" + unbroken(tile->name) + "&nbsp;</a>&nbsp; ";
+        chips += "<a class=\"hchip\" href=\"go:" + route + "\">&nbsp;" + tile->name + "&nbsp;</a>&nbsp; ";
     }
     return chips.empty() ? std::string() : "<p class=\"chips\">" + chips + "</p>";
 }
@@ -144,7 +136,7 @@ std::string formulaChips(const OpenRoute& open) {
             if (f.group != name || f.topic.empty() || met.count(f.topic) || (open && !open(f.key))) continue;
             met.insert(f.topic);
             chips += "<a class=\"hchip\" href=\"go:" + f.key + "\">&nbsp;<span class=\"crumb\">" + label +
-                     "</span>&nbsp;" + unbroken(f.topic) + "&nbsp;</a>&nbsp; ";
+                     "</span> " + f.topic + "&nbsp;</a>&nbsp; ";
         }
     }
     return chips;

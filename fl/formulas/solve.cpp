@@ -33,9 +33,8 @@ double snapZero(double v) {
     return std::fabs(v) < kZero ? 0.0 : v;
 }
 
-// As the formula writes it, so that "cos φ" reads alike in both.
 std::string symbol(const std::string& name) {
-    return render(makeVar(name), false);
+    return varSpan(symbolDisplay(name));
 }
 
 std::string hint(const std::string& html) {

@@ -1,6 +1,7 @@
 #include "app/pages/formulas/finderpage.h"
 
 #include "app/pages/formulas/homepage.h"
+#include "app/sheet/sheettext.h"
 #include "app/sheet/sheetview.h"
 #include "app/shell/options.h"
 #include "app/shell/pagehost.h"
@@ -118,7 +119,9 @@ void FinderPage::draw() {
         s.mode = mode;
         s.open = openRoutes();
         s.look = tileLook();
-        return fl::takeRender(fl::finderMarkup(s));
+        fl::RenderResult r = fl::takeRender(fl::finderMarkup(s));
+        r.html = holdChipsTogether(QString::fromStdString(r.html)).toStdString();
+        return r;
     });
 }
 

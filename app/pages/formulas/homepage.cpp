@@ -1,5 +1,6 @@
 #include "app/pages/formulas/homepage.h"
 
+#include "app/sheet/sheettext.h"
 #include "app/sheet/sheetview.h"
 #include "app/shell/locks.h"
 #include "app/shell/options.h"
@@ -47,7 +48,9 @@ fl::RenderResult HomePage::render() {
     s.somethingOff = !options().off.empty();
     s.profileLabel = profileLabel(options().profile).toStdString();
     s.look = tileLook();
-    return fl::takeRender(fl::homeMarkup(s));
+    fl::RenderResult r = fl::takeRender(fl::homeMarkup(s));
+    r.html = holdChipsTogether(QString::fromStdString(r.html)).toStdString();
+    return r;
 }
 
 void HomePage::onEnter() {

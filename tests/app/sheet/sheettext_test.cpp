@@ -289,3 +289,12 @@ TEST(SheetText, longSheetsAreCutBetweenTopLevelTablesOnly) {
     EXPECT_EQ(html.mid(cuts[1], 13), "<table><tr><t");
     EXPECT_EQ(html.mid(cuts[2]), "<table></table>");
 }
+
+TEST(SheetText, chipsHoldTogetherButTheirTagsAndTheTextAroundThemDoNot) {
+    const QString html = QStringLiteral(
+        "<p>Energi og pris</p><a class=\"hchip\" href=\"go:energi\">&nbsp;<span class=\"crumb\">El</span> "
+        "Energi og pris&nbsp;</a>&nbsp; <a class=\"chip\" href=\"go:x\">to ord</a>");
+    EXPECT_EQ(app::holdChipsTogether(html).toStdString(),
+              "<p>Energi og pris</p><a class=\"hchip\" href=\"go:energi\">&nbsp;<span class=\"crumb\">El</span>&nbsp;"
+              "Energi&nbsp;og&nbsp;pris&nbsp;</a>&nbsp; <a class=\"chip\" href=\"go:x\">to ord</a>");
+}

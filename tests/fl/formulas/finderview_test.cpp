@@ -76,7 +76,7 @@ TEST(FinderMarkup, routeChipsForTheOpenTools) {
         std::vector<std::string> hidden;
     };
     const Row rows[] = {
-        {"all open", {}, {"go:res\">&nbsp;Modstande&nbsp;i&nbsp;serie&nbsp;/&nbsp;parallel&nbsp;", "go:kreds\">"}, {}},
+        {"all open", {}, {"go:res\">&nbsp;Modstande i serie / parallel&nbsp;", "go:kreds\">"}, {}},
         {"one closed", {"res"}, {"go:kreds\">"}, {"go:res\""}},
         {"all closed", {"res", "kreds"}, {}, {"Lad programmet regne det", "go:res\"", "go:kreds\""}},
     };

@@ -311,19 +311,6 @@ TEST_F(SolveTest, knownValuesShowWhatTheStudentTyped) {
     }
 }
 
-// "cos φ" given, wanted or in the formula: the function name stands upright
-// in every block, never once leaning with the angle.
-TEST_F(SolveTest, aQuantityNamedAfterAFunctionReadsAlikeInEveryBlock) {
-    for (const char* target : {"P", "cosphi"}) {
-        SCOPED_TRACE(target);
-        std::map<std::string, double> values{{"U_N", 400}, {"I_N", 16}, {"cosphi", 0.85}, {"P", 9422.4}};
-        values.erase(target);
-        const Solved s = solve(family("tfP"), values, target);
-        EXPECT_FALSE(contains(s.html, "<span class=\"v\">cos")) << s.html;
-        EXPECT_TRUE(contains(s.html, "<span class=\"fn\">cos</span> <span class=\"v\">φ</span>"));
-    }
-}
-
 TEST_F(SolveTest, anglesAreShownAsAngles) {
     const Solved s = solve(family("segment"), {{"r", 2}, {"V", 30}}, "A");
     EXPECT_TRUE(contains(s.block("Sæt tallene ind og regn ud")->body, "(π · 30°) / 180"));

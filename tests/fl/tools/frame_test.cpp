@@ -126,7 +126,7 @@ TEST_F(FrameTest, evaluateStepWritesFormulaNumbersEachRoundAndTheResult) {
          "I=[P / (U · cos φ)]=[1000 / (230 · 0,9)]=[1000 / 207]=4,8309 A"},
         {"given as typed", "Z_net", "U_N/(sqrt(3)*Ik_fr)", {{"U_N", 400}, {"Ik_fr", 16000}}, {{"Ik_fr", "16k"}}, "Ω",
          400 / (std::sqrt(3.0) * 16000),
-         "Z_net=[U_N / (√3 · I_k,FR)]=[400 / (√3 · 16k)]=[400 / (1,7321 · 16k)]=[400 / 27713]=14,434 mΩ"},
+         "Z_net=[U_N / (√(3) · I_k,FR)]=[400 / (√(3) · 16k)]=[400 / (1,7321 · 16k)]=[400 / 27713]=14,434 mΩ"},
         {"no arithmetic left after the numbers", "L", "l", {{"l", 30}}, {}, "m", 30, "L=l=30 m"},
         {"tiny result is zero", "d", "a-b", {{"a", 1 + 1e-13}, {"b", 1}}, {}, "V", 0, ""},
     };
