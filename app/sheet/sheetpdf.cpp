@@ -114,31 +114,34 @@ QString markKeeps(const QString& html, QList<Keep>* kinds) {
     return out;
 }
 
-// Moves each marked block that a page boundary would cut to the top of the
-// next page, unless it is taller than a page anyway.
-//
-// Every change of a format lays the rest of the document out again, so one
-// change per block is quadratic in a long sheet (forty worked solutions took
-// seconds). The breaks are planned from one layout instead: a break moves
-// everything after it down by about the same amount, so later blocks are
-// judged at their shifted place, and the breaks of a round go in one edit.
-// The plan is only as good as that estimate (a table lands a few points off),
-// so a round stops at the first block that lies too near a page boundary to
-// tell, and the next round measures again.
-void keepTogether(QTextDocument& doc, const QList<Keep>& kinds) {
-    if (kinds.isEmpty()) return;
-    const double page = doc.pageSize().height();
-    const double pageTop = doc.rootFrame()->frameFormat().topMargin();
+// Where the pages end, in document coordinates, from one layout without
+// pages. Qt's own pages only move lines, so keeping blocks whole through them
+// meant setting breaks and laying the rest out again, round after round; here
+// the document is laid out once and cut: a page ends at the last place above
+// its foot that lies inside no line and no kept span shorter than a page, and
+// a forced break ends it early. The returned list begins with 0 and ends with
+// the document's height.
+std::vector<double> pageCuts(QTextDocument& doc, const QList<Keep>& kinds, double page) {
+    QAbstractTextDocumentLayout* layout = doc.documentLayout();
+    const double height = layout->documentSize().height();
+    struct Span {
+        double top, bottom;
+    };
+    std::vector<Span> lines, keeps;
+    std::vector<double> forced;
     QMap<QString, int> at; // anchor name → document position
-    for (QTextBlock b = doc.begin(); b.isValid(); b = b.next())
+    for (QTextBlock b = doc.begin(); b.isValid(); b = b.next()) {
+        const QRectF r = layout->blockBoundingRect(b);
+        if (b.blockFormat().pageBreakPolicy() & QTextFormat::PageBreak_AlwaysBefore) forced.push_back(r.top());
+        if (const QTextLayout* tl = b.layout())
+            for (int i = 0; i < tl->lineCount(); ++i) {
+                const QTextLine line = tl->lineAt(i);
+                lines.push_back({r.top() + line.y(), r.top() + line.y() + line.height()});
+            }
         for (auto it = b.begin(); !it.atEnd(); ++it)
             for (const QString& name : it.fragment().charFormat().anchorNames())
                 at.insert(name, it.fragment().position());
-    struct Span {
-        QTextBlock first, last;
-        bool step = false;
-    };
-    std::vector<Span> keeps;
+    }
     for (int i = 0; i < kinds.size(); ++i) {
         // A lead reaches to the end of the kept block that follows it, if no other lead comes first.
         const bool lead = kinds[i] == Keep::Lead;
@@ -146,51 +149,55 @@ void keepTogether(QTextDocument& doc, const QList<Keep>& kinds) {
         const auto first = at.constFind(QStringLiteral("keep%1").arg(i));
         const auto after = at.constFind(QStringLiteral("keepend%1").arg(lead ? i + 1 : i));
         if (first == at.constEnd() || after == at.constEnd()) continue;
-        const Span k{doc.findBlock(*first), doc.findBlock(*after), kinds[i] == Keep::Step};
-        if (k.first.isValid() && k.last.isValid()) keeps.push_back(k);
+        const QTextBlock firstBlock = doc.findBlock(*first), lastBlock = doc.findBlock(*after);
+        if (!firstBlock.isValid() || !lastBlock.isValid()) continue;
+        // A step moves with its whole table: the number column starts it.
+        QTextTable* table = kinds[i] == Keep::Step ? QTextCursor(firstBlock).currentTable() : nullptr;
+        const double top =
+            table ? layout->frameBoundingRect(table).top() : layout->blockBoundingRect(firstBlock).top();
+        const double bottom = layout->blockBoundingRect(lastBlock).bottom();
+        if (bottom - top < page) keeps.push_back({top, bottom});
     }
-    constexpr double kErrorPerBreak = 16; // how far a planned place may be off, per break before it
-    QAbstractTextDocumentLayout* layout = doc.documentLayout();
-    size_t from = 0; // the keeps before it are settled
-    // Each round settles at least one more keep: with nothing planned yet every
-    // place is measured, so the first break or the end always comes.
-    while (from < keeps.size()) {
-        double shift = 0;
-        int breaks = 0;
-        QTextCursor edit(&doc);
-        edit.beginEditBlock();
-        size_t i = from;
-        for (; i < keeps.size(); ++i) {
-            const Span& k = keeps[i];
-            // What moves: a step's whole table, or the block itself.
-            QTextCursor cursor(k.first);
-            QTextTable* table = k.step ? cursor.currentTable() : nullptr;
-            const double top =
-                (table ? layout->frameBoundingRect(table).top() : layout->blockBoundingRect(k.first).top()) +
-                shift;
-            const double bottom = layout->blockBoundingRect(k.last).bottom() + shift;
-            if (bottom - top >= page) continue; // cut anyway
-            const double boundary = (std::floor(top / page) + 1) * page;
-            const double doubt = kErrorPerBreak * breaks;
-            if (top - doubt < boundary - page) break; // perhaps across the boundary above it
-            if (bottom <= boundary - doubt) continue; // on one page
-            if (top >= boundary - doubt || bottom <= boundary + doubt) break; // can't tell
-            ++breaks;
-            const double margin = table ? table->format().topMargin() : k.first.blockFormat().topMargin();
-            shift += boundary + pageTop + margin - top;
-            if (table) {
-                QTextTableFormat f = table->format();
-                f.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
-                table->setFormat(f);
-            } else {
-                QTextBlockFormat f;
-                f.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
-                cursor.mergeBlockFormat(f);
-            }
+    std::sort(forced.begin(), forced.end());
+
+    // The highest place at or above `limit` and below `start` that cuts none of `spans`.
+    const auto cutAbove = [](const std::vector<Span>& spans, double start, double limit) {
+        double cut = limit;
+        for (bool moved = true; moved;) {
+            moved = false;
+            for (const Span& s : spans)
+                if (s.top > start && s.top < cut && s.bottom > cut) {
+                    cut = s.top;
+                    moved = true;
+                }
         }
-        edit.endEditBlock();
-        from = i;
+        return cut;
+    };
+    std::vector<Span> all = lines;
+    all.insert(all.end(), keeps.begin(), keeps.end());
+
+    std::vector<double> cuts{0};
+    auto nextForced = forced.begin();
+    for (double start = 0; start < height;) {
+        while (nextForced != forced.end() && *nextForced <= start + 0.5) ++nextForced;
+        const double limit = start + page;
+        double cut;
+        if (nextForced != forced.end() && *nextForced <= limit) {
+            cut = *nextForced;
+        } else if (limit >= height) {
+            cut = height;
+        } else {
+            // Kept spans first; a page full of one span gives way to lines, and a
+            // line taller than a page is cut where the page ends.
+            cut = cutAbove(all, start, limit);
+            if (cut <= start) cut = cutAbove(lines, start, limit);
+            if (cut <= start) cut = limit;
+        }
+        cuts.push_back(cut);
+        start = cut;
     }
+    if (cuts.size() == 1) cuts.push_back(std::max(height, 1.0));
+    return cuts;
 }
 
 void paintHeadFoot(QPainter& p, const QSizeF& area, const QString& left, int page, int pages) {
@@ -294,11 +301,11 @@ bool SheetView::printToPdf(const fl::RenderResult& sheet, const QString& title, 
         doc.addResource(QTextDocument::ImageResource, QUrl(name), mathImage(maths[i], ink, kPrintRatio));
     }
 
-    // Pages first: the text is then laid out once, at the width it is printed at.
-    doc.setPageSize(body);
+    // One layout without pages, cut into pages afterwards.
+    doc.setTextWidth(body.width());
     doc.setHtml(QLatin1String("<body>") + text + QLatin1String("</body>"));
-    keepTogether(doc, keeps);
-    const int pages = std::max(1, doc.pageCount());
+    const std::vector<double> cuts = pageCuts(doc, keeps, body.height());
+    const int pages = int(cuts.size()) - 1;
 
     const QString left =
         (title.isEmpty() ? QStringLiteral("Ostrovalden") : title) + QStringLiteral(" · ") +
@@ -306,12 +313,14 @@ bool SheetView::printToPdf(const fl::RenderResult& sheet, const QString& title, 
     for (int page = 0; page < pages; ++page) {
         if (page > 0) writer.newPage();
         paintHeadFoot(painter, area, left, page + 1, pages);
+        const double top = cuts[size_t(page)], bottom = cuts[size_t(page) + 1];
         painter.save();
         painter.translate(0, kHead);
-        painter.setClipRect(QRectF(QPointF(0, 0), body));
-        painter.translate(0, -page * body.height());
+        painter.setClipRect(QRectF(0, 0, body.width(), bottom - top));
+        painter.translate(0, -top);
         QAbstractTextDocumentLayout::PaintContext ctx;
-        ctx.clip = QRectF(0, page * body.height(), body.width(), body.height());
+        // A line that touches a cut belongs to one side only: no text twice in the file.
+        ctx.clip = QRectF(0, top + 0.5, body.width(), std::max(0.0, bottom - top - 1));
         ctx.palette.setColor(QPalette::Text, qcolor(paper.text));
         doc.documentLayout()->draw(&painter, ctx);
         painter.restore();
