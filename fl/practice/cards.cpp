@@ -91,6 +91,13 @@ int32_t clampCount(double v) {
     return v > 2147483647.0 ? INT32_MAX : static_cast<int32_t>(v);
 }
 
+// A box as stored, even out of range: the box counts leave such a card out,
+// and its next rating starts it in box 1.
+int32_t storedBox(double v) {
+    if (!std::isfinite(v)) return -1;
+    return static_cast<int32_t>(std::clamp(v, -2147483648.0, 2147483647.0));
+}
+
 } // namespace
 
 double boxDays(int box) {
@@ -177,7 +184,7 @@ CardState rate(Round& r, CardStates& states, int grade, double nowMs) {
     if (r.finished()) return {};
     const std::string key = r.card();
     CardState& s = states[key]; // a new card starts in box 1
-    s.box = std::clamp(s.box, 1, 5);
+    if (s.box < 1 || s.box > 5) s.box = 1; // a damaged box holds no progress to keep
     ++s.reps;
     auto requeue = [&](size_t ahead) {
         r.queue.insert(r.queue.begin() + static_cast<std::ptrdiff_t>(std::min(r.pos + ahead, r.queue.size())), key);
@@ -212,7 +219,7 @@ CardStates cardStatesFromJson(const Json& value) {
     for (const auto& [key, rec] : value.asObject()) {
         if (!rec.isObject() || key.empty()) continue;
         CardState s;
-        s.box = std::clamp(clampCount(rec.at("box").asNumber(1)), 1, 5);
+        s.box = storedBox(rec.at("box").asNumber(1));
         s.reps = clampCount(rec.at("reps").asNumber(0));
         s.good = std::min(clampCount(rec.at("good").asNumber(0)), s.reps);
         const double due = rec.at("due").asNumber(0);
@@ -324,14 +331,14 @@ std::string cardBackHtml(const std::string& key, Direction d) {
 }
 
 std::string boxesHtml(const std::string& deck, const CardStates& states, double nowMs) {
-    int counts[6] = {0, 0, 0, 0, 0, 0}; // new, then box 1..5
+    int counts[6] = {0, 0, 0, 0, 0, 0}; // new (or box 0), then box 1..5
     int ready = 0;
     const std::vector<std::string> cards = deckCards(deck);
     for (const std::string& key : cards) {
         auto it = states.find(key);
         if (it == states.end())
             ++counts[0];
-        else if (it->second.box >= 1 && it->second.box <= 5)
+        else if (it->second.box >= 0 && it->second.box <= 5) // any other box is counted nowhere
             ++counts[it->second.box];
         ready += isDue(states, key, nowMs) ? 1 : 0;
     }

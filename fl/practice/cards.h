@@ -8,8 +8,10 @@
 // Store "fc", an object by card key:
 //   {"ohm": {"box": 2, "reps": 3, "good": 2, "due": 1741950000000}, …}
 // `due` in milliseconds since the epoch. A member that isn't such an object
-// is skipped, a box outside 1..5 or a count below 0 is clamped, so a damaged
-// record costs at most that card's progress.
+// is skipped, a count below 0 is clamped, and a box outside 1..5 is kept as
+// it stands: the box counts take box 0 for new and leave any other out, and
+// the next rating starts such a card in box 1. A damaged record costs at most
+// that card's progress.
 // Store "fc_opt": {"deck": "El-lære", "mode": "nf"}.
 #pragma once
 
@@ -24,7 +26,7 @@
 namespace fl {
 
 struct CardState {
-    int32_t box = 1; // 1..5
+    int32_t box = 1; // 1..5; anything else only from a damaged record
     int32_t reps = 0;
     int32_t good = 0;
     double due = 0; // ms since the epoch from which the card is ready; 0 for a new card

@@ -173,18 +173,22 @@ TEST(CardsDecks, theTwoDirectionsAskOppositeThings) {
 TEST(CardsDecks, boxesCountEachBoxAndWhatIsReady) {
     CardStates states;
     const std::vector<std::string> deck = deckCards("inst:poe");
+    ASSERT_GE(deck.size(), 6u);
     states[deck[0]] = {2, 1, 1, day(1)};
     states[deck[1]] = {2, 1, 1, day(-1)};
     states[deck[2]] = {5, 4, 4, day(10)};
+    // Boxes from a damaged record: 0 counts as new, one past the last box in no box.
+    states[deck[3]] = {0, 1, 1, day(10)};
+    states[deck[4]] = {9, 1, 1, day(10)};
     const std::string html = boxesHtml("inst:poe", states, day(0));
     auto cell = [](int n, const char* name) {
         return "<span class=\"val\">" + std::to_string(n) + "</span><br><span class=\"k\">" + name + "</span>";
     };
-    EXPECT_NE(html.find(cell(int(deck.size()) - 3, "Nye")), std::string::npos) << html;
+    EXPECT_NE(html.find(cell(int(deck.size()) - 4, "Nye")), std::string::npos) << html;
     EXPECT_NE(html.find(cell(0, "Kasse 1")), std::string::npos);
     EXPECT_NE(html.find(cell(2, "Kasse 2")), std::string::npos);
     EXPECT_NE(html.find(cell(1, "Kasse 5")), std::string::npos);
-    EXPECT_NE(html.find(std::to_string(deck.size()) + " kort i alt · " + std::to_string(deck.size() - 2) + " klar nu."),
+    EXPECT_NE(html.find(std::to_string(deck.size()) + " kort i alt · " + std::to_string(deck.size() - 4) + " klar nu."),
               std::string::npos);
 }
 
@@ -240,15 +244,19 @@ TEST_F(CardsStoreTest, aDamagedRecordCostsOnlyThatCard) {
     const CardStates& s = cardStates();
     EXPECT_EQ(s.count("ohm"), 0u);
     EXPECT_EQ(s.count(""), 0u);
-    EXPECT_EQ(s.at("gl:Spænding").box, 5);
+    EXPECT_EQ(s.at("gl:Spænding").box, 9);
     EXPECT_EQ(s.at("gl:Spænding").reps, 0);
     EXPECT_EQ(s.at("gl:Spænding").good, 0);
     EXPECT_EQ(s.at("gl:Spænding").due, 0);
     EXPECT_EQ(s.at("motor").box, 3);
     EXPECT_EQ(s.at("motor").good, 2);
     EXPECT_DOUBLE_EQ(s.at("motor").due, 1e12);
-    EXPECT_EQ(s.at("__SYM:U").box, 1);
+    EXPECT_EQ(s.at("__SYM:U").box, 0);
     EXPECT_EQ(s.at("__SYM:U").reps, INT32_MAX);
+    // A box out of range holds no progress: the next ✓ goes from box 1 to 2, not to 5.
+    Round again;
+    again.queue = {"gl:Spænding"};
+    EXPECT_EQ(rate(again, cardStates(), Right, day(0)).box, 2);
     // A record of the wrong kind altogether reads as no cards, and the next rating repairs it.
     storeSet("fc", Json("x"));
     restart();
