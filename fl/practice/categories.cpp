@@ -3,6 +3,8 @@
 #include "fl/formulas/catalogue.h"
 #include "fl/practice/circuitex.h"
 #include "fl/practice/random.h"
+#include "fl/practice/stats.h"
+#include "fl/practice/tekst.h"
 
 namespace fl {
 
@@ -54,6 +56,28 @@ Exercise exerciseForCategory(const std::string& key, const std::vector<std::stri
     if (!c || c->group.empty()) return makeExercise({}, {}, open);
     if (!c->circuit.empty()) return makeCircuitExercise(c->circuit, open);
     return makeExercise(c->group, c->key, open);
+}
+
+std::string weakTopicsElsewhereText(const std::vector<std::string>& weak) {
+    static const std::string kTekst = tekstLockKey("");
+    std::vector<std::string> texts;
+    bool exercises = false;
+    for (const std::string& topic : weak) {
+        if (topic.compare(0, kTekst.size(), kTekst) == 0)
+            texts.push_back(topicName(topic));
+        else
+            exercises = true;
+    }
+    std::string out = exercises ? "Der er ingen opgaver i dine svage emner lige nu." : "";
+    if (texts.empty()) return out;
+    std::string names;
+    for (size_t i = 0; i < texts.size(); ++i)
+        names += (i == 0 ? "" : i + 1 == texts.size() ? " og " : ", ") + std::string("„") + texts[i] + "“";
+    if (!out.empty()) out += ' ';
+    out += texts.size() == 1 ? "Dit svage emne blandt tekstopgaverne er " + names + " – den øver du under Tekstopgaver."
+                             : "Dine svage emner blandt tekstopgaverne er " + names +
+                                   " – dem øver du under Tekstopgaver.";
+    return out;
 }
 
 } // namespace fl

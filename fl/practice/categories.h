@@ -37,4 +37,10 @@ const PracticeCategory* findCategory(const std::string& key);
 Exercise exerciseForCategory(const std::string& key, const std::vector<std::string>& weak,
                              const KeyFilter& open = {});
 
+// What to tell a student for whom "Mine svage emner" drew nothing although
+// `weak` (weakest first) is not empty: text problems are practised on their
+// own page, and a closed topic can't be drawn. Empty when `weak` is empty, so
+// the page's own "no weak topics" message stands.
+std::string weakTopicsElsewhereText(const std::vector<std::string>& weak);
+
 } // namespace fl

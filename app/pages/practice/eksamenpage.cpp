@@ -195,9 +195,12 @@ void EksamenPage::start() {
     state = fl::startExam(topic, label.toStdString(), counts->currentData().toInt(), times->currentData().toInt(),
                           clock(), [&] { return fl::exerciseForCategory(topic, weak, openForStudent); });
     if (state.exercises.empty()) {
-        setupMessage->setText(topic == fl::kWeakTopics
-                                  ? QStringLiteral("Du har ingen svage emner lige nu – vælg et andet emne.")
-                                  : QStringLiteral("Der er ingen opgaver i dette emne lige nu."));
+        QString message = QStringLiteral("Der er ingen opgaver i dette emne lige nu.");
+        if (topic == fl::kWeakTopics) {
+            message = QString::fromStdString(fl::weakTopicsElsewhereText(weak));
+            if (message.isEmpty()) message = QStringLiteral("Du har ingen svage emner lige nu – vælg et andet emne.");
+        }
+        setupMessage->setText(message);
         setupMessage->show();
         return;
     }

@@ -165,7 +165,11 @@ void OvelserPage::showExercise() {
         w->setEnabled(has);
     if (!has) {
         const bool weak = topics->currentData().toString() == QLatin1String(fl::kWeakTopics);
-        const std::string message = weak ? kNoWeakTopics : kNothingOpen;
+        std::string message = kNothingOpen;
+        if (weak) {
+            message = fl::weakTopicsElsewhereText(fl::weakTopics(fl::loadStats()));
+            if (message.empty()) message = kNoWeakTopics;
+        }
         statement->setProvider([message] { return fl::takeRender(fl::msgBox(message, false)); });
         unit->clear();
         calc->setGiven({});

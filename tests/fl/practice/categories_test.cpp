@@ -29,6 +29,35 @@ TEST_F(CategoryTest, weakTopicsAreDrawnAmongThoseStillOpen) {
     EXPECT_FALSE(exerciseForCategory("", {}).empty());
 }
 
+TEST_F(CategoryTest, weakTextProblemsAreNamedWhenNoExerciseCanBeDrawn) {
+    struct Row {
+        const char* name;
+        std::vector<std::string> weak;
+        std::string text;
+    };
+    const Row rows[] = {
+        {"no weak topic: the page's own message", {}, ""},
+        {"one text problem",
+         {"tekst:komp"},
+         "Dit svage emne blandt tekstopgaverne er „Kompensering af en motor“ – den øver du under Tekstopgaver."},
+        {"two text problems",
+         {"tekst:komp", "tekst:kabel"},
+         "Dine svage emner blandt tekstopgaverne er „Kompensering af en motor“ og „Kabel til carport“ – dem øver "
+         "du under Tekstopgaver."},
+        {"a closed exercise topic and a text problem",
+         {"Kompensering", "tekst:kabel"},
+         "Der er ingen opgaver i dine svage emner lige nu. Dit svage emne blandt tekstopgaverne er „Kabel til "
+         "carport“ – den øver du under Tekstopgaver."},
+        {"only closed exercise topics", {"Kompensering"}, "Der er ingen opgaver i dine svage emner lige nu."},
+    };
+    // A text problem is never drawn as an exercise.
+    EXPECT_TRUE(exerciseForCategory("svag", {"tekst:komp"}).empty());
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(weakTopicsElsewhereText(row.weak), row.text);
+    }
+}
+
 TEST_F(CategoryTest, circuitTopicsDrawCircuitsThatTheTeachersKeysClose) {
     struct Row {
         const char* topic;
