@@ -102,7 +102,12 @@ Sheet solve(Circuit& c, bool noRetry, const MeterInfo* meters) {
     s.root = root;
     Values values = su.values;
 
-    StepScope scope{root, s.isAc, s.shape, su.links, su.givenSymbols};
+    StepScope scope;
+    scope.root = root;
+    scope.isAc = s.isAc;
+    scope.shape = s.shape;
+    scope.links = su.links;
+    scope.given = su.givenSymbols;
     scope.shown = shownInputs(c);
 
     // The closed pass: whatever the givens determine one formula at a time.
