@@ -239,6 +239,19 @@ QString wrapCards(const QString& html, const ThemeColors& c) {
     });
 }
 
+bool wholeCard(const QString& html, QString* inside) {
+    qsizetype start = 0;
+    while (start < html.size() && html[start].isSpace())
+        ++start;
+    if (start == html.size() || findDiv(html, start, u"card") != start) return false;
+    const Block b = findBlock(html, start, u"card");
+    if (b.close == b.end) return false; // never closed
+    for (qsizetype p = b.end; p < html.size(); ++p)
+        if (!html[p].isSpace()) return false;
+    if (inside) *inside = html.mid(b.open, b.close - b.open);
+    return true;
+}
+
 const QRegularExpression& figureImagePattern() {
     static const QRegularExpression img(
         QStringLiteral("<img src=\"(f:[0-9]+)\" width=\"([0-9]+)\" height=\"([0-9]+)\">"));

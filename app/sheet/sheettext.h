@@ -30,6 +30,10 @@ QString holdChipsTogether(const QString& html);
 
 // Each div.card becomes a framed one-cell table in `line` on `panel`.
 QString wrapCards(const QString& html, const ThemeColors& c);
+// Whether the whole markup is one div.card (a worked sheet), with what is
+// inside it. The screen then frames the document itself rather than nest
+// everything in a table, which the text engine lays out only as a whole.
+bool wholeCard(const QString& html, QString* inside);
 // A figure's image tag exactly as the markup writes it: name, width, height.
 const QRegularExpression& figureImagePattern();
 // Figures wider than `maxWidth` are narrowed, in proportion; never widened.

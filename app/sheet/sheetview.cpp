@@ -16,6 +16,7 @@
 #include <QSvgRenderer>
 #include <QTextBlock>
 #include <QTextDocument>
+#include <QTextFormat>
 #include <QTextFrame>
 #include <QTextTable>
 #include <QTimer>
@@ -133,6 +134,31 @@ SheetView::Tile findTile(const QAbstractTextDocumentLayout* layout, QTextFrame* 
     return {};
 }
 
+// Figures carry their size in their tag, so laying a sheet out needs none of
+// them drawn: each is drawn when it is first painted, and one never scrolled
+// to is never drawn. Every other image goes to the text engine's own handler.
+class LazyFigures : public QObject, public QTextObjectInterface {
+    Q_OBJECT
+    Q_INTERFACES(QTextObjectInterface)
+  public:
+    LazyFigures(QTextObjectInterface* engine, QObject* parent) : QObject(parent), engine(engine) {}
+
+    QSizeF intrinsicSize(QTextDocument* doc, int pos, const QTextFormat& format) override {
+        const QTextImageFormat image = format.toImageFormat();
+        if (image.name().startsWith(QLatin1String("f:")) && image.hasProperty(QTextFormat::ImageWidth) &&
+            image.hasProperty(QTextFormat::ImageHeight))
+            return QSizeF(image.width(), image.height());
+        return engine->intrinsicSize(doc, pos, format);
+    }
+    void drawObject(QPainter* painter, const QRectF& rect, QTextDocument* doc, int pos,
+                    const QTextFormat& format) override {
+        engine->drawObject(painter, rect, doc, pos, format);
+    }
+
+  private:
+    QTextObjectInterface* engine;
+};
+
 bool sameSize(const QVariant& image, const QSize& wanted) {
     if (!wanted.isValid()) return true;
     const QSizeF have = image.value<QImage>().deviceIndependentSize();
@@ -157,6 +183,9 @@ SheetView::SheetView(QWidget* parent) : QTextBrowser(parent) {
     setMouseTracking(true);
     connect(this, &QTextBrowser::anchorClicked, this,
             [this](const QUrl& url) { emit action(url.toString()); });
+    QAbstractTextDocumentLayout* layout = document()->documentLayout();
+    if (QTextObjectInterface* engine = layout->handlerForObject(QTextFormat::ImageObject))
+        layout->registerHandler(QTextFormat::ImageObject, new LazyFigures(engine, this));
 }
 
 void SheetView::setProvider(Provider fn) {
@@ -187,6 +216,7 @@ void SheetView::refresh() {
 
 void SheetView::setContent(const fl::RenderResult& result) {
     html = result.html;
+    framed = wholeCard(QString::fromStdString(html), nullptr);
     figs = result.figs;
     maths = result.maths;
     cache.clear();
@@ -202,15 +232,19 @@ void SheetView::setStepMode(bool on) {
     emit revealChanged();
 }
 
+// A reveal shows the sheet whole at once: the page then scrolls to the bar
+// below it, which must not move on as pieces arrive.
 void SheetView::revealNext() {
     revealed = std::min(revealed + 1, stepCount);
     rebuild();
+    finishLoading();
     emit revealChanged();
 }
 
 void SheetView::revealAll() {
     revealed = stepCount;
     rebuild();
+    finishLoading();
     emit revealChanged();
 }
 
@@ -220,6 +254,7 @@ void SheetView::clear() {
     ++generation;
     pending.clear();
     html.clear();
+    framed = false;
     figs.clear();
     maths.clear();
     cache.clear();
@@ -249,7 +284,9 @@ QString SheetView::visibleHtml() const {
     s.revealed = revealed;
     s.stepCount = stepCount;
     s.textScale = textScale();
-    return visibleSheet(QString::fromStdString(html), s, colors());
+    QString source = QString::fromStdString(html);
+    if (framed) wholeCard(source, &source);
+    return visibleSheet(source, s, colors());
 }
 
 void SheetView::rebuild() {
@@ -273,16 +310,17 @@ void SheetView::rebuild() {
     cellMaths = cellImages(visible);
     mathPts = mathSizes(visible);
 
-    // A long sheet (the finder's every formula) is shown piece by piece: the
-    // first screens at once, the rest appended while the event loop runs, so
-    // the page paints and answers the mouse long before all of it is laid out.
+    // A long sheet (a circuit's walkthrough, the finder's every formula) is
+    // shown piece by piece: the first screen at once, the rest appended while
+    // the event loop runs, so the page paints and answers the mouse long
+    // before all of it is laid out. Each piece lays out only itself.
     qsizetype firstEnd = visible.size();
     if (visible.size() > kLongSheet) {
         const QList<qsizetype> cuts = topLevelCuts(visible);
         qsizetype pieceStart = -1;
         for (qsizetype cut : cuts) {
             if (pieceStart < 0) {
-                if (cut >= kPiece) {
+                if (cut >= kFirstPiece) {
                     firstEnd = cut;
                     pieceStart = cut;
                 }
@@ -299,8 +337,26 @@ void SheetView::rebuild() {
     // The body element carries the stylesheet's font, size and colour; a
     // fragment without one gets the widget's font instead.
     QTextEdit::setHtml(QLatin1String("<body>") + visible.left(firstEnd) + QLatin1String("</body>"));
+    if (framed) frameDocument();
     if (autoHeight) fitHeight();
     if (!pending.empty()) QTimer::singleShot(0, this, [this, g = generation] { appendPending(g); });
+}
+
+// The card's look (wrapCards) on the document's own frame: its line, its
+// padding, and its margins above and below.
+void SheetView::frameDocument() {
+    QTextFrame* root = document()->rootFrame();
+    QTextFrameFormat f = root->frameFormat();
+    const double margin = document()->documentMargin();
+    f.setBorder(1);
+    f.setBorderBrush(qcolor(colors().line));
+    f.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
+    f.setPadding(14);
+    f.setTopMargin(margin + 6);
+    f.setBottomMargin(margin + 14);
+    f.setLeftMargin(margin);
+    f.setRightMargin(margin);
+    root->setFrameFormat(f);
 }
 
 void SheetView::appendPending(int forGeneration) {
@@ -491,3 +547,5 @@ void SheetView::paintEvent(QPaintEvent* event) {
 }
 
 } // namespace app
+
+#include "sheetview.moc"

@@ -112,6 +112,7 @@ class SheetView : public QTextBrowser {
 
   private:
     void rebuild();
+    void frameDocument();
     void appendPending(int forGeneration);
     void setHot(const QRectF& rect);
     QVariant drawImage(const QString& name, double dpr) const;
@@ -131,7 +132,11 @@ class SheetView : public QTextBrowser {
     int generation = 0;
     bool stale = false;       // refresh() came while the page was out of view
     bool resizedAway = false; // resized while out of view, not laid out since
-    static constexpr qsizetype kLongSheet = 40000, kPiece = 18000; // characters of markup
+    // Characters of markup: a sheet longer than kLongSheet shows a first
+    // piece of about a screen at once and the rest in pieces of kPiece.
+    static constexpr qsizetype kLongSheet = 12000, kFirstPiece = 6000, kPiece = 12000;
+    // The content is one card, whose frame the document itself draws.
+    bool framed = false;
     QString extraCss;
     QRectF hotRect;
     bool stepMode = false;

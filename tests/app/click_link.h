@@ -10,6 +10,8 @@
 // Clicks the first anchor in the view that leads to `href`, as a user would,
 // at the middle of its text. False when the view has no such link.
 inline bool clickLink(app::SheetView* view, const QString& href) {
+    // A long sheet's later pieces arrive with the event loop; a user waits for them.
+    view->finishLoading();
     QTextDocument* doc = view->document();
     for (QTextBlock block = doc->begin(); block.isValid(); block = block.next()) {
         for (auto it = block.begin(); !it.atEnd(); ++it) {

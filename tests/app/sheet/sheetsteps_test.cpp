@@ -182,7 +182,9 @@ TEST_F(SheetStepsTest, twoResultsAppendedKeepTheirImagesApart) {
     app::SheetView view;
     view.resize(800, 100);
     view.setContent(both);
-    view.document()->size();
+    // Expressions are drawn as the text is laid out, figures when painted.
+    QImage shot(view.size().expandedTo(QSize(1, 1)), QImage::Format_ARGB32_Premultiplied);
+    view.render(&shot);
     const QString visible = view.visibleHtml();
     const QSet<QString> cells = app::cellImages(visible);
     // Every image of the joined sheet is drawn from its own expression.

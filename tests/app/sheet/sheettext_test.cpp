@@ -101,6 +101,33 @@ TEST(SheetText, cardsBecomeFramedTablesInsideOut) {
     EXPECT_TRUE(out.endsWith("inner</td></tr></table></td></tr></table>"));
 }
 
+TEST(SheetText, aSheetThatIsOneCardIsToldWithItsInside) {
+    struct Row {
+        const char* name;
+        const char* html;
+        bool whole;
+        const char* inside;
+    };
+    const Row rows[] = {
+        {"one card", R"(<div class="card sheet" id="s"><h2>T</h2><div class="card">i</div></div>)", true,
+         R"(<h2>T</h2><div class="card">i</div>)"},
+        {"space around", "\n <div class=\"card\"><p>x</p></div>\n", true, "<p>x</p>"},
+        {"empty card", R"(<div class="card"></div>)", true, ""},
+        {"two cards", R"(<div class="card">a</div><div class="card">b</div>)", false, ""},
+        {"text after", R"(<div class="card">a</div><p>b</p>)", false, ""},
+        {"text before", R"(<p>b</p><div class="card">a</div>)", false, ""},
+        {"a card word inside another class", R"(<div class="cardx">a</div>)", false, ""},
+        {"never closed", R"(<div class="card"><p>a</p>)", false, ""},
+        {"empty", "", false, ""},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        QString inside = "untouched";
+        EXPECT_EQ(app::wholeCard(row.html, &inside), row.whole);
+        EXPECT_EQ(str(inside), row.whole ? row.inside : "untouched");
+    }
+}
+
 TEST(SheetText, dataTablesGetClassAlignmentAndStripes) {
     struct Row {
         const char* name;

@@ -25,6 +25,7 @@
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QTextFrame>
 #include <QTextLayout>
 
 namespace {
@@ -145,6 +146,13 @@ fl::RenderResult themedSheet() {
     return fl::takeRender(html);
 }
 
+// Lays out and paints the whole view: expressions are drawn as the text is
+// laid out, figures when they are painted.
+void paintWhole(app::SheetView& view) {
+    QImage shot(view.size().expandedTo(QSize(1, 1)), QImage::Format_ARGB32_Premultiplied);
+    view.render(&shot);
+}
+
 QImage cached(const app::SheetView& view, const QString& name) {
     return view.images().value(name).value<QImage>();
 }
@@ -161,14 +169,14 @@ TEST_F(SheetViewTest, aChangeOfThemeRedrawsStripesAndImages) {
     app::SheetView view;
     view.resize(700, 100);
     view.setProvider(themedSheet);
-    view.document()->size(); // lays out, which loads the images
+    paintWhole(view);
     EXPECT_TRUE(view.visibleHtml().contains("bgcolor=\"#f4f6f9\""));
     EXPECT_EQ(inkColour(cached(view, "m:0")), QColor("#1b1f24"));
     const qint64 before = cached(view, "f:0").cacheKey();
 
     app::setThemeMode(app::ThemeDark);
     view.refresh();
-    view.document()->size();
+    paintWhole(view);
     EXPECT_TRUE(view.visibleHtml().contains("bgcolor=\"#1f232a\""));
     EXPECT_EQ(inkColour(cached(view, "m:0")), QColor("#e6e8eb"));
     ASSERT_FALSE(cached(view, "f:0").isNull());
@@ -395,6 +403,43 @@ TEST_F(SheetViewTest, aLongSheetArrivesInPiecesInOrderAndWhole) {
     for (int round = 0; round < 50; ++round)
         QApplication::processEvents();
     EXPECT_EQ(view->document()->toPlainText().trimmed(), "Kort");
+}
+
+// A worked sheet is one card: the document draws the card's frame itself, so
+// that the pieces append without laying out what came before; a figure is
+// drawn only once it is painted.
+TEST_F(SheetViewTest, aLongWorkedSheetIsFramedByItsDocumentAndDrawsFiguresWhenPainted) {
+    std::string html = "<div class=\"card sheet\"><h2>Ark</h2>";
+    for (int i = 0; i < 60; ++i)
+        html += "<div class=\"step\"><p class=\"h4\"><span class=\"stnum\">" + std::to_string(i + 1) +
+                "</span> Trin " + std::to_string(i) + "</p><p>" + std::string(300, 'x') + "</p></div>";
+    const std::string fig = fl::addFigure(R"(<svg xmlns="http://www.w3.org/2000/svg" width="300" height="100">)"
+                                          R"(<rect width="300" height="100" fill="#2457d6"/></svg>)");
+    html += "<p class=\"fig\"><img src=\"" + fig + "\" width=\"300\" height=\"100\"></p></div>";
+    QWidget top;
+    top.resize(900, 600);
+    auto* view = new app::SheetView(&top);
+    view->resize(880, 10);
+    top.show();
+    view->setContent(fl::takeRender(html));
+    ASSERT_TRUE(view->loading());
+    EXPECT_FALSE(view->visibleHtml().contains("cellpadding=\"14\"")) << "the card is no table";
+    const QTextFrameFormat frame = view->document()->rootFrame()->frameFormat();
+    EXPECT_EQ(frame.border(), 1);
+    EXPECT_EQ(frame.padding(), 14);
+    EXPECT_EQ(frame.borderBrush().color(), QColor("#d3d9e1"));
+    for (int round = 0; round < 200 && view->loading(); ++round)
+        QApplication::processEvents();
+    ASSERT_FALSE(view->loading());
+    const QString all = view->document()->toPlainText();
+    for (int i = 1; i < 60; ++i)
+        ASSERT_LT(all.indexOf(QString("Trin %1").arg(i - 1)), all.indexOf(QString("Trin %1").arg(i))) << i;
+    EXPECT_EQ(view->document()->rootFrame()->frameFormat().padding(), 14) << "pieces keep the frame";
+    EXPECT_GT(view->height(), 2000);
+    EXPECT_FALSE(view->images().contains("f:0")) << "below the window, not painted yet";
+    QImage shot(view->size(), QImage::Format_ARGB32_Premultiplied);
+    view->render(&shot);
+    EXPECT_EQ(cached(*view, "f:0").deviceIndependentSize().toSize(), QSize(300, 100));
 }
 
 // A page out of view writes its markup when it is shown again, not at every
