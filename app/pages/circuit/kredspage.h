@@ -152,7 +152,7 @@ class KredsPage : public Page {
     // Set while render() writes the model into the fields, so that the
     // fields' change signals don't write it back.
     bool filling = false;
-    // The circuit's one-line form when the shown result was made.
+    // The circuit's one-line form when what the result area shows was made.
     std::string shownText;
 };
 

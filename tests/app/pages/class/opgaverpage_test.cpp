@@ -1,7 +1,11 @@
 // The task page as a student uses it: cards from the stored list, the
 // buttons a task's mode and the teacher's locks allow, opening a circuit,
 // handing in and asking, and fetching again, against a fake network.
+#include "app/pages/circuit/circuiteditor.h"
+#include "app/pages/circuit/kredspage.h"
 #include "app/pages/class/opgaverpage.h"
+#include "app/sheet/resultarea.h"
+#include "app/widgets/valuefield.h"
 #include "app/sheet/sheetview.h"
 #include "app/shell/options.h"
 #include "fl/circuit/json.h"
@@ -263,6 +267,40 @@ TEST_F(OpgaverTest, enteringRebuildsOnlyWhenTheListChangedAndMarksTasksSeen) {
 } // namespace
 
 namespace {
+
+// The walk a student takes: the teacher's task card, "Åbn i Tegn et
+// kredsløb", and the real circuit page with the task's drawing and parts, no
+// sheet of what the page showed before.
+TEST_F(OpgaverTest, aTaskCircuitOpensOnTheCircuitPageWithoutTheOldSheet) {
+    storeTasks({task("t1", "both", kAc)});
+    window = std::make_unique<app::MainWindow>();
+    window->resize(1280, 800);
+    window->show();
+    window->navigate("kredsac");
+    auto* kreds = qobject_cast<app::KredsPage*>(window->currentPage());
+    ASSERT_NE(kreds, nullptr);
+    kreds->button("Opgaveark")->click();
+    ASSERT_TRUE(kreds->resultArea()->view()->hasContent());
+
+    window->navigate("opgaver");
+    QApplication::processEvents();
+    auto* tasks = qobject_cast<app::OpgaverPage*>(window->currentPage());
+    ASSERT_NE(tasks, nullptr);
+    const fl::Circuit wanted = *tasks->cards()[0].circuit;
+    tasks->cards()[0].openButton->click();
+    QApplication::processEvents();
+
+    ASSERT_EQ(window->currentPage(), kreds);
+    EXPECT_EQ(fl::toText(fl::currentCircuit()), fl::toText(wanted));
+    EXPECT_FALSE(kreds->resultArea()->view()->hasContent());
+    EXPECT_EQ(kreds->sourceField("U")->text(), "230");
+    EXPECT_EQ(kreds->sourceField("f")->text(), "50");
+    const fl::Circuit& shown = fl::currentCircuit();
+    ASSERT_EQ(shown.root->ch.size(), 2u);
+    ASSERT_NE(kreds->partField(shown.root->ch[1]->id, "v"), nullptr);
+    EXPECT_EQ(kreds->partField(shown.root->ch[1]->id, "v")->text(), "100u");
+    EXPECT_TRUE(kreds->editor()->isVisible());
+}
 
 TEST_F(OpgaverTest, drawingShowsInsideTheWindow) {
     storeTasks({task("t1", "view", kDc)});
