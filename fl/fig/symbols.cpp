@@ -65,7 +65,9 @@ void cellSymbol(Canvas& cv, const SymbolAt& s) {
 void acSourceSymbol(Canvas& cv, const SymbolAt& s) {
     leads(cv, s, 16);
     cv.circle(s.cx, s.cy, 16, "comp");
-    cv.path("M" + num(s.cx - 9) + " " + num(s.cy) + " a4.5 4.5 0 0 1 9 0 a4.5 4.5 0 0 0 9 0", "ln");
+    // One wave: up over the left half, down under the right.
+    cv.bow(s.cx - 4.5, s.cy, 4.5, 180, 0, "ln");
+    cv.bow(s.cx + 4.5, s.cy, 4.5, 180, 360, "ln");
 }
 
 void currentArrow(Canvas& cv, double cx, double cy, double dx, double dy, const std::string& label,

@@ -66,12 +66,11 @@ void resistorBetween(Canvas& cv, Pt a, Pt b) {
 }
 
 // A standing coil of `bumps` half circles of radius 9 from (x, y0) down,
-// bulging to the left (−1) or the right (+1).
+// bulging to the left (−1) or the right (+1). Bows rather than one path, so
+// that the live figure can paint it from shapes.
 void standingCoil(Canvas& cv, double x, double y0, int bumps, int side) {
-    std::string d = "M" + num(x) + " " + num(y0);
     for (int i = 0; i < bumps; ++i)
-        d += " a9 9 0 0 " + std::string(side < 0 ? "0" : "1") + " 0 18";
-    cv.path(d, "wire coil");
+        cv.bow(x, y0 + 9 + 18 * i, 9, 90, side < 0 ? 270 : -90, "wire coil");
 }
 
 } // namespace
@@ -179,6 +178,7 @@ FigureOut motorFigure(const MachineValues& v, bool threePhase, bool starDelta) {
     FigureOut out;
     out.w = 660, out.h = starDelta ? 278 : 256;
     Canvas cv;
+    cv.keepShapes = true;
     cv.setBounds(out.w, out.h);
 
     // Power flow: from the net into the motor, out on the shaft, the losses down.
@@ -219,6 +219,7 @@ FigureOut motorFigure(const MachineValues& v, bool threePhase, bool starDelta) {
     if (starDelta) put(cv, 330, 256, label(v, "I_stY", "A"), "middle", 300);
 
     out.body = cv.body();
+    out.shapes = std::move(cv.shapes);
     return out;
 }
 
@@ -226,6 +227,7 @@ FigureOut transformerFigure(const MachineValues& v) {
     FigureOut out;
     out.w = 680, out.h = 285;
     Canvas cv;
+    cv.keepShapes = true;
     cv.setBounds(out.w, out.h);
     const double top = 74, bottom = 182, cp = 258, cs = 418, core = 338;
 
@@ -267,6 +269,7 @@ FigureOut transformerFigure(const MachineValues& v) {
     cv.text(580, 222, "Sekundær", "middle", "mut");
 
     out.body = cv.body();
+    out.shapes = std::move(cv.shapes);
     return out;
 }
 
@@ -274,6 +277,7 @@ FigureOut connectionFigure(const MachineValues& v, bool star, const std::string&
     FigureOut out;
     out.w = 560, out.h = 290;
     Canvas cv;
+    cv.keepShapes = true;
     cv.setBounds(out.w, out.h);
     // Terminals L1 on top, L2 bottom left, L3 bottom right.
     const Pt c{196, 172};
@@ -317,6 +321,7 @@ FigureOut connectionFigure(const MachineValues& v, bool star, const std::string&
 
     // The load as a whole on the right.
     cv.text(404, 36, star ? "Stjerne (Y)" : "Trekant (Δ)", "start", "sym");
+    // The group only names the power for the sheet; a painter of shapes needs nothing of it.
     cv.raw("<g id=\"tfPow\">");
     put(cv, 404, 74, label(v, "P", "W"), "start", 150);
     cv.raw("</g>");
@@ -325,6 +330,7 @@ FigureOut connectionFigure(const MachineValues& v, bool star, const std::string&
     put(cv, 404, 164, label(v, "cosphi", ""), "start", 150);
 
     out.body = cv.body();
+    out.shapes = std::move(cv.shapes);
     return out;
 }
 

@@ -3,7 +3,9 @@
 // schematic and the star or delta connection of a three-phase load. Each
 // draws whatever values it is given: a known value in the text colour, a
 // found one in the accent colour, an unknown one as "?". The sheets pass
-// their results; the pages' live figures pass the form as typed.
+// their results; the pages' live figures pass the form as typed. The motor,
+// transformer and connection figures keep their shapes too, for the pages'
+// painter, which redraws them at every keystroke.
 #pragma once
 
 #include "fl/fig/canvas.h"

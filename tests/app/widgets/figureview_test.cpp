@@ -1,13 +1,14 @@
 // The live figure paints what the SVG renderer shows of the same figure: the
-// demonstration's three figures, painted from their shapes and rendered from
-// their SVG, in both themes, differ only where glyph edges are rasterised a
-// little differently. The comparison itself is shown to catch a label, a
-// head or a colour gone wrong.
+// demonstration's three figures and the machine tools' live figures, painted
+// from their shapes and rendered from their SVG, in both themes, differ only
+// where glyph edges are rasterised a little differently. The comparison
+// itself is shown to catch a label, a head or a colour gone wrong.
 #include "app/widgets/figureview.h"
 
 #include "tests/app/fresh_app.h"
 
 #include "fl/tools/ac.h"
+#include "fl/tools/machinefigs.h"
 
 #include <QImage>
 #include <QPainter>
@@ -84,6 +85,32 @@ TEST_F(FigureViewTest, paintsTheDemonstrationAsTheSvgRendererShowsIt) {
                              (theme == app::ThemeDark ? ", dark" : ""));
                 EXPECT_LT(blockDifference(painted(*fig), rendered(*fig)), kSame);
             }
+        }
+    }
+}
+
+// The machine tools' live figures: coils, the source's sine, resistors at an
+// angle, unknowns, given and found values.
+TEST_F(FigureViewTest, paintsTheMachineFiguresAsTheSvgRendererShowsThem) {
+    const fl::MachineValues v{
+        {{"U_N", 400}, {"I_N", 11}, {"P_2", 5500}, {"cosphi", 0.83}, {"R", 20}, {"U_P", 230}, {"U_S", 12}},
+        {"I_N", "U_S"}};
+    for (const int theme : {app::ThemeLight, app::ThemeDark}) {
+        app::setThemeMode(theme);
+        struct Row {
+            const char* name;
+            fl::FigureOut fig;
+        };
+        const Row rows[] = {
+            {"motor", fl::motorFigure(v, true, false)},
+            {"motor star-delta", fl::motorFigure(v, false, true)},
+            {"transformer", fl::transformerFigure(v)},
+            {"star", fl::connectionFigure(v, true, "R")},
+            {"delta", fl::connectionFigure(v, false, "Z")},
+        };
+        for (const Row& r : rows) {
+            SCOPED_TRACE(std::string(r.name) + (theme == app::ThemeDark ? ", dark" : ""));
+            EXPECT_LT(blockDifference(painted(r.fig), rendered(r.fig)), kSame);
         }
     }
 }

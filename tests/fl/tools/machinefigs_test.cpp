@@ -1,5 +1,6 @@
 // The machine figures: clean SVG numbers whatever the values (none, found,
-// extreme), unknowns as "?", found values in the accent colour.
+// extreme), unknowns as "?", found values in the accent colour, and the live
+// ones paintable from their shapes alone.
 #include "fl/tools/machinefigs.h"
 
 #include "fl/fig/style.h"
@@ -119,6 +120,32 @@ TEST_F(MachineFigsTest, compensationLabelsKeepClearAndByTheirOwnAngles) {
         };
         EXPECT_GT(angle(names["1"]), r.phi2) << "φ₁ in φ₂'s sector";
         EXPECT_LT(angle(names["2"]), std::max(r.phi2, 0.0) + 0.5) << "φ₂ above its sector";
+    }
+}
+
+// The pages paint these three from their shapes at every keystroke: an
+// element written only as SVG would be missing from the page.
+TEST_F(MachineFigsTest, liveFiguresKeepAShapeForEveryElementTheyDraw) {
+    const MachineValues v{{{"U_N", 400}, {"I_N", 11}, {"P_2", 5500}, {"R", 20}, {"U_P", 230}, {"I_S", 5}},
+                          {"I_N"}};
+    static const std::regex element("<(line|rect|circle|polygon|polyline|path|text)[ >]");
+    struct Row {
+        const char* name;
+        FigureOut fig;
+    };
+    const Row rows[] = {
+        {"motor", motorFigure(v, true, false)},
+        {"motor star-delta", motorFigure(v, false, true)},
+        {"transformer", transformerFigure(v)},
+        {"star", connectionFigure(v, true, "R")},
+        {"delta", connectionFigure(v, false, "Z")},
+    };
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.name);
+        const auto drawn = std::distance(std::sregex_iterator(r.fig.body.begin(), r.fig.body.end(), element),
+                                         std::sregex_iterator());
+        EXPECT_GT(drawn, 20);
+        EXPECT_EQ(static_cast<long>(r.fig.shapes.size()), drawn);
     }
 }
 
