@@ -10,7 +10,47 @@
 #include <QHash>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace app {
+
+namespace {
+
+// The interpretation line changes at every keystroke, and a QLabel asks its
+// layout for a new pass at every setText: on a page of wrapped texts that
+// pass costs more than the rest of the keystroke. The line sits alone in this
+// box, which asks only when the line needs another height or more width than
+// it has.
+class LineBox : public QWidget {
+  public:
+    explicit LineBox(QWidget* parent) : QWidget(parent) {
+        setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    }
+
+    QSize sizeHint() const override { return told; }
+    QSize minimumSizeHint() const override { return told; }
+
+    void fit(const QLabel* line) {
+        const QSize want = line->sizeHint();
+        QSize next(std::max(told.width(), want.width() > width() ? want.width() : 0),
+                   std::max(line->minimumHeight(), want.height()));
+        if (next != told) {
+            told = next;
+            updateGeometry();
+        }
+    }
+
+  protected:
+    void resizeEvent(QResizeEvent*) override {
+        for (QWidget* child : findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+            child->setGeometry(rect());
+    }
+
+  private:
+    QSize told{0, 0}; // what the layout was last told
+};
+
+} // namespace
 
 ValueField::ValueField(const QString& key_, const QString& label, const QString& unit_, const QString& def,
                        const QString& descText, QWidget* parent)
@@ -44,14 +84,12 @@ ValueField::ValueField(const QString& key_, const QString& label, const QString&
     desc->setProperty("class", "desc");
     desc->setVisible(!about.isEmpty());
 
-    interp = new QLabel(this);
+    auto* lineBox = new LineBox(this);
+    interp = new QLabel(lineBox);
     interp->setTextFormat(Qt::RichText);
     interp->setProperty("class", "interp");
-    // The line keeps its room while empty, so that it doesn't push the fields
-    // below down as it appears under the student's typing.
-    QSizePolicy keep = interp->sizePolicy();
-    keep.setRetainSizeWhenHidden(true);
-    interp->setSizePolicy(keep);
+    // The box keeps the line's room while it is empty, so that it doesn't
+    // push the fields below down as it appears under the student's typing.
     interp->installEventFilter(this);
     interp->hide();
 
@@ -59,7 +97,7 @@ ValueField::ValueField(const QString& key_, const QString& label, const QString&
     below->setContentsMargins(0, 0, 0, 0);
     below->setSpacing(0);
     below->addWidget(desc);
-    below->addWidget(interp);
+    below->addWidget(lineBox);
 
     grid->addWidget(symbol, 0, 0);
     grid->addWidget(edit, 0, 1);
@@ -90,6 +128,7 @@ bool ValueField::eventFilter(QObject* watched, QEvent* event) {
             it = heights.insert(font, line.sizeHint().height());
         }
         interp->setMinimumHeight(*it);
+        static_cast<LineBox*>(interp->parentWidget())->fit(interp);
     }
     return QWidget::eventFilter(watched, event);
 }
@@ -101,8 +140,10 @@ void ValueField::setText(const QString& text) { edit->setText(text); }
 void ValueField::setInvalid(bool invalid) { setClass(edit, invalid ? QStringLiteral("err") : QString()); }
 
 void ValueField::setInterp(const QString& html) {
+    if (html == interp->text()) return;
     interp->setText(html);
     interp->setVisible(!html.isEmpty());
+    static_cast<LineBox*>(interp->parentWidget())->fit(interp);
 }
 
 }  // namespace app

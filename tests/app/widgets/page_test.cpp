@@ -133,6 +133,40 @@ TEST(ValueField, editClearsTheErrorFrameAndSignals) {
     EXPECT_EQ(entered, 1);
 }
 
+// The line under the edit changes at every keystroke without a layout pass
+// of the field (and so of the page around it); a line wider than its room
+// still gets the room.
+TEST(ValueField, interpretationLineAsksForRoomOnlyWhenItNeedsMore) {
+    QWidget host;
+    auto* column = new QVBoxLayout(&host);
+    auto* field = new app::ValueField("I", "Strøm", "A");
+    column->addWidget(field);
+    host.resize(500, 120);
+    host.show();
+    QApplication::processEvents();
+
+    struct Counter : QObject {
+        int passes = 0;
+        bool eventFilter(QObject*, QEvent* e) override {
+            passes += e->type() == QEvent::LayoutRequest;
+            return false;
+        }
+    } counter;
+    field->installEventFilter(&counter);
+    for (const char* line : {"= 2", "= 23", "= 235 A", "= 23", ""}) {
+        SCOPED_TRACE(line);
+        field->setInterp(QString::fromUtf8(line));
+        QApplication::processEvents();
+        EXPECT_EQ(counter.passes, 0);
+        EXPECT_EQ(field->interp->text(), QString::fromUtf8(line));
+        EXPECT_EQ(field->interp->isVisible(), *line != 0);
+    }
+    field->setInterp(QString("= ") + QString(90, QChar('8')));
+    QApplication::processEvents();
+    EXPECT_EQ(counter.passes, 1);
+    EXPECT_GE(field->minimumSizeHint().width(), field->interp->sizeHint().width());
+}
+
 TEST(ValueField, symbolUsesTheDisplayFormOfTheSheets) {
     EXPECT_EQ(app::ValueField("cosphi_2", "", "").symbol->text().toStdString(), "cos φ<sub>2</sub>");
 }
