@@ -167,9 +167,12 @@ void BM_toolEnterToPainted(benchmark::State& state, const std::string& route,
     settle();
 }
 
-// One keystroke in a machine tool's field until the window is painted with
-// the live figure redrawn: a digit typed, then taken back, in turn.
-void BM_liveKeystrokeToPainted(benchmark::State& state, const std::string& route, const QString& key) {
+// One keystroke in a machine tool's field until the live figure is redrawn
+// on screen: a digit typed, then taken back, in turn. `frame`: until the
+// next frame as the event loop makes it (the field and the figure painted);
+// otherwise until the whole window is painted again, sidebar and all.
+void BM_liveKeystrokeToPainted(benchmark::State& state, const std::string& route, const QString& key,
+                               bool frame) {
     app::MainWindow& w = window();
     w.navigate(QString::fromStdString(route));
     auto* page = dynamic_cast<app::ToolPage*>(w.currentPage());
@@ -187,9 +190,12 @@ void BM_liveKeystrokeToPainted(benchmark::State& state, const std::string& route
         else
             QTest::keyClick(edit, Qt::Key_5);
         typed = !typed;
-        paint(w);
+        if (frame)
+            QCoreApplication::sendPostedEvents();
+        else
+            paint(w);
     }
-    state.SetLabel(route + " " + key.toStdString());
+    state.SetLabel(route + " " + key.toStdString() + (frame ? ", next frame" : ", whole window"));
     settle();
 }
 
@@ -311,11 +317,18 @@ BENCHMARK_CAPTURE(BM_toolEnterToPainted, trafo, std::string("trafo"), {{"U_P", "
     ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(BM_toolEnterToPainted, trefase, std::string("trefase"), {{"R", "20"}})
     ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(BM_liveKeystrokeToPainted, motor, std::string("motor"), QStringLiteral("I_N"))
+BENCHMARK_CAPTURE(BM_liveKeystrokeToPainted, motor, std::string("motor"), QStringLiteral("I_N"), true)
     ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(BM_liveKeystrokeToPainted, trafo, std::string("trafo"), QStringLiteral("U_P"))
+BENCHMARK_CAPTURE(BM_liveKeystrokeToPainted, trafo, std::string("trafo"), QStringLiteral("U_P"), true)
     ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(BM_liveKeystrokeToPainted, trefase, std::string("trefase"), QStringLiteral("R"))
+BENCHMARK_CAPTURE(BM_liveKeystrokeToPainted, trefase, std::string("trefase"), QStringLiteral("R"), true)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_liveKeystrokeToPainted, motorWindow, std::string("motor"), QStringLiteral("I_N"), false)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_liveKeystrokeToPainted, trafoWindow, std::string("trafo"), QStringLiteral("U_P"), false)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_liveKeystrokeToPainted, trefaseWindow, std::string("trefase"), QStringLiteral("R"),
+                  false)
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_homeToPainted)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(BM_demoSliderToPainted, f, app::AcDemoPage::F)->Unit(benchmark::kMillisecond);

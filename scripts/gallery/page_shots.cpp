@@ -3,13 +3,14 @@
 // refused and revealed step by step, the home page and its chips, the
 // sidebar after choosing an entry near its end, the settings panel after a
 // change of text size, the PDF save dialog and the PDF itself (written beside
-// the pictures for scripts/look_pages.sh to turn into one); each in light and
-// dark, at text size 1.0 and 1.3, in a 1280×800 window. The whole screen is
-// grabbed, so popups and dialogs are in the picture: run it under Xvfb, as
-// scripts/look_pages.sh does. Window titles go to titles.txt.
+// the pictures for scripts/look_pages.sh to turn into one), the machine tools'
+// live figures and sheets; each in light and dark, at text size 1.0 and 1.3,
+// in a 1280×800 window. The whole screen is grabbed, so popups and dialogs
+// are in the picture: run it under Xvfb, as scripts/look_pages.sh does. Window titles go to titles.txt.
 //   page_shots OUTDIR [SCENE...]
 #include "app/pages/formulas/finderpage.h"
 #include "app/pages/formulas/formulapage.h"
+#include "app/pages/tools/toolpage.h"
 #include "app/sheet/resultarea.h"
 #include "app/shell/mainwindow.h"
 #include "app/shell/options.h"
@@ -111,6 +112,24 @@ QPixmap grabDialog(QWidget* window, const std::function<void()>& open) {
     return shot;
 }
 
+app::ToolPage* toolPage(app::MainWindow& w, const char* route,
+                        std::initializer_list<std::pair<const char*, const char*>> typed) {
+    w.navigate(QString::fromLatin1(route));
+    auto* page = dynamic_cast<app::ToolPage*>(w.currentPage());
+    if (!page) return nullptr;
+    for (const auto& [key, text] : typed)
+        if (app::ValueField* f = page->field(QString::fromLatin1(key))) {
+            f->edit->setFocus();
+            f->edit->clear();
+            QTest::keyClicks(f->edit, QString::fromUtf8(text));
+        }
+    return page;
+}
+
+void toolEnter(app::ToolPage* page, const char* key) {
+    if (page) QTest::keyClick(page->field(QString::fromLatin1(key))->edit, Qt::Key_Return);
+}
+
 // The picture being taken, without ".png": a scene that writes a file of its
 // own names it after the picture.
 QString shotBase;
@@ -210,6 +229,42 @@ const std::vector<Scene>& scenes() {
         {"pdf-file",
          [](app::MainWindow& w) {
              if (app::FormulaPage* p = solvedPower(w)) p->resultArea()->savePdfTo(shotBase + QStringLiteral(".pdf"));
+             return QPixmap();
+         }},
+        // The machine tools: a live figure while typing, and a solved sheet.
+        {"motor-typing",
+         [](app::MainWindow& w) {
+             toolPage(w, "motor", {{"P_2", "5,5k"}, {"I_N", "11"}, {"cosphi", "0,8"}});
+             return QPixmap();
+         }},
+        {"motor-solved",
+         [](app::MainWindow& w) {
+             if (app::ToolPage* p = toolPage(w, "motor", {})) p->thirdAction();
+             return QPixmap();
+         }},
+        {"trafo-typing",
+         [](app::MainWindow& w) {
+             toolPage(w, "trafo", {{"U_P", "230"}, {"U_S", "12"}});
+             return QPixmap();
+         }},
+        {"trafo-solved",
+         [](app::MainWindow& w) {
+             toolEnter(toolPage(w, "trafo", {{"U_P", "230"}, {"U_S", "12"}, {"S", "60"}}), "S");
+             return QPixmap();
+         }},
+        {"trefase-typing",
+         [](app::MainWindow& w) {
+             toolPage(w, "trefase", {{"R", "20"}, {"cosphi", "0,8"}});
+             return QPixmap();
+         }},
+        {"trefase-solved",
+         [](app::MainWindow& w) {
+             toolEnter(toolPage(w, "trefase", {{"R", "20"}}), "R");
+             return QPixmap();
+         }},
+        {"komp-solved",
+         [](app::MainWindow& w) {
+             toolEnter(toolPage(w, "komp", {{"P", "1000"}, {"cosphi1", "0,7"}, {"U", "230"}}), "P");
              return QPixmap();
          }},
         {"message-box",

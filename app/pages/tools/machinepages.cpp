@@ -1,20 +1,20 @@
 #include "app/pages/tools/machinepages.h"
 
+#include "app/widgets/figureview.h"
 #include "app/widgets/page.h"
-#include "app/widgets/svgview.h"
 #include "app/widgets/valuefield.h"
 #include "fl/tools/machinefigs.h"
 #include "fl/tools/machines.h"
 #include "store/datastore.h"
 #include "store/keys.h"
 
+#include <QBoxLayout>
 #include <QComboBox>
+#include <QEvent>
 #include <QGridLayout>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QTimer>
-#include <QVBoxLayout>
 
 #include <cmath>
 
@@ -74,15 +74,58 @@ void liveOnEveryChange(ToolPage* page) {
         QObject::connect(f, &ValueField::changed, page, [page] { page->live(); });
 }
 
-// Loading a document costs more than writing it, so an unchanged one stays.
-void showFigure(SvgView* view, const fl::FigureOut& fig) {
-    std::string svg = fl::svgDocument(fig);
-    if (svg != view->svg()) view->setSvg(svg);
+// Painted from its shapes: an SVG renderer would lay out and stroke every
+// label anew at each keystroke. A figure that came out the same (a key that
+// left the number as it was) is not painted again.
+void showFigure(FigureView* view, fl::FigureOut fig) {
+    if (fig.body != view->figure().body) view->setFigure(std::move(fig));
 }
 
 std::string choice(const QComboBox* box) {
     return box->currentData().toString().toStdString();
 }
+
+// The plate's fields with the live figure beside them where the card has room
+// for the figure at nearly its own size, and the figure above them where it
+// hasn't: squeezed into the side, its labels grow too small to read.
+class PlateRow : public QWidget {
+  public:
+    PlateRow(QWidget* fields, FigureView* figure, QWidget* parent)
+        : QWidget(parent), fields(fields), figure(figure),
+          box(new QBoxLayout(QBoxLayout::LeftToRight, this)) {
+        box->setContentsMargins(0, 0, 0, 0);
+        box->setSpacing(16);
+        box->addWidget(fields, 1);
+        box->addWidget(figure, 0, Qt::AlignTop);
+    }
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override {
+        QWidget::resizeEvent(event);
+        arrange();
+    }
+    // A new text size widens the fields.
+    void changeEvent(QEvent* event) override {
+        QWidget::changeEvent(event);
+        if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) arrange();
+    }
+
+  private:
+    void arrange() {
+        const int room = width() - fields->sizeHint().width() - box->spacing();
+        const bool narrow = room < figure->sizeHint().width() * 9 / 10;
+        if (narrow == stacked) return;
+        stacked = narrow;
+        // Bottom to top puts the figure above the fields.
+        box->setDirection(stacked ? QBoxLayout::BottomToTop : QBoxLayout::LeftToRight);
+        box->setAlignment(figure, stacked ? Qt::Alignment() : Qt::AlignTop);
+    }
+
+    QWidget* fields;
+    FigureView* figure;
+    QBoxLayout* box;
+    bool stacked = false;
+};
 
 } // namespace
 
@@ -159,20 +202,11 @@ MotorPage::MotorPage(PageHost* h, QWidget* parent)
     addRunButton(QString::fromUtf8(kRun), true, QStringLiteral("Eksempel"));
 
     // The fields in a panel of their own, the plate figure beside them.
-    fig = new SvgView;
+    fig = new FigureView;
     Card* card = form();
     const int at = card->layout->indexOf(card->fieldArea);
-    auto* row = new QWidget(card);
-    auto* beside = new QHBoxLayout(row);
-    beside->setContentsMargins(0, 0, 0, 0);
-    beside->setSpacing(16);
     card->layout->removeWidget(card->fieldArea);
-    beside->addWidget(card->fieldArea, 5);
-    auto* side = new QVBoxLayout;
-    side->addWidget(fig);
-    side->addStretch(1);
-    beside->addLayout(side, 6);
-    card->layout->insertWidget(at, row);
+    card->layout->insertWidget(at, new PlateRow(card->fieldArea, fig, card));
 
     restoreFields(this, key::MotorField);
     phaseChanged();
@@ -249,7 +283,7 @@ TrafoPage::TrafoPage(PageHost* h, QWidget* parent)
                    "transformer: S er den samme på begge sider."),
                QStringLiteral("Transformer"), QStringLiteral("Værktøj · formelsamling s. 9 og formelhjulet"),
                parent) {
-    fig = new SvgView;
+    fig = new FigureView;
     form()->layout->addWidget(fig);
     std::string group;
     for (const fl::TrafoField& f : fl::transformerFields()) {
@@ -294,7 +328,7 @@ TrefasePage::TrefasePage(PageHost* h, QWidget* parent)
                    "om, eller hvis der kommer en fejl."),
                QStringLiteral("Trefaset belastning – stjerne og trekant"),
                QStringLiteral("Værktøj · YΔ-arket (symmetrisk belastning)"), parent) {
-    fig = new SvgView;
+    fig = new FigureView;
     form()->layout->addWidget(fig);
     connection = addStoredChoice(this, QStringLiteral("Kobling"),
                                  {{QStringLiteral("Y"), QStringLiteral("Stjerne (Y)")},

@@ -13,7 +13,7 @@ class QComboBox;
 
 namespace app {
 
-class SvgView;
+class FigureView;
 
 class KompPage : public ToolPage {
     Q_OBJECT
@@ -43,7 +43,7 @@ class MotorPage : public ToolPage {
 
     QComboBox* phaseChoice() const { return phases; }
     QComboBox* startChoice() const { return start; }
-    SvgView* figure() const { return fig; }
+    FigureView* figure() const { return fig; }
 
   private:
     bool threePhase() const;
@@ -53,7 +53,7 @@ class MotorPage : public ToolPage {
 
     QComboBox* phases = nullptr;
     QComboBox* start = nullptr;
-    SvgView* fig = nullptr;
+    FigureView* fig = nullptr;
 };
 
 class TrafoPage : public ToolPage {
@@ -65,12 +65,12 @@ class TrafoPage : public ToolPage {
     void afterClear() override;
     void live() override;
 
-    SvgView* figure() const { return fig; }
+    FigureView* figure() const { return fig; }
 
   private:
     void remember();
 
-    SvgView* fig = nullptr;
+    FigureView* fig = nullptr;
 };
 
 class TrefasePage : public ToolPage {
@@ -81,13 +81,13 @@ class TrefasePage : public ToolPage {
     void live() override;
 
     QComboBox* connectionChoice() const { return connection; }
-    SvgView* figure() const { return fig; }
+    FigureView* figure() const { return fig; }
 
   private:
     bool star() const;
 
     QComboBox* connection = nullptr;
-    SvgView* fig = nullptr;
+    FigureView* fig = nullptr;
 };
 
 } // namespace app

@@ -5,7 +5,7 @@
 #include "app/pages/tools/toolpage.h"
 #include "app/sheet/resultarea.h"
 #include "app/sheet/sheetview.h"
-#include "app/widgets/svgview.h"
+#include "app/widgets/figureview.h"
 #include "app/widgets/valuefield.h"
 #include "fl/expr/markup.h"
 #include "tests/app/click_link.h"
@@ -50,8 +50,8 @@ inline std::string noteOf(const ToolPage* page) {
 }
 
 // The page's live figure, if it has one.
-inline const SvgView* figureOf(const ToolPage* page) {
-    return page->findChild<SvgView*>();
+inline const FigureView* figureOf(const ToolPage* page) {
+    return page->findChild<FigureView*>();
 }
 
 } // namespace app::test
