@@ -18,8 +18,7 @@
 //      last two for every page it makes.
 //   4. Links the page doesn't handle itself go to host->openLink(href); a
 //      value worth reusing to host->addResult(name, value, unit).
-//   5. Register it with one line in pageFactory() (app/shell/routes.cpp),
-//      replacing the route's namedPage:
+//   5. Register it with one line in pageFactory() (app/shell/routes.cpp):
 //          {"kabel", [](PageHost* h) -> Page* { return new KabelPage(h); }},
 //      and add its files to app/CMakeLists.txt in a block for the subsystem.
 //   6. Test it in tests/app/pages/<subsystem>/ against app::test::FakeHost,

@@ -25,33 +25,12 @@
 #include "app/shell/lockedpage.h"
 #include "app/widgets/page.h"
 #include "fl/formulas/catalogue.h"
-#include "fl/formulas/lists.h"
 
-#include <QLabel>
 
 namespace app {
 
-Page* namedPage(const std::string& route) {
-    auto* page = new Page;
-    const fl::Tile* tile = fl::findFamilyOrTile(route);
-    auto* heading = new QLabel(tile ? QString::fromStdString(tile->name) : QString::fromStdString(route));
-    heading->setProperty("class", "h2");
-    heading->setTextFormat(Qt::RichText);
-    heading->setWordWrap(true);
-    page->addWidget(heading);
-    if (tile && !tile->subtitle.empty()) {
-        auto* sub = new QLabel(QString::fromStdString(tile->subtitle));
-        sub->setProperty("class", "hint");
-        sub->setTextFormat(Qt::RichText);
-        sub->setWordWrap(true);
-        page->addWidget(sub);
-    }
-    return page;
-}
-
 const std::map<std::string, PageCreator>& pageFactory() {
-    // One line per route: a page that is built replaces its namedPage here.
-    auto named = [](const char* route) { return [route](PageHost*) { return namedPage(route); }; };
+    // One line per route.
     static const std::map<std::string, PageCreator> table = {
         {"hjem", [](PageHost* h) -> Page* { return new HomePage(h); }},
         {"kreds", [](PageHost* h) -> Page* { return new KredsPage(false, false, h); }},

@@ -23,7 +23,4 @@ const std::map<std::string, PageCreator>& pageFactory();
 // without a creator or when the creator fails.
 Page* createPage(const std::string& route, PageHost* host);
 
-// A plain page headed by the route's name, for pages still to be built.
-Page* namedPage(const std::string& route);
-
 }  // namespace app
