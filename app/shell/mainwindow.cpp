@@ -391,40 +391,54 @@ void MainWindow::openLink(const QString& href) {
 void MainWindow::addResult(const QString& name, double value, const QString& unit) {
     if (!std::isfinite(value)) return;
     results.insert(results.begin(), ResultRecord{name, value, unit});
-    if (results.size() > 10) results.resize(10);
-    rebuildResults();
+    // One new button in front and the oldest gone: a tool that hands over
+    // eight results must not make eighty buttons.
+    stripLayout->insertWidget(1, resultButton(results.front()));
+    if (results.size() > 10) {
+        results.resize(10);
+        dropStripItem(stripLayout->count() - 1);
+    }
+    fitStrip();
 }
 
-void MainWindow::rebuildResults() {
-    // The label stays; the buttons are made anew in the present number format.
-    while (stripLayout->count() > 1) {
-        QLayoutItem* item = stripLayout->takeAt(1);
-        if (QWidget* w = item->widget()) {
-            w->hide();
-            w->deleteLater();
-        }
-        delete item;
+QPushButton* MainWindow::resultButton(const ResultRecord& record) {
+    QString name = record.name;
+    name.remove(QStringLiteral("<sub>")).remove(QStringLiteral("</sub>"));
+    const QString text =
+        name + QStringLiteral(" = ") + QString::fromStdString(fl::fmtWithUnit(record.value, record.unit.toStdString()));
+    QPushButton* button = makeButton(text, strip, QStringLiteral("chip"));
+    button->setStyleSheet(QStringLiteral("font-size: %1pt;").arg(scaledPt(10), 0, 'f', 1));
+    button->setFocusPolicy(Qt::NoFocus);
+    const double value = record.value;
+    connect(button, &QPushButton::clicked, this, [this, value] {
+        if (!lastField) return;
+        lastField->setText(QString::fromStdString(fl::fmtValue10(value)));
+        lastField->setFocus(Qt::OtherFocusReason);
+    });
+    return button;
+}
+
+void MainWindow::dropStripItem(int index) {
+    QLayoutItem* item = stripLayout->takeAt(index);
+    if (QWidget* w = item->widget()) {
+        w->hide();
+        w->deleteLater();
     }
-    for (const ResultRecord& record : results) {
-        QString name = record.name;
-        name.remove(QStringLiteral("<sub>")).remove(QStringLiteral("</sub>"));
-        const QString text = name + QStringLiteral(" = ") +
-                             QString::fromStdString(fl::fmtWithUnit(record.value, record.unit.toStdString()));
-        QPushButton* button = makeButton(text, strip, QStringLiteral("chip"));
-        button->setStyleSheet(QStringLiteral("font-size: %1pt;").arg(scaledPt(10), 0, 'f', 1));
-        button->setFocusPolicy(Qt::NoFocus);
-        const double value = record.value;
-        connect(button, &QPushButton::clicked, this, [this, value] {
-            if (!lastField) return;
-            lastField->setText(QString::fromStdString(fl::fmtValue10(value)));
-            lastField->setFocus(Qt::OtherFocusReason);
-        });
-        stripLayout->addWidget(button);
-    }
+    delete item;
+}
+
+void MainWindow::fitStrip() {
     // The label sits on the buttons' middle line.
     if (stripLayout->count() > 1)
         stripLayout->itemAt(0)->widget()->setMinimumHeight(stripLayout->itemAt(1)->sizeHint().height());
     strip->setVisible(!results.empty());
+}
+
+void MainWindow::rebuildResults() {
+    // The label stays; the buttons are made anew in the present number format.
+    while (stripLayout->count() > 1) dropStripItem(1);
+    for (const ResultRecord& record : results) stripLayout->addWidget(resultButton(record));
+    fitStrip();
 }
 
 void MainWindow::showNotice(const QString& html, const QString& id) {

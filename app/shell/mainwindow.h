@@ -83,6 +83,9 @@ public:
     // To `previous`, the page shown before this one (Alt+←, the mouse's back button).
     void goBack();
     void rebuildResults();
+    QPushButton* resultButton(const ResultRecord& record);
+    void fitStrip();
+    void dropStripItem(int index);
     void updateStatus();
     // Goes where Enter in the search box goes.
     void openFirstHit();

@@ -16,6 +16,13 @@ FlowLayout::~FlowLayout() {
 
 void FlowLayout::addItem(QLayoutItem* item) { items.push_back(item); }
 
+void FlowLayout::insertWidget(int index, QWidget* w) {
+    addChildWidget(w);
+    const auto at = index < 0 || index > count() ? items.end() : items.begin() + index;
+    items.insert(at, new QWidgetItem(w));
+    invalidate();
+}
+
 int FlowLayout::count() const { return int(items.size()); }
 
 QLayoutItem* FlowLayout::itemAt(int index) const {

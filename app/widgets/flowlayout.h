@@ -14,6 +14,8 @@ public:
     ~FlowLayout() override;
 
     void addItem(QLayoutItem* item) override;
+    // Puts `w` at `index` (clamped to the end), as QBoxLayout::insertWidget does.
+    void insertWidget(int index, QWidget* w);
     int count() const override;
     QLayoutItem* itemAt(int index) const override;
     QLayoutItem* takeAt(int index) override;
