@@ -661,26 +661,26 @@ double tickStep(double span, int most) {
     return 10 * p;
 }
 
-FigureOut drawAxes(const AxesSpec& spec) {
+FigureOut drawAxes(const AxesPlot& plot) {
     Canvas cv;
-    cv.keepShapes = spec.keepShapes;
-    cv.setBounds(spec.W, spec.H);
-    double y0 = spec.y0, y1 = spec.y1, x0 = spec.x0, x1 = spec.x1;
+    cv.keepShapes = plot.keepShapes;
+    cv.setBounds(plot.W, plot.H);
+    double y0 = plot.y0, y1 = plot.y1, x0 = plot.x0, x1 = plot.x1;
     if (!(x1 > x0)) x0 = 0, x1 = 1;
     if (!(y1 > y0)) y0 = -1, y1 = 1;
     // Room above and below the curves.
     const double midY = (y0 + y1) / 2, halfY = (y1 - y0) / 2 * 1.18;
     y0 = midY - halfY, y1 = midY + halfY;
-    const double pw = spec.W - spec.left - spec.right, ph = spec.H - spec.top - spec.bottom;
+    const double pw = plot.W - plot.left - plot.right, ph = plot.H - plot.top - plot.bottom;
     const auto map = [&](Pt p) -> Pt {
-        return {spec.left + (p.x - x0) / (x1 - x0) * pw, spec.top + (y1 - p.y) / (y1 - y0) * ph};
+        return {plot.left + (p.x - x0) / (x1 - x0) * pw, plot.top + (y1 - p.y) / (y1 - y0) * ph};
     };
 
     const double sx = tickStep(x1 - x0, 8), sy = tickStep(y1 - y0, 6);
     for (double t = std::ceil(x0 / sx) * sx; t <= x1 + 1e-9 * sx; t += sx) {
         const Pt a = map({t, y0}), b = map({t, y1});
         cv.line(a.x, a.y, b.x, b.y, "grid");
-        cv.text(a.x, a.y + 12, fmtNumber(t) + spec.xUnit, "middle", "tick tbig");
+        cv.text(a.x, a.y + 12, fmtNumber(t) + plot.xUnit, "middle", "tick tbig");
     }
     for (double t = std::ceil(y0 / sy) * sy; t <= y1 + 1e-9 * sy; t += sy) {
         const Pt a = map({x0, t}), b = map({x1, t});
@@ -694,17 +694,17 @@ FigureOut drawAxes(const AxesSpec& spec) {
     a = map({ax, y0}), b = map({ax, y1});
     cv.line(a.x, a.y, b.x, b.y, "axis");
 
-    for (const AxesSpec::Curve& curve : spec.curves) {
+    for (const AxesPlot::Curve& curve : plot.curves) {
         std::vector<Pt> pts;
         pts.reserve(curve.points.size());
         for (const Pt& p : curve.points)
             pts.push_back(map(p));
         cv.polyline(pts, curve.cls + " ln");
     }
-    if (!spec.xLabel.empty()) cv.text(spec.W - spec.right, map({x1, ay}).y - 12, spec.xLabel, "end", "mut");
-    if (!spec.yLabel.empty()) cv.text(map({ax, y1}).x + 8, spec.top + 2, spec.yLabel, "start", "mut");
-    if (spec.overlay) spec.overlay(cv, map);
-    return {cv.body(), spec.W, spec.H, {}, std::move(cv.shapes)};
+    if (!plot.xLabel.empty()) cv.text(plot.W - plot.right, map({x1, ay}).y - 12, plot.xLabel, "end", "mut");
+    if (!plot.yLabel.empty()) cv.text(map({ax, y1}).x + 8, plot.top + 2, plot.yLabel, "start", "mut");
+    if (plot.overlay) plot.overlay(cv, map);
+    return {cv.body(), plot.W, plot.H, {}, std::move(cv.shapes)};
 }
 
 } // namespace fl

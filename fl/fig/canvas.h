@@ -198,7 +198,7 @@ struct Fig : Canvas {
 FigureOut drawFig(Fig& fig);
 
 // A chart of curves with a grid and axes through the origin.
-struct AxesSpec {
+struct AxesPlot {
     int W = 460, H = 280;
     double left = 56, right = 24, top = 20, bottom = 36; // plot margins
     double x0 = 0, x1 = 1, y0 = -1, y1 = 1;             // data range; y is widened by 1.18
@@ -213,7 +213,7 @@ struct AxesSpec {
     std::function<void(Canvas&, const std::function<Pt(Pt)>&)> overlay;
     bool keepShapes = false; // FigureOut::shapes as well
 };
-FigureOut drawAxes(const AxesSpec& spec);
+FigureOut drawAxes(const AxesPlot& plot);
 
 // A tick step of 1, 2.5, 5 or 10 times a power of ten that cuts `span` into
 // at most about `most` steps.

@@ -247,17 +247,17 @@ FigureOut formodFigure(const Given& g) {
 
 FigureOut effFigure(const Given& g) {
     const double umax = firstOf({g.pos("Umax"), g.pos("Ueff") * std::sqrt(2.0)}, 325);
-    AxesSpec spec;
-    spec.x0 = 0, spec.x1 = 20, spec.y0 = -umax, spec.y1 = umax;
-    spec.xLabel = "t [ms]";
-    spec.yLabel = "u [V]";
-    AxesSpec::Curve sine;
+    AxesPlot plot;
+    plot.x0 = 0, plot.x1 = 20, plot.y0 = -umax, plot.y1 = umax;
+    plot.xLabel = "t [ms]";
+    plot.yLabel = "u [V]";
+    AxesPlot::Curve sine;
     sine.cls = "w1";
     for (int k = 0; k <= 100; ++k)
         sine.points.push_back({k * 0.2, umax * std::sin(2 * kPi * k / 100.0)});
-    spec.curves.push_back(std::move(sine));
+    plot.curves.push_back(std::move(sine));
     const double ueff = umax / std::sqrt(2.0);
-    spec.overlay = [&g, umax, ueff](Canvas& cv, const std::function<Pt(Pt)>& map) {
+    plot.overlay = [&g, umax, ueff](Canvas& cv, const std::function<Pt(Pt)>& map) {
         const Pt a = map({0, ueff}), b = map({20, ueff});
         cv.line(a.x, a.y, b.x, b.y, "dash");
         // Past 7,5 ms the curve has fallen below U_eff, so the text above the line is clear of it.
@@ -268,7 +268,7 @@ FigureOut effFigure(const Given& g) {
         cv.circle(peak.x, peak.y, 3.5, "node");
         cv.text(peak.x + 8, peak.y - 13, g.label("Umax", "V"), "start", g.cls("Umax").empty() ? "t1" : "hl");
     };
-    FigureOut f = drawAxes(spec);
+    FigureOut f = drawAxes(plot);
     f.caption = "Sinusspænding ved 50 Hz: U<sub>eff</sub> = U<sub>max</sub> / √2 ≈ 0,707 · U<sub>max</sub>";
     return f;
 }

@@ -29,53 +29,53 @@ FigureOut curveFigure(const DemoSetting& s, const SeriesRlcValues& v) {
     const double period = 1000 / s.f; // ms
     const double uPeak = std::sqrt(2.0) * v.U, iPeak = std::sqrt(2.0) * v.I;
     const double shift = v.phi * M_PI / 180;
-    AxesSpec spec;
-    spec.keepShapes = true;
-    spec.right = 52;
-    spec.x0 = 0, spec.x1 = 2 * period;
-    spec.y0 = -uPeak, spec.y1 = uPeak;
-    spec.xLabel = "t / ms";
-    spec.yLabel = "u / V";
-    AxesSpec::Curve u{{}, "w1"}, i{{}, "w2"};
+    AxesPlot plot;
+    plot.keepShapes = true;
+    plot.right = 52;
+    plot.x0 = 0, plot.x1 = 2 * period;
+    plot.y0 = -uPeak, plot.y1 = uPeak;
+    plot.xLabel = "t / ms";
+    plot.yLabel = "u / V";
+    AxesPlot::Curve u{{}, "w1"}, i{{}, "w2"};
     u.points.reserve(kSamples + 1);
     i.points.reserve(kSamples + 1);
     for (int k = 0; k <= kSamples; ++k) {
-        const double t = spec.x1 * k / kSamples;
+        const double t = plot.x1 * k / kSamples;
         const double wt = 2 * M_PI * t / period;
         u.points.push_back({t, uPeak * std::sin(wt)});
         // φ > 0: the current lags the voltage.
         i.points.push_back({t, iPeak * s.R * std::sin(wt - shift)});
     }
-    spec.curves = {u, i};
-    spec.overlay = [&](Canvas& cv, const std::function<Pt(Pt)>& map) {
+    plot.curves = {u, i};
+    plot.overlay = [&](Canvas& cv, const std::function<Pt(Pt)>& map) {
         const double half = uPeak * 1.18, step = tickStep(2 * half, 6);
-        const double right = spec.W - spec.right + 6;
+        const double right = plot.W - plot.right + 6;
         for (double t = std::ceil(-half / step) * step; t <= half + 1e-9 * step; t += step) {
             const std::string text = fmtNumber(std::fabs(t) < 1e-9 * step ? 0.0 : t / s.R);
             cv.textFit(right, map({0, t}).y, text, "start", "vl2", textWidth(text, 12.5));
         }
-        cv.text(right, spec.top + 2, "i / A", "start", "vl2");
+        cv.text(right, plot.top + 2, "i / A", "start", "vl2");
         // u over its first crest, i under its first trough: apart even when the curves coincide.
         const double quarter = period / 4;
         const Pt pu = map({quarter, uPeak}), pi = map({3 * quarter + period * v.phi / 360, -iPeak * s.R});
         cv.text(pu.x, pu.y - 12, "u", "middle", "t1");
         cv.text(pi.x, pi.y + 14, "i", "middle", "t2");
     };
-    return drawAxes(spec);
+    return drawAxes(plot);
 }
 
 // The current over frequency, with the setting's f and the resonance f₀.
 FigureOut resonanceFigure(const DemoSetting& s, const SeriesRlcValues& v) {
     const double fMax = std::max({2.2 * v.f0, 1.25 * s.f, 10.0});
     const double top = s.U / s.R; // the current at resonance
-    AxesSpec spec;
-    spec.keepShapes = true;
-    spec.W = 940, spec.H = 240;
-    spec.x0 = 0, spec.x1 = fMax;
-    spec.y0 = 0, spec.y1 = top;
-    spec.xLabel = "f / Hz";
-    spec.yLabel = "I / A";
-    AxesSpec::Curve curve{{}, "w2"};
+    AxesPlot plot;
+    plot.keepShapes = true;
+    plot.W = 940, plot.H = 240;
+    plot.x0 = 0, plot.x1 = fMax;
+    plot.y0 = 0, plot.y1 = top;
+    plot.xLabel = "f / Hz";
+    plot.yLabel = "I / A";
+    AxesPlot::Curve curve{{}, "w2"};
     curve.points.reserve(kSamples + 2);
     bool peakTaken = false;
     for (int k = 1; k <= kSamples; ++k) {
@@ -87,9 +87,9 @@ FigureOut resonanceFigure(const DemoSetting& s, const SeriesRlcValues& v) {
         }
         curve.points.push_back({f, solve(s, f).I});
     }
-    spec.curves = {curve};
+    plot.curves = {curve};
     const bool resonant = atResonance(v, s.f);
-    spec.overlay = [&](Canvas& cv, const std::function<Pt(Pt)>& map) {
+    plot.overlay = [&](Canvas& cv, const std::function<Pt(Pt)>& map) {
         const Pt base0 = map({v.f0, 0}), peak = map({v.f0, top});
         cv.line(base0.x, base0.y, peak.x, peak.y, "dash");
         cv.text(peak.x, peak.y - 12, "f<sub>0</sub> = " + formatValue(v.f0, "Hz"), "middle", "hl");
@@ -100,7 +100,7 @@ FigureOut resonanceFigure(const DemoSetting& s, const SeriesRlcValues& v) {
         cv.text(here.x + (s.f < v.f0 ? -8 : 8), here.y - 12, "f = " + formatValue(s.f, "Hz"), s.f < v.f0 ? "end" : "start",
                 "sym");
     };
-    return drawAxes(spec);
+    return drawAxes(plot);
 }
 
 std::string readoutLine(const DemoSetting& s, const SeriesRlcValues& v, bool resonant) {

@@ -177,14 +177,14 @@ TEST(AxesTest, tickStepsAreOneTwoAndAHalfFiveOrTenTimesAPowerOfTen) {
 }
 
 TEST(AxesTest, aChartWithCurvesIsWellFormed) {
-    AxesSpec spec;
-    spec.x0 = 0, spec.x1 = 20, spec.y0 = -325, spec.y1 = 325;
-    AxesSpec::Curve c;
+    AxesPlot plot;
+    plot.x0 = 0, plot.x1 = 20, plot.y0 = -325, plot.y1 = 325;
+    AxesPlot::Curve c;
     c.cls = "w1";
     for (int k = 0; k <= 50; ++k)
         c.points.push_back({k * 0.4, 325 * std::sin(k * 0.4 * 0.314)});
-    spec.curves.push_back(c);
-    EXPECT_EQ(svgProblem(svgDocument(drawAxes(spec))), "");
+    plot.curves.push_back(c);
+    EXPECT_EQ(svgProblem(svgDocument(drawAxes(plot))), "");
 }
 
 // A canvas that keeps shapes records each element the SVG holds, as the

@@ -76,8 +76,9 @@ void checkScene(const std::string& svg, const std::vector<std::complex<double>>&
         const Arrow& a = arrows[k + 1];
         // Coordinates are rounded to 0.1 px; a short arrow carries that error.
         EXPECT_NEAR(a.length(), std::abs(want[k]) * scale, 0.2 + 1e-3 * longest * scale);
-        if (a.length() > 20)
+        if (a.length() > 20) {
             EXPECT_NEAR(wrap(a.angle() - (std::arg(want[k]) - std::arg(reference))), 0, 0.5 * kDeg);
+        }
     }
 }
 

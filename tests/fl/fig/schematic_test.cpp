@@ -106,7 +106,9 @@ TEST(SchematicTest, randomTreesGiveValidDrawingsWithOrderedDisjointBoxesInside) 
         }
         for (size_t i = 0; i < hits.size(); ++i)
             for (size_t j = i + 1; j < hits.size(); ++j)
-                if (!hits[i].group && !hits[j].group) EXPECT_FALSE(overlap(hits[i], hits[j])) << hits[i].id << " " << hits[j].id;
+                if (!hits[i].group && !hits[j].group) {
+                    EXPECT_FALSE(overlap(hits[i], hits[j])) << hits[i].id << " " << hits[j].id;
+                }
         // A group's frame holds its children's boxes.
         walk(c.root, [&](const CNodePtr& g) {
             if (!g->group || g->id == "root") return;
