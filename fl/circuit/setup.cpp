@@ -62,6 +62,9 @@ const Limit kLimits[] = {
     {"L", 20.0, "H", "m", "mH", "spoler er normalt højst nogle få henry"},
 };
 
+// The field's name, which also opens the message on a cos φ out of range.
+constexpr const char* kCosWords = "effektfaktor";
+
 struct SourceField {
     const char* key;
     const char* symbol;
@@ -69,14 +72,17 @@ struct SourceField {
 };
 
 const std::vector<SourceField>& sourceFields(bool isAc) {
+    // Direct current reads the frequency too, only to refuse an unreadable
+    // one: nothing else of it is used.
     static const std::vector<SourceField> dc = {{"U", "U", "kildespænding"},
+                                                {"f", "f", "frekvens"},
                                                 {"I", "I", "samlet strøm"},
                                                 {"P", "P_tot", "samlet effekt"},
                                                 {"R", "R_tot", "samlet modstand"}};
     static const std::vector<SourceField> ac = {
-        {"U", "U", "kildespænding"},       {"f", "f", "frekvens"},
-        {"I", "I", "samlet strøm"},        {"P", "P", "aktiv effekt"},
-        {"cos", "cosphi", "effektfaktor"}, {"Z", "Z", "samlet impedans"}};
+        {"U", "U", "kildespænding"},     {"f", "f", "frekvens"},
+        {"I", "I", "samlet strøm"},      {"P", "P", "aktiv effekt"},
+        {"cos", "cosphi", kCosWords},    {"Z", "Z", "samlet impedans"}};
     return isAc ? ac : dc;
 }
 
@@ -120,6 +126,7 @@ Setup readSetup(const Circuit& c, const MeterInfo* meters) {
             continue;
         }
         const std::string sym = f.symbol;
+        if (!isAc && sym == "f") continue;
         su.given.push_back({givenLine(sym, v, f.words, root), sym, v});
         if (sym == "U" || sym == "f") {
             su.values[sym] = v;
@@ -287,6 +294,8 @@ Setup readSetup(const Circuit& c, const MeterInfo* meters) {
     }
 
     if (isAc) {
+        // Zero or below is no frequency of an alternating current: the
+        // reactances would be zero, infinite or negative.
         const double f = lookup(su.values, "f");
         if (!(f > 0.0) || !std::isfinite(f)) {
             su.error = "Skriv frekvensen f (normalt 50 Hz).";
@@ -307,7 +316,7 @@ Setup readSetup(const Circuit& c, const MeterInfo* meters) {
                                   "Det er " + fmtNumber(v) + " % → brug cos φ = " + fmtNumber(v / 100.0));
                     su.fixes.push_back("src|cos|" + g4(v / 100.0));
                 }
-                su.error = "Effektfaktor skal være et tal mellem 0 og 1 (fx 0,8), men der står " +
+                su.error = std::string(kCosWords) + " skal være et tal mellem 0 og 1 (fx 0,8), men der står " +
                            fmtNumber(v) + ".";
                 if (!chips.empty()) su.error += " Mente du:<div class=\"chips\">" + chips + "</div>";
                 return su;

@@ -1,7 +1,8 @@
 // Screenshots of the circuit page with a solved circuit, for a person to look
 // at: the drawing and parts table, the top of the sheet, its middle and its
-// end (results, check and graphics), on the routes "kreds", "kredsac" and
-// "kredsguideac", each in light and dark, in a 1280×800 window under Xvfb
+// end (results, check and graphics), on the routes "kreds", "kredsac",
+// "kredsguide" and "kredsguideac", and the task sheet, each in light and
+// dark, in a 1280×800 window under Xvfb
 // (scripts/look_circuit.sh).
 //   circuit_shots OUTDIR [SCENE...]
 #include "app/pages/circuit/kredspage.h"
@@ -16,6 +17,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QPushButton>
 #include <QScreen>
 #include <QScrollBar>
 #include <QTemporaryDir>
@@ -69,12 +71,15 @@ fl::Circuit acTask() {
 // Where the page stands when the picture is taken.
 enum class Place { Top, Sheet, Middle, End };
 
-QPixmap solved(app::MainWindow& w, const char* route, const fl::Circuit& c, Place place) {
+QPixmap solved(app::MainWindow& w, const char* route, const fl::Circuit& c, Place place, bool task = false) {
     w.navigate(QString::fromLatin1(route));
     auto* page = dynamic_cast<app::KredsPage*>(w.currentPage());
     if (!page) return QPixmap();
     page->installCircuit(c);
-    page->computeNow();
+    if (task)
+        page->button(QStringLiteral("Opgaveark"))->click();
+    else
+        page->computeNow();
     page->resultArea()->view()->finishLoading();
     settle(250);
     const int sheetTop = page->resultArea()->mapTo(page->widget(), QPoint(0, 0)).y();
@@ -110,6 +115,9 @@ const std::vector<Scene>& scenes() {
         {"kredsac-sheet", [](app::MainWindow& w) { return solved(w, "kredsac", acTask(), Place::Sheet); }},
         {"kredsac-middle", [](app::MainWindow& w) { return solved(w, "kredsac", acTask(), Place::Middle); }},
         {"kredsac-end", [](app::MainWindow& w) { return solved(w, "kredsac", acTask(), Place::End); }},
+        {"kredsguide-sheet", [](app::MainWindow& w) { return solved(w, "kredsguide", dcTask(), Place::Sheet); }},
+        {"kreds-task", [](app::MainWindow& w) { return solved(w, "kreds", dcTask(), Place::Sheet, true); }},
+        {"kredsac-task", [](app::MainWindow& w) { return solved(w, "kredsac", acTask(), Place::Sheet, true); }},
         {"kredsguideac-sheet",
          [](app::MainWindow& w) { return solved(w, "kredsguideac", acTask(), Place::Sheet); }},
         {"kredsguideac-middle",

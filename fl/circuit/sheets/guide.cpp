@@ -20,9 +20,9 @@ const char* const kNoWay =
 std::string guideStep(int n, const std::string& find, const std::string& title, const std::string& pages,
                       const std::string& formula, bool isAc, const std::vector<std::string>& needs) {
     std::string out = "<div class=\"step\"><p class=\"h4\"><span class=\"stnum\">" + std::to_string(n) + "</span> Find " +
-                      find + " – " + title;
-    if (!pages.empty()) out += " <span class=\"crumb\">formelsamlingen s. " + pages + "</span>";
-    out += "</p>" + formula + "<p class=\"hint0\"><b>Hvorfor:</b> " + whyText(title, isAc) + "</p>";
+                      find + " – " + title + "</p>";
+    if (!pages.empty()) out += "<span class=\"crumb\">formelsamlingen s. " + pages + "</span>";
+    out += formula + "<p class=\"hint0\"><b>Hvorfor:</b> " + whyText(title, isAc) + "</p>";
     if (!needs.empty()) out += "<p class=\"hint0\"><b>Det skal du bruge:</b> " + join(needs, ", ") + ".</p>";
     return out + "</div>";
 }
@@ -149,23 +149,19 @@ std::string opgaveark(Circuit& c, const std::string& date) {
     }
     out += "<h3 class=\"sh\">Det er opgivet</h3><div class=\"known\">" + given + "</div>";
     out += "<h3 class=\"sh\">Find</h3><ol>";
+    // The powers item and the closing hint share their ending.
+    const char* ending = isAc ? " og effekttrekanten (S² = P² + Q²)." : ".";
     if (isAc) {
-        if (coils && caps)
-            out += "<li>reaktanserne X<sub>L</sub> og X<sub>C</sub></li>";
-        else if (coils)
-            out += "<li>reaktansen X<sub>L</sub></li>";
-        else if (caps)
-            out += "<li>reaktansen X<sub>C</sub></li>";
+        if (coils || caps) out += "<li>reaktanserne X<sub>L</sub> og X<sub>C</sub></li>";
         out += "<li>impedansen Z og vinklen φ</li>";
-    } else {
-        out += "<li>den samlede modstand R<sub>tot</sub></li>";
     }
     out += "<li>strømmen I og strømmen i hver gren</li><li>spændingen over hver komponent</li>";
-    out += isAc ? "<li>den aktive, den reaktive og den tilsyneladende effekt og effekttrekanten (S² = P² + Q²).</li>"
-                : "<li>effekten i hver komponent og den samlede effekt.</li>";
+    out += std::string("<li>") +
+           (isAc ? "den aktive, den reaktive og den tilsyneladende effekt" : "effekten i hver komponent og den samlede effekt") +
+           ending + "</li>";
     out += "</ol><p class=\"hint0\">Skriv formlen først, sæt tallene ind, og husk enheden på resultatet. Tjek til "
            "sidst med Kirchhoffs love";
-    out += isAc ? " og effekttrekanten.</p>" : ".</p>";
+    out += std::string(ending) + "</p>";
     out += "<h3 class=\"sh\">Din udregning</h3><table class=\"dataTable\"><tr><th style=\"width:22%\">Størrelse</th>"
            "<th style=\"width:38%\">Formel</th><th>Tal ind og resultat</th></tr>";
     for (int row = 0; row < 10; ++row)

@@ -351,10 +351,10 @@ std::string checkSection(const Sheet& s) {
                "<div class=\"known\">" + compare + "</div>";
     if (triangle.empty() && laws.html.empty() && compare.empty() && s.mismatches.empty())
         return "<p class=\"hint0\">Ingen kontrol mulig med de fundne værdier.</p>";
+    // One sentence for both currents: in dc the vectors all lie on one line.
     if (ok)
-        out += s.isAc ? "<p class=\"ok\">✓ Alle formlerne passer med de fundne værdier (Kirchhoffs 1. lov er opfyldt "
-                        "som vektorer).</p>"
-                      : "<p class=\"ok\">✓ Alle formlerne passer med de fundne værdier.</p>";
+        out += "<p class=\"ok\">✓ Alle formlerne passer med de fundne værdier (Kirchhoffs 1. lov er opfyldt som "
+               "vektorer).</p>";
     return out;
 }
 

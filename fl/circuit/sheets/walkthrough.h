@@ -34,8 +34,9 @@ std::string fremgangsmaade();
 std::string opgaveark(Circuit& c, const std::string& date);
 std::string opgaveark();
 
-// "<b>Hvorfor:</b> …" for a step: the explanation whose key the title holds
-// first, in the order the keys are tested; a general one otherwise.
+// The paragraph after "<b>Hvorfor:</b> " for a step: the explanation whose
+// key the title holds first, in the order the keys are tested; a general one
+// otherwise.
 std::string whyText(const std::string& title, bool isAc);
 // The first equation line of a step's working, as an equation table of one
 // row; a leading hint paragraph is left out. Empty when there is none.

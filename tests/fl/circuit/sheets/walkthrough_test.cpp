@@ -246,7 +246,7 @@ TEST_F(Walkthrough, theCalculatedSheetOfTheStudentsCircuit) {
     ASSERT_NE(ohm, nullptr);
     EXPECT_TRUE(contains(ohm->body, "1,0625 A")) << ohm->body;
     EXPECT_TRUE(contains(p.check, "I_R3: opgivet 0,5 A, udregnet 0,5 A")) << p.check;
-    EXPECT_TRUE(contains(p.check, "✓ Alle formlerne passer med de fundne værdier.")) << p.check;
+    EXPECT_TRUE(contains(p.check, "✓ Alle formlerne passer med de fundne værdier")) << p.check;
     EXPECT_TRUE(contains(p.results, "R3247,5 Ω123,75 V0,5 A61,875 W")) << p.results;
     // Both drawings, the voltage bar and no alternating-current figure.
     EXPECT_EQ(r.figs.size(), 3u);
@@ -297,6 +297,133 @@ TEST_F(Walkthrough, alternatingCurrentTablesShowCapacitorsInMicrofaradAndTheSide
     EXPECT_TRUE(contains(r.html, "Modstandstrekant"));
 }
 
+// The sheets' own sentences, letter for letter, each reached by a circuit
+// that calls for it. `present` false: the text must not be there.
+TEST_F(Walkthrough, sentencesOfTheSheetsStandInTheirWords) {
+    enum Kind { Calculated, Guide, Task };
+    struct Row {
+        const char* name;
+        Circuit c;
+        Kind kind;
+        std::string text;
+        bool present = true;
+    };
+    const std::string stopped = "<div class=\"msg bad\">Udregningen stoppede, fordi tallene ikke giver et reelt svar. "
+                                "Tjek de indtastede værdier.</div>";
+    // R1 takes 100 W at 100 V in series with 10 Ω: R1² − 80·R1 + 100 = 0.
+    const auto twoAnswers = [] {
+        return circuit("dc", {known(leaf("R"), "", "", "100"), leaf("R", "10")}, {{"U", "100"}});
+    };
+    const Row rows[] = {
+        {"a capacitor of zero", circuit("ac", {leaf("R", "10"), leaf("C", "0")}, {{"U", "10"}}), Calculated, stopped},
+        {"a frequency so high that the reactance is infinite",
+         circuit("ac", {leaf("R", "10"), leaf("L", "1")}, {{"U", "10"}, {"f", "1e308"}}), Calculated, stopped},
+        {"the guide of a calculation that stops", circuit("ac", {leaf("R", "10"), leaf("C", "0")}, {{"U", "10"}}),
+         Guide,
+         "<p class=\"hint0\">Bemærk: med de opgivne tal stoppede den fulde udregning undervejs, så tjek tallene, før du "
+         "regner.</p>"},
+        {"a guide with no step", circuit("ac", {leaf("R", "10"), leaf("C", "0")}, {{"U", "10"}}), Guide,
+         "<div class=\"msg\">Programmet kunne ikke finde en fremgangsmåde ud fra de opgivne værdier – der mangler nok en "
+         "oplysning.</div>"},
+        {"only the impedance", circuit("ac", {leaf("R", "30"), leaf("L")}, {{"Z", "50"}}), Calculated,
+         "<p class=\"hint0\">Impedanser og vinkler afhænger ikke af spændingen, så komponenten kan findes ud fra Z "
+         "alene. Skriv også U (eller I), hvis du skal bruge strømme, spændinger og effekter.</p>"},
+        {"one resistor from U and I is isolated, not searched",
+         circuit("dc", {leaf("R")}, {{"U", "10"}, {"I", "2"}}), Calculated, "kan ikke isoleres", false},
+        {"the search told", twoAnswers(), Calculated,
+         "<p class=\"hint0\">De ukendte (R<sub>1</sub>) kan ikke isoleres i én formel ad gangen her, fordi de hænger "
+         "sammen gennem hele kredsen. Så programmet prøver sig frem: det gætter på de ukendte, regner hele kredsen igennem "
+         "(med de samme formler som nedenfor – for vekselstrøm med komplekse tal, Parallel s. 10–11) og retter gættet, "
+         "indtil de udregnede værdier passer med de opgivne: P<sub>R1</sub> = 100 W.</p>"},
+        {"the values found", twoAnswers(), Calculated, "<p><b>R<sub>1</sub> = 1,2702 Ω</b></p>"},
+        {"the second solution under the table", twoAnswers(), Calculated,
+         "<p>Bemærk: der findes også en anden løsning, som passer lige så godt: R<sub>1</sub> = 78,73 Ω. Tjek opgaven "
+         "for, hvilken der er den rigtige.</p>"},
+        {"the second solution on the sheet", twoAnswers(), Calculated,
+         "<div class=\"msg\"><b>Bemærk:</b> der findes også en anden løsning, som passer lige så godt med de opgivne "
+         "tal: R<sub>1</sub> = 78,73 Ω. Formlerne herunder finder den ene. Tjek opgaven for, hvilken der er den "
+         "rigtige.</div>"},
+        {"after the search", twoAnswers(), Calculated,
+         "Nu kendes alle komponentværdier – hele kredsen regnes igennem</p>"},
+        {"after the search, its hint", twoAnswers(), Calculated,
+         "<p class=\"hint0\">Herunder regnes kredsen igennem med formlerne, så alle strømme, spændinger og effekter kommer "
+         "med. Til sidst tjekkes det, at resultatet giver de opgivne værdier.</p>"},
+        {"givens that contradict", circuit("dc", {leaf("R", "4"), leaf("R", "2")}, {{"U", "12"}, {"I", "2,04"}}),
+         Calculated, "<div class=\"msg\"><b>De opgivne tal passer ikke sammen</b> – se under Kontrol nederst.</div>"},
+        // 100 V and 3 A over 10 Ω and 31,4 Ω: only with about 1,14 Ω in the coil.
+        {"a coil that must have losses", circuit("ac", {leaf("R", "10"), leaf("L", "0,1")}, {{"U", "100"}, {"I", "3"}}),
+         Calculated,
+         "<div class=\"msg\"><b>Bemærk:</b> L1 kan ikke være en ideel spole. Med de opgivne tal går det kun op, hvis "
+         "spolen også har en ohmsk modstand (tab i kobbertråden). Programmet har derfor selv fundet spolens egen "
+         "modstand: <b>R<sub>L1</sub> = 1,1423 Ω</b>. Skulle spolen være ideel, er nogle af de opgivne tal forkerte."
+         "</div>"},
+        // 5 A is more than 100 V can drive through 31,4 Ω of reactance.
+        {"a coil whose losses don't help either",
+         circuit("ac", {leaf("R", "10"), leaf("L", "0,1")}, {{"U", "100"}, {"I", "5"}}), Calculated,
+         "<div class=\"msg\"><b>De opgivne tal passer ikke sammen</b> – se under Kontrol nederst. Programmet prøvede "
+         "også at give L1 en ukendt egen modstand, men det gik heller ikke op – tjek tallene.</div>"},
+        // √(30² + 31,831²) = 43,740 Ω
+        {"a total impedance that doesn't fit",
+         circuit("ac", {leaf("R", "30"), leaf("C", "100u")}, {{"U", "100"}, {"Z", "50"}}), Calculated,
+         "<div class=\"msg bad\">Nogle af de givne værdier passer ikke sammen:<br><span class=\"v\">Z</span> = 50 Ω, "
+         "men udregningen giver 43,74 Ω</div>"},
+        {"nothing to check", circuit("dc", {leaf("R", "5")}, {{"U", "10"}}), Calculated,
+         "<h3 class=\"sh\">Kontrol</h3><p class=\"hint0\">Ingen kontrol mulig med de fundne værdier.</p>"},
+        {"a given that comes out exactly", circuit("dc", {leaf("R", "4"), leaf("R")}, {{"U", "12"}, {"I", "2"}}),
+         Calculated,
+         "<p class=\"hint0\">De fundne værdier giver præcis det, opgaven oplyste:</p><div class=\"known\"><div>"
+         "<span class=\"v\">I</span>: opgivet 2 A, udregnet 2 A</div></div>"},
+        {"every check passes in direct current", circuit("dc", {leaf("R", "4"), leaf("R", "2")}, {{"U", "12"}}),
+         Calculated,
+         "<p class=\"ok\">✓ Alle formlerne passer med de fundne værdier (Kirchhoffs 1. lov er opfyldt som "
+         "vektorer).</p>"},
+        {"the guide's check in direct current", circuit("dc", {leaf("R", "4"), leaf("R", "2")}, {{"U", "12"}}), Guide,
+         "<h3 class=\"sh\">Tjek dit resultat</h3><p class=\"hint0\">Brug Kirchhoffs love som kontrol: delspændingerne "
+         "i en serie skal give kildespændingen, og grenstrømmene i en parallel skal give den samlede strøm. Effekterne "
+         "i komponenterne skal tilsammen give den samlede effekt.</p>"},
+        {"the guide's check in alternating current",
+         circuit("ac", {leaf("R", "4"), leaf("L", "0,1")}, {{"U", "12"}}), Guide,
+         "<h3 class=\"sh\">Tjek dit resultat</h3><p class=\"hint0\">Regn effekttrekanten igennem til sidst: S² skal "
+         "give P² + Q², og cos φ = P/S skal passe med vinklen fra impedanstrekanten. Grenstrømmene lagt sammen som "
+         "vektorer skal give den samlede strøm.</p>"},
+        {"a guide step's reference after its head",
+         circuit("dc", {leaf("R", "4"), leaf("R", "2")}, {{"U", "12"}}), Guide,
+         "<p class=\"h4\"><span class=\"stnum\">1</span> Find kredsens samlede modstand – Serieforbindelse (R1, R2): "
+         "modstandene lægges sammen</p><span class=\"crumb\">formelsamlingen s. 3</span>"},
+        {"the task in direct current", circuit("dc", {leaf("R", "4"), leaf("R", "2")}, {{"U", "12"}}), Task,
+         "<h3 class=\"sh\">Find</h3><ol><li>strømmen I og strømmen i hver gren</li><li>spændingen over hver "
+         "komponent</li><li>effekten i hver komponent og den samlede effekt.</li></ol><p class=\"hint0\">Skriv "
+         "formlen først, sæt tallene ind, og husk enheden på resultatet. Tjek til sidst med Kirchhoffs love.</p>"},
+        {"the task in alternating current", circuit("ac", {leaf("R", "4"), leaf("L", "0,1")}, {{"U", "12"}}), Task,
+         "<h3 class=\"sh\">Find</h3><ol><li>reaktanserne X<sub>L</sub> og X<sub>C</sub></li><li>impedansen Z og vinklen "
+         "φ</li><li>strømmen I og strømmen i hver gren</li><li>spændingen over hver komponent</li><li>den aktive, den "
+         "reaktive og den tilsyneladende effekt og effekttrekanten (S² = P² + Q²).</li></ol><p class=\"hint0\">Skriv "
+         "formlen først, sæt tallene ind, og husk enheden på resultatet. Tjek til sidst med Kirchhoffs love og "
+         "effekttrekanten (S² = P² + Q²).</p>"},
+        {"no reactance to find among resistors", circuit("ac", {leaf("R", "4")}, {{"U", "12"}}), Task, "reaktans",
+         false},
+        {"the task's last line", circuit("dc", {leaf("R", "4")}, {{"U", "12"}}), Task,
+         "<p class=\"crumb\">Facit kan ses i \"Tegn et kredsløb\" (hele udregningen) eller trin for trin i "
+         "\"Kredsløb – fremgangsmåde\".</p>"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        Circuit c = row.c;
+        std::string html;
+        if (row.kind == Task) {
+            html = opgaveark(c, "x");
+        } else if (row.kind == Guide) {
+            html = fremgangsmaade(c, "x");
+        } else {
+            const Sheet s = computeSheet(c);
+            ASSERT_EQ(s.error, "");
+            html = regneark(s, c, "x");
+        }
+        html = takeRender(html).html;
+        EXPECT_EQ(contains(html, row.text), row.present) << html;
+    }
+}
+
 TEST_F(Walkthrough, theGuideNumbersTheStepsItKeepsAndPointsBackOnly) {
     std::mt19937 rng(11);
     for (int round = 0; round < 40; ++round) {
@@ -329,6 +456,32 @@ TEST_F(Walkthrough, theGuideShowsTheSolversMessageInstead) {
     EXPECT_EQ(fremgangsmaade(c, "x"),
               "<div class=\"msg bad\">Alle komponenter er kendt, men der mangler en spænding eller strøm at regne "
               "med. Skriv kildespændingen U – eller den samlede strøm I.</div>");
+}
+
+// The guide draws what the task sheet draws: the circuit with what was typed
+// and nothing the solve found, narrowed to 720 when wider.
+TEST_F(Walkthrough, theGuidesDrawingShowsNoFoundValueAndStaysNarrow) {
+    std::vector<CNodePtr> row;
+    for (int i = 0; i < 8; ++i)
+        row.push_back(leaf("R", std::to_string(10 * (i + 1))));
+    row.push_back(leaf("R"));
+    const Circuit circuits[] = {studentsCircuit(), circuit("dc", row, {{"U", "230"}, {"I", "0,5"}})};
+    for (const Circuit& base : circuits) {
+        Circuit c = base;
+        SCOPED_TRACE(toText(c));
+        const RenderResult guide = takeRender(fremgangsmaade(c, "x"));
+        const RenderResult task = takeRender(opgaveark(c, "x"));
+        ASSERT_EQ(guide.figs.size(), 1u);
+        ASSERT_EQ(task.figs.size(), 1u);
+        EXPECT_EQ(guide.figs[0], task.figs[0]);
+        const std::string img = between(guide.html, "<img src=\"f:0\" width=\"", "\"");
+        EXPECT_LE(std::stoi(img), 720);
+    }
+    Circuit c = studentsCircuit();
+    const std::string drawn = takeRender(fremgangsmaade(c, "x")).figs[0];
+    for (const char* found : {"247,5", "123,75", "1,0625", "116,47"})
+        EXPECT_FALSE(contains(drawn, found)) << found;
+    EXPECT_TRUE(contains(drawn, "230 V"));
 }
 
 TEST_F(Walkthrough, theTaskSheetGivesTheGivensAndNoResult) {
