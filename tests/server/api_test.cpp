@@ -1,55 +1,26 @@
 // The API as a function over a real SQLite file: refusals in Danish, and a
 // class code that reaches only its own class.
 #include "server/api.h"
-#include "server/storage.h"
-
-#include <gtest/gtest.h>
-
-#include <filesystem>
+#include "tests/server/temp_db.h"
 
 namespace {
 
-server::ClassInfo makeClass(int64_t teacher, const std::string& name, const std::string& code) {
-    server::ClassInfo c;
-    c.teacherId = teacher;
-    c.name = name;
-    c.code = code;
-    return c;
-}
-
-class ApiTest : public ::testing::Test {
+class ApiTest : public TempDbTest {
   protected:
     void SetUp() override {
-        std::string tmpl = (std::filesystem::temp_directory_path() / "ostro_api_XXXXXX").string();
-        ASSERT_TRUE(mkdtemp(tmpl.data()));
-        dir = tmpl;
-        db = server::openSqlite((dir / "k.db").string());
-        const int64_t teacher = db->addTeacher({0, "a@skole.dk", "A", "x"});
-        a = db->addClass(makeClass(teacher, "1A", "AAAA2222"));
-        b = db->addClass(makeClass(db->addTeacher({0, "b@skole.dk", "B", "x"}), "2B", "BBBB3333"));
-        server::Task t;
-        t.id = "ta";
-        t.classId = a;
-        t.title = "Kun for 1A";
-        t.mode = "view";
-        db->addTask(t, 1000);
-    }
-    void TearDown() override {
-        db.reset();
-        std::filesystem::remove_all(dir);
+        TempDbTest::SetUp();
+        b = testsupport::addClass(*db, "BBBB3333");
     }
     server::ApiReply call(const std::string& path, const std::string& body) {
         return server::handleApi(*db, settings, path, body, 2000);
     }
 
-    std::filesystem::path dir;
-    std::unique_ptr<server::Storage> db;
     server::ApiSettings settings;
-    int64_t a = 0, b = 0;
+    int64_t b = 0;
 };
 
 TEST_F(ApiTest, refusals) {
-    const std::string good = R"("key":"AAAA2222","uid":"u1","name":"Ida","id":"ta","status":"done")";
+    const std::string good = R"("key":"AAAA2222","uid":"u1","name":"Ida","id":"t1","status":"done")";
     struct Row {
         const char* name;
         const char* path;
@@ -66,12 +37,12 @@ TEST_F(ApiTest, refusals) {
          "Klassekoden findes ikke. Tjek koden, som din lærer har givet dig, under Opgaver fra læreren."},
         {"no answer member", "/tasks/answer", "{" + good + "}", 400, "Forespørgslen mangler \"answer\"."},
         {"odd status", "/tasks/answer",
-         R"({"key":"AAAA2222","uid":"u1","name":"Ida","id":"ta","status":"late","answer":"x"})", 400,
+         R"({"key":"AAAA2222","uid":"u1","name":"Ida","id":"t1","status":"late","answer":"x"})", 400,
          "\"status\" skal være \"done\" eller \"question\"."},
         {"answer too long", "/tasks/answer", "{" + good + ",\"answer\":\"" + std::string(4001, 'x') + "\"}", 400,
          "Svaret er for langt – skriv det kortere."},
         {"another class's task", "/tasks/answer",
-         R"({"key":"BBBB3333","uid":"u1","name":"M","id":"ta","status":"done","answer":"x"})", 404,
+         R"({"key":"BBBB3333","uid":"u1","name":"M","id":"t1","status":"done","answer":"x"})", 404,
          "Opgaven findes ikke længere. Tryk »Hent opgaver igen«."},
         {"statistics without topics", "/classstats", R"({"key":"AAAA2222","uid":"u1"})", 400,
          "Forespørgslen mangler \"topics\"."},
@@ -85,7 +56,7 @@ TEST_F(ApiTest, refusals) {
         EXPECT_EQ(r.status, row.status);
         EXPECT_EQ(r.body.at("error").asString(), row.error);
     }
-    EXPECT_TRUE(db->answersOf(a, "ta").empty());
+    EXPECT_TRUE(db->answersOf(a, "t1").empty());
 }
 
 TEST_F(ApiTest, aCodeReachesOnlyItsOwnClass) {
@@ -98,10 +69,11 @@ TEST_F(ApiTest, aCodeReachesOnlyItsOwnClass) {
     EXPECT_TRUE(db->statsOf(a).empty());
     EXPECT_EQ(db->statsOf(b).size(), 1u);
 
-    EXPECT_EQ(call("/tasks/answer", R"({"key":"AAAA2222","uid":"u1","name":"Ida","id":"ta","status":"done","answer":""})")
+    EXPECT_EQ(call("/tasks/answer",
+                   R"({"key":"AAAA2222","uid":"u1","name":"Ida","id":"t1","status":"done","answer":""})")
                   .status,
               200);
-    EXPECT_EQ(db->answersOf(a, "ta").size(), 1u);
+    EXPECT_EQ(db->answersOf(a, "t1").size(), 1u);
 }
 
 TEST_F(ApiTest, checkInCarriesTheClassState) {
@@ -121,7 +93,7 @@ TEST_F(ApiTest, checkInCarriesTheClassState) {
 
     // Every change of the list moves the stamp forward, even within a millisecond.
     const double before = r.at("tasksUpdated").num;
-    db->deleteTask(a, "ta", 1000);
+    db->deleteTask(a, "t1", 1000);
     EXPECT_GT(db->classById(a)->tasksUpdated, before);
 }
 

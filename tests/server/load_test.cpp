@@ -16,9 +16,7 @@
 #include "server/storage.h"
 #include "tests/server/test_server.h"
 
-#include <netinet/in.h>
 #include <signal.h>
-#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -33,18 +31,6 @@
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-int freePort() {
-    const int fd = socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in addr{};
-    addr.sin_family = AF_INET;
-    addr.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    bind(fd, reinterpret_cast<sockaddr*>(&addr), sizeof addr);
-    socklen_t len = sizeof addr;
-    getsockname(fd, reinterpret_cast<sockaddr*>(&addr), &len);
-    close(fd);
-    return ntohs(addr.sin_port);
-}
 
 pid_t startServer(const std::string& binary, const testsupport::TestCerts& certs, const std::string& db, int port) {
     const pid_t pid = fork();
@@ -86,19 +72,10 @@ int main(int argc, char** argv) {
     const std::string db = certs.path("load.db");
     {
         std::unique_ptr<server::Storage> s = server::openSqlite(db);
-        server::ClassInfo c;
-        c.teacherId = s->addTeacher({0, "l@skole.dk", "Lærer", "x"});
-        c.name = "Belastning";
-        c.code = "LOAD2345";
-        const int64_t id = s->addClass(c);
-        server::Task t;
-        t.id = "opg1";
-        t.classId = id;
-        t.title = "Opgave";
-        t.mode = "both";
-        s->addTask(t, 1);
+        const int64_t id = testsupport::addClass(*s, "LOAD2345");
+        s->addTask({"opg1", id, "Opgave", "", "", "both", "", 0}, 1);
     }
-    const int port = freePort();
+    const int port = testsupport::freePort();
     setenv("OSTROVALDEN_CA_FILE", certs.path("ca.pem").c_str(), 1);
     setenv("OSTROVALDEN_SERVICE_URL", ("https://127.0.0.1:" + std::to_string(port) + "/api").c_str(), 1);
     std::atomic<pid_t> pid = startServer(binary, certs, db, port);

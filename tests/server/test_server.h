@@ -5,8 +5,12 @@
 
 #include "server/storage.h"
 #include "server/web.h"
+#include "tests/server/classes.h"
 
 #include <httplib.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <cstdlib>
@@ -52,6 +56,19 @@ class TestCerts {
             cert + ".pem -days 2 -extfile " + cert + ".ext");
     }
 };
+
+// A port on loopback that nothing listens on, until someone binds it.
+inline int freePort() {
+    const int fd = socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in addr{};
+    addr.sin_family = AF_INET;
+    addr.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    bind(fd, reinterpret_cast<sockaddr*>(&addr), sizeof addr);
+    socklen_t len = sizeof addr;
+    getsockname(fd, reinterpret_cast<sockaddr*>(&addr), &len);
+    close(fd);
+    return ntohs(addr.sin_port);
+}
 
 class TestServer {
   public:
