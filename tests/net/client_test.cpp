@@ -10,14 +10,9 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/socket.h>
-#include <netinet/in.h>
-#include <unistd.h>
-
-#include <set>
-
 namespace {
 
+using testsupport::freePort;
 using testsupport::TestCerts;
 using testsupport::TestServer;
 
@@ -46,28 +41,17 @@ class ClientTest : public ::testing::Test {
         srv.reset();
         srv = std::make_unique<TestServer>(*certs, settings);
         setenv("OSTROVALDEN_SERVICE_URL", srv->base().c_str(), 1);
-        const int64_t teacher = srv->db->addTeacher({0, "l@skole.dk", "Lærer", "x"});
         server::ClassInfo c;
-        c.teacherId = teacher;
-        c.name = "1A";
-        c.code = kCode;
         c.message = "Husk lommeregneren i morgen.";
         c.messageId = "m1";
         c.profile = "egen";
         c.off = {"ac_komp"};
-        classId = srv->db->addClass(c);
+        classId = testsupport::addClass(*srv->db, kCode, c);
     }
 
     void addTask(const std::string& id, const std::string& title, double at) {
-        server::Task t;
-        t.id = id;
-        t.classId = classId;
-        t.title = title;
-        t.text = "Find I.";
-        t.mode = "both";
-        t.circuit = R"({"mode":"dc","src":{"U":"12"},"root":{"k":"S","ch":[{"k":"R","v":"100"}]}})";
-        t.created = at;
-        srv->db->addTask(t, at);
+        const char* circuit = R"({"mode":"dc","src":{"U":"12"},"root":{"k":"S","ch":[{"k":"R","v":"100"}]}})";
+        srv->db->addTask({id, classId, title, "Find I.", "", "both", circuit, at}, at);
     }
 
     // The real post, with every path asked for written down.
@@ -96,45 +80,7 @@ class ClientTest : public ::testing::Test {
 
 TestCerts* ClientTest::certs = nullptr;
 
-// A port on loopback that nothing listens on.
-int closedPort() {
-    const int fd = socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in addr{};
-    addr.sin_family = AF_INET;
-    addr.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    bind(fd, reinterpret_cast<sockaddr*>(&addr), sizeof addr);
-    socklen_t len = sizeof addr;
-    getsockname(fd, reinterpret_cast<sockaddr*>(&addr), &len);
-    close(fd);
-    return ntohs(addr.sin_port);
-}
-
-TEST_F(ClientTest, anyStatusBelow500IsAnAnswer) {
-    struct Row {
-        const char* name;
-        const char* path;
-        const char* body;
-        const char* member;
-        const char* value;
-    } rows[] = {
-        {"version", "/version", "{}", "version", "1.0.30"},
-        {"404 with JSON", "/nosuch", "{}", "error", "Ukendt adresse."},
-        {"malformed JSON", "/check", "{\"key\":", "error", "Forespørgslen kunne ikke læses: den er ikke et JSON-objekt."},
-        {"unknown class code", "/tasks", "{\"key\":\"NOPE\"}", "error",
-         "Klassekoden findes ikke. Tjek koden, som din lærer har givet dig, under Opgaver fra læreren."},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        std::string out, err;
-        ASSERT_TRUE(net::post(row.path, row.body, out, err)) << err;
-        EXPECT_EQ(err, "");
-        Json reply;
-        ASSERT_TRUE(Json::tryParse(out, reply)) << out;
-        EXPECT_EQ(reply.at(row.member).asString(), row.value);
-    }
-}
-
-TEST_F(ClientTest, serverErrorsAndFailuresAreDanishSentences) {
+TEST_F(ClientTest, anyStatusBelow500IsAnAnswerAndFailuresAreDanishSentences) {
     // A server that answers every path with the status it names.
     httplib::SSLServer fake(certs->path("cert.pem").c_str(), certs->path("key.pem").c_str());
     fake.Post(R"(/api/status/(\d+))", [](const httplib::Request& req, httplib::Response& res) {
@@ -151,12 +97,12 @@ TEST_F(ClientTest, serverErrorsAndFailuresAreDanishSentences) {
         std::string base;
         const char* path;
         bool ok;
-        const char* error;
+        const char* out; // or the error
     } rows[] = {
-        {"503", fakeBase, "/status/503", false, "Serveren svarede med en fejl (503)."},
+        {"the service's 404", srv->base(), "/nosuch", true, R"({"error":"Ukendt adresse."})"},
+        {"499", fakeBase, "/status/499", true, R"({"error":"x"})"},
         {"500", fakeBase, "/status/500", false, "Serveren svarede med en fejl (500)."},
-        {"499 is an answer", fakeBase, "/status/499", true, ""},
-        {"no one listening", "https://127.0.0.1:" + std::to_string(closedPort()) + "/api", "/check", false,
+        {"no one listening", "https://127.0.0.1:" + std::to_string(freePort()) + "/api", "/check", false,
          "Ingen forbindelse til serveren."},
         {"plain http", "http://127.0.0.1:" + std::to_string(srv->port) + "/api", "/check", false,
          "Ugyldig serveradresse."},
@@ -166,10 +112,8 @@ TEST_F(ClientTest, serverErrorsAndFailuresAreDanishSentences) {
         SCOPED_TRACE(row.name);
         std::string out = "stale", err;
         EXPECT_EQ(net::postTo(row.base, row.path, "{}", out, err), row.ok);
-        EXPECT_EQ(err, row.error);
-        if (!row.ok) {
-            EXPECT_EQ(out, "");
-        }
+        EXPECT_EQ(row.ok ? out : err, row.out);
+        EXPECT_EQ(row.ok ? err : out, "");
     }
     fake.stop();
     loop.join();
@@ -179,25 +123,20 @@ const char* const kUntrusted =
     "Serverens certifikat kunne ikke godkendes, så der blev ikke sendt noget. Forbindelsen er måske ikke "
     "sikker – bed din lærer eller skolens IT-ansvarlige om at tjekke serverens certifikat.";
 
-TEST_F(ClientTest, untrustedCertificateIsRefusedAloud) {
-    TestServer other(*certs, {}, "other-cert", "other-key");
+TEST_F(ClientTest, sessionKeepsOneConnectionAndVerifiesEveryServer) {
+    // The system's CAs don't know the test CA.
+    unsetenv("OSTROVALDEN_CA_FILE");
     std::string out, err;
-    EXPECT_FALSE(net::postTo(other.base(), "/version", "{}", out, err));
-    EXPECT_EQ(err, kUntrusted);
-
-    unsetenv("OSTROVALDEN_CA_FILE"); // the system's CAs don't know the test CA either
     EXPECT_FALSE(net::post("/version", "{}", out, err));
     EXPECT_EQ(err, kUntrusted);
-}
+    setenv("OSTROVALDEN_CA_FILE", certs->path("ca.pem").c_str(), 1);
 
-TEST_F(ClientTest, sessionKeepsOneConnectionAndVerifiesEveryServer) {
     storeSet(key::ClassKey, Json(kCode));
     net::Session session;
     std::vector<std::string> calls;
     net::JobInput in = job(calls);
     in.poster = net::posterOf(session);
     EXPECT_EQ(net::serviceJob(in).outcome, 1);
-    std::string out, err;
     EXPECT_TRUE(session.post("/tasks", R"({"key":"KLAS2345"})", out, err)) << err;
     EXPECT_EQ(session.connections(), 1);
 
@@ -235,11 +174,16 @@ TEST_F(ClientTest, checkInBringsProfileMessageAndNewTasks) {
     EXPECT_EQ(net::lastProfile().off, (net::OffSet{"ac_komp"}));
 }
 
-TEST_F(ClientTest, unchangedListIsNotFetchedAndSeenTasksAreNotNew) {
+TEST_F(ClientTest, taskListIsFetchedWhenChangedAndRetriedAfterAFailure) {
     addTask("t1", "Opgave 1", 1000);
     storeSet(key::ClassKey, Json(kCode));
     std::vector<std::string> calls;
-    net::serviceJob(job(calls));
+    net::JobInput in = job(calls);
+    in.poster = counting(calls, "/tasks");
+    EXPECT_TRUE(net::serviceJob(in).newTasks.empty());
+    EXPECT_EQ(storeGet(key::TasksUpdated).asNumber(0), 0);
+    EXPECT_TRUE(storeGet(key::ClassTasks).isNull());
+    EXPECT_EQ(net::serviceJob(job(calls)).newTasks, (std::vector<std::string>{"Opgave 1"}));
 
     calls.clear();
     net::ServiceResult again = net::serviceJob(job(calls));
@@ -256,19 +200,6 @@ TEST_F(ClientTest, unchangedListIsNotFetchedAndSeenTasksAreNotNew) {
     again = net::serviceJob(job(calls));
     EXPECT_EQ(calls, (std::vector<std::string>{"/check", "/tasks", "/version"}));
     EXPECT_EQ(again.newTasks, (std::vector<std::string>{"Opgave 2"}));
-}
-
-TEST_F(ClientTest, failedTaskFetchIsRetriedAtTheNextStart) {
-    addTask("t1", "Opgave 1", 1000);
-    storeSet(key::ClassKey, Json(kCode));
-    std::vector<std::string> calls;
-    net::JobInput in = job(calls);
-    in.poster = counting(calls, "/tasks");
-    EXPECT_TRUE(net::serviceJob(in).newTasks.empty());
-    EXPECT_EQ(storeGet(key::TasksUpdated).asNumber(0), 0);
-    EXPECT_TRUE(storeGet(key::ClassTasks).isNull());
-
-    EXPECT_EQ(net::serviceJob(job(calls)).newTasks, (std::vector<std::string>{"Opgave 1"}));
 }
 
 TEST_F(ClientTest, refusedOrMissingCodeAndNoNetwork) {
@@ -290,7 +221,8 @@ TEST_F(ClientTest, refusedOrMissingCodeAndNoNetwork) {
     // No network: nothing changes, and the last known profile stays in force.
     storeSet(key::ClassKey, Json(kCode));
     net::serviceJob(job(calls));
-    setenv("OSTROVALDEN_SERVICE_URL", ("https://127.0.0.1:" + std::to_string(closedPort()) + "/api").c_str(), 1);
+    setenv("OSTROVALDEN_SERVICE_URL", ("https://127.0.0.1:" + std::to_string(freePort()) + "/api").c_str(),
+           1);
     calls.clear();
     r = net::serviceJob(job(calls));
     EXPECT_EQ(r.outcome, 0);
@@ -381,11 +313,7 @@ TEST_F(ClientTest, handInsReachTheTeacherAndOnlyTheirOwnClass) {
     EXPECT_EQ(error, "Opgaven findes ikke længere. Tryk »Hent opgaver igen«.");
 
     // Another class's code reaches neither the task nor its list.
-    server::ClassInfo other;
-    other.teacherId = srv->db->addTeacher({0, "b@skole.dk", "B", "x"});
-    other.name = "2B";
-    other.code = "ANDEN234";
-    srv->db->addClass(other);
+    testsupport::addClass(*srv->db, "ANDEN234");
     storeSet(key::ClassKey, Json("ANDEN234"));
     EXPECT_FALSE(net::sendAnswer(poster, "t1", "done", "snyd", "Mallory", "1.12.2026 10:07", error));
     EXPECT_EQ(srv->db->answersOf(classId, "t1").size(), 2u);

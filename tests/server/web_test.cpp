@@ -74,14 +74,20 @@ class WebTest : public ::testing::Test {
     }
     void SetUp() override { srv = std::make_unique<TestServer>(*certs); }
 
-    std::unique_ptr<Browser> signUp(const std::string& email, const std::string& name) {
+    // Fills in the sign-up form; without the token when told so.
+    static httplib::Result signUpIn(Browser& b, const std::string& email, bool withToken = true) {
+        b.get("/opret");
+        return b.post("/opret",
+                      {{"name", "Ane", "", ""},
+                       {"email", email, "", ""},
+                       {"password", "rigtig-hemmelig", "", ""},
+                       {"password2", "rigtig-hemmelig", "", ""}},
+                      withToken);
+    }
+
+    std::unique_ptr<Browser> signUp(const std::string& email) {
         auto b = std::make_unique<Browser>(*certs, srv->port);
-        b->get("/opret");
-        httplib::Result r = b->post("/opret", {{"name", name, "", ""},
-                                               {"email", email, "", ""},
-                                               {"password", "rigtig-hemmelig", "", ""},
-                                               {"password2", "rigtig-hemmelig", "", ""}});
-        EXPECT_EQ(r->status, 303);
+        EXPECT_EQ(signUpIn(*b, email)->status, 303);
         b->get("/klasser");
         return b;
     }
@@ -106,11 +112,7 @@ TEST_F(WebTest, cookiesAreHttpOnlySecureAndStrict) {
     const std::string flags = "; Path=/; Max-Age=3600; HttpOnly; Secure; SameSite=Strict";
     EXPECT_EQ(b.setCookies[0].substr(b.setCookies[0].find(';')), flags);
 
-    b.get("/opret");
-    b.post("/opret", {{"name", "Ane", "", ""},
-                      {"email", "ane@skole.dk", "", ""},
-                      {"password", "rigtig-hemmelig", "", ""},
-                      {"password2", "rigtig-hemmelig", "", ""}});
+    signUpIn(b, "ane@skole.dk");
     bool session = false;
     for (const std::string& c : b.setCookies)
         if (c.rfind("ov_session=", 0) == 0) {
@@ -122,13 +124,10 @@ TEST_F(WebTest, cookiesAreHttpOnlySecureAndStrict) {
 
 TEST_F(WebTest, formsWithoutTheirTokenChangeNothing) {
     Browser stranger(*certs, srv->port);
-    stranger.post("/opret",
-                  {{"name", "X", "", ""}, {"email", "x@skole.dk", "", ""}, {"password", "rigtig-hemmelig", "", ""},
-                   {"password2", "rigtig-hemmelig", "", ""}},
-                  false);
+    signUpIn(stranger, "x@skole.dk", false);
     EXPECT_FALSE(srv->db->teacherByEmail("x@skole.dk"));
 
-    auto ane = signUp("ane@skole.dk", "Ane");
+    auto ane = signUp("ane@skole.dk");
     const int64_t teacher = srv->db->teacherByEmail("ane@skole.dk")->id;
     EXPECT_EQ(ane->post("/klasser", {{"name", "1A", "", ""}}, false)->status, 403);
     EXPECT_EQ(ane->post("/klasser", {{"name", "1A", "", ""}, {"csrf", std::string(64, 'a'), "", ""}}, false)->status,
@@ -139,11 +138,11 @@ TEST_F(WebTest, formsWithoutTheirTokenChangeNothing) {
 }
 
 TEST_F(WebTest, aTeacherSeesOnlyTheirOwnClasses) {
-    auto ane = signUp("ane@skole.dk", "Ane");
+    auto ane = signUp("ane@skole.dk");
     const std::string page = addClass(*ane, "Anes hold");
     const server::ClassInfo cls = srv->db->classesOf(srv->db->teacherByEmail("ane@skole.dk")->id).at(0);
 
-    auto bo = signUp("bo@skole.dk", "Bo");
+    auto bo = signUp("bo@skole.dk");
     EXPECT_EQ(bo->get("/klasser")->body.find("Anes hold"), std::string::npos);
     for (const std::string& path : {page, page + "/statistik", page + "/opgave/0011aabb"}) {
         httplib::Result r = bo->get(path);
@@ -162,7 +161,7 @@ TEST_F(WebTest, aTeacherSeesOnlyTheirOwnClasses) {
 }
 
 TEST_F(WebTest, studentTextIsEscapedOnTheTeachersPage) {
-    auto ane = signUp("ane@skole.dk", "Ane");
+    auto ane = signUp("ane@skole.dk");
     const std::string page = addClass(*ane, "1A");
     ASSERT_EQ(ane->post(page + "/opgaver", {{"title", "Ohms lov", "", ""}, {"mode", "both", "", ""}})->status, 303);
     const server::ClassInfo cls = srv->db->classesOf(srv->db->teacherByEmail("ane@skole.dk")->id).at(0);
@@ -182,7 +181,7 @@ TEST_F(WebTest, studentTextIsEscapedOnTheTeachersPage) {
 }
 
 TEST_F(WebTest, wrongPasswordsAreSlowedDown) {
-    signUp("ane@skole.dk", "Ane");
+    signUp("ane@skole.dk");
     Browser b(*certs, srv->port);
     b.get("/login");
     const auto attempt = [&](const std::string& password) {
@@ -224,19 +223,21 @@ TEST_F(WebTest, limitsAndRefusalsOfTheApi) {
     ASSERT_TRUE(big);
     EXPECT_EQ(big->status, 413);
     EXPECT_EQ(big->body, R"({"error":"Forespørgslen er for stor (højst 256 KB)."})");
-    EXPECT_EQ(cli.Post("/api/check", "{\"key\"", "application/json")->status, 400);
     EXPECT_EQ(cli.Get("/api/check")->status, 404);
     EXPECT_EQ(cli.Post("/api/check", std::string(200 * 1024, ' ') + "{}", "application/json")->status, 400);
 }
 
 TEST_F(WebTest, aRefusedTaskFormKeepsWhatWasTyped) {
-    auto ane = signUp("ane@skole.dk", "Ane");
+    auto ane = signUp("ane@skole.dk");
     const std::string page = addClass(*ane, "1A");
-    httplib::Result r = ane->post(page + "/opgaver", {{"title", "Kreds & spænding", "", ""},
-                                                      {"text", "Find strømmen.\r\nVis mellemregninger.", "", ""},
-                                                      {"due", "2026-12-04", "", ""},
-                                                      {"mode", "guide", "", ""},
-                                                      {"circuit", "{\"mode\":\"dc\"", "", ""}});
+    const auto send = [&](const std::string& circuit) {
+        return ane->post(page + "/opgaver", {{"title", "Kreds & spænding", "", ""},
+                                             {"text", "Find strømmen.\r\nVis mellemregninger.", "", ""},
+                                             {"due", "2026-12-04", "", ""},
+                                             {"mode", "guide", "", ""},
+                                             {"circuit", circuit, "", ""}});
+    };
+    httplib::Result r = send("{\"mode\":\"dc\"");
     EXPECT_EQ(r->status, 400);
     EXPECT_NE(r->body.find("Kredsløbet kunne ikke læses."), std::string::npos);
     EXPECT_NE(r->body.find("value=\"Kreds &amp; spænding\""), std::string::npos);
@@ -244,11 +245,7 @@ TEST_F(WebTest, aRefusedTaskFormKeepsWhatWasTyped) {
 
     const std::string circuit = R"({"mode":"ac","src":{"U":"230","f":"50"},"root":{"k":"S","ch":[{"k":"R","v":"10"},)"
                                 R"({"k":"L","v":"0,1"}]}})";
-    r = ane->post(page + "/opgaver", {{"title", "Kreds & spænding", "", ""},
-                                      {"text", "Find strømmen.\r\nVis mellemregninger.", "", ""},
-                                      {"due", "2026-12-04", "", ""},
-                                      {"mode", "guide", "", ""},
-                                      {"circuit", circuit, "", ""}});
+    r = send(circuit);
     EXPECT_EQ(r->status, 303);
     const server::ClassInfo cls = srv->db->classesOf(srv->db->teacherByEmail("ane@skole.dk")->id).at(0);
     const server::Task t = srv->db->tasksOf(cls.id).at(0);
@@ -261,36 +258,24 @@ TEST_F(WebTest, aRefusedTaskFormKeepsWhatWasTyped) {
     EXPECT_EQ(stored.at("root").at("ch").asArray().size(), 2u);
 }
 
-} // namespace
-
-namespace {
-
-TEST(ReportsPage, onlyAdministratorsReadTheReports) {
-    TestCerts certs;
+TEST_F(WebTest, onlyAdministratorsReadTheReports) {
     server::WebSettings settings;
     settings.admins = {"drift@skole.dk"};
-    TestServer srv(certs, settings);
-    srv.db->addReport("bug", 0, R"({"text":"Programmet frøs","contact":""})", 1e12);
-
-    auto visit = [&](const std::string& email) {
-        Browser b(certs, srv.port);
-        b.get("/opret");
-        b.post("/opret", {{"name", "X", "", ""}, {"email", email, "", ""}, {"password", "rigtig-hemmelig", "", ""},
-                          {"password2", "rigtig-hemmelig", "", ""}});
-        return b.get("/rapporter");
-    };
-    httplib::Result admin = visit("Drift@skole.dk");
-    ASSERT_TRUE(admin);
-    EXPECT_EQ(admin->status, 200);
-    EXPECT_NE(admin->body.find("Programmet frøs"), std::string::npos);
-    httplib::Result teacher = visit("ane@skole.dk");
-    ASSERT_TRUE(teacher);
-    EXPECT_EQ(teacher->status, 403);
-    EXPECT_EQ(teacher->body.find("Programmet frøs"), std::string::npos);
-    Browser stranger(certs, srv.port);
-    httplib::Result none = stranger.get("/rapporter");
-    ASSERT_TRUE(none);
-    EXPECT_EQ(none->status, 303) << "to the sign-in";
+    srv = std::make_unique<TestServer>(*certs, settings);
+    srv->db->addReport("bug", 0, R"({"text":"Programmet frøs","contact":""})", 1e12);
+    const struct {
+        const char* who; // "" for no one signed in
+        int status;
+    } rows[] = {{"Drift@skole.dk", 200}, {"ane@skole.dk", 403}, {"", 303}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.who);
+        Browser b(*certs, srv->port);
+        if (*row.who) signUpIn(b, row.who);
+        const httplib::Result r = b.get("/rapporter");
+        ASSERT_TRUE(r);
+        EXPECT_EQ(r->status, row.status);
+        EXPECT_EQ(r->body.find("Programmet frøs") != std::string::npos, row.status == 200);
+    }
 }
 
 } // namespace
