@@ -20,7 +20,6 @@ TEST(Locks, routesAndFamilies) {
         {"compensation closes its families", {"ac_komp"}, "kompQ", "ac_komp"},
         {"compensation leaves Ohm open", {"ac_komp"}, "ohm", ""},
         {"calculators close every family first", {"ac_komp", "udregnere"}, "kompQ", "udregnere"},
-        {"calculators close the finder", {"udregnere"}, "finder", "udregnere"},
         {"three-phase closes its families by prefix", {"ac_trefase"}, "tfUY", "ac_trefase"},
         {"first row in table order wins", {"jaevn", "kreds"}, "kreds", "kreds"},
         {"a topic's second route", {"vaerktoj"}, "ikmin", "vaerktoj"},
@@ -36,14 +35,11 @@ TEST(Locks, routesAndFamilies) {
 
 TEST(Locks, keys) {
     const Row rows[] = {
-        {"exercise group", {"ac_komp"}, "sub:El-lære|Kompensering", "ac_komp"},
         {"text problem", {"ac_komp"}, "tekst:komp", "ac_komp"},
-        {"glossary entry", {"ac_komp"}, "gle:Overkompensering", "ac_komp"},
         {"prefix key closes all below it", {"veksel"}, "circ:ac|Serie RL", "veksel"},
         {"prefix key needs the whole prefix", {"veksel"}, "circ:ac", ""},
         {"prefix key leaves the other current", {"veksel"}, "circ:dc|Serie", ""},
         {"exact key does not match by prefix", {"ac_komp"}, "tekst:kompx", ""},
-        {"glossary group", {"ac_trefase"}, "gl:Vekselstrøm|Stjerne og trekant", "ac_trefase"},
         {"an id in no row closes nothing", {"nosuch"}, "tekst:komp", ""},
         {"nothing off", {}, "sub:El-lære|Kompensering", ""},
     };
@@ -59,12 +55,6 @@ TEST(Locks, changeBetweenTwoSetsInTableOrder) {
     EXPECT_EQ(change.opened, (std::vector<std::string>{"Kompensering"}));
     EXPECT_EQ(change.closed, (std::vector<std::string>{"Øvelser", "Transformer"}));
     EXPECT_TRUE(net::diffOff({"ac_komp"}, {"ac_komp"}).opened.empty());
-}
-
-TEST(Locks, labels) {
-    EXPECT_EQ(net::profileLabel("jaevnstrom"), "Kun jævnstrøm");
-    EXPECT_EQ(net::profileLabel("Proeve"), "");
-    EXPECT_EQ(net::topicName("ac_komp"), "Kompensering");
     EXPECT_EQ(net::topicName("nosuch"), "");
 }
 
