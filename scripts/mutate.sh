@@ -45,6 +45,20 @@ store-damaged-copy-overwritten@@store/datastore.cpp@@if (std::filesystem::exists
 net-status-500-an-answer@@net/http.cpp@@if (status >= 500)@@if (status > 500)@@net_client_test
 net-untrusted-peer-unexplained@@net/http.cpp@@case CURLE_PEER_FAILED_VERIFICATION:@@case CURLE_ABORTED_BY_CALLBACK:@@net_client_test
 net-usage-sent-every-start@@net/reports.cpp@@counted && now - last > kUsageEverySeconds@@counted@@net_test
+usage-sent-at-exactly-twenty-hours@@net/reports.cpp@@now - last > kUsageEverySeconds@@now - last >= kUsageEverySeconds@@net_test
+crash-record-deleted-unsent@@net/reports.cpp@@if (call(poster, path::Telemetry, request).outcome == 1) std::filesystem::remove@@call(poster, path::Telemetry, request); std::filesystem::remove@@net_test
+lock-exact-key-matched-by-prefix@@net/locks.cpp@@if (prefix || k == key) return topic.id;@@if (prefix || key.compare(0, k.size(), k) == 0) return topic.id;@@net_test
+lock-calculators-not-first@@net/locks.cpp@@if (off.count(fl::route::Calculators)) return@@if (false) return@@net_test
+profile-label-renamed@@net/locks.cpp@@return "Kun jævnstrøm";@@return "Kun jævnstrøm.";@@net_test app_test
+job-version-after-unreachable@@net/job.cpp@@const bool unreachable = !code.empty() && result.outcome == 0;@@const bool unreachable = false;@@net_client_test
+task-seen-list-ignored@@net/tasks.cpp@@if (!old.count(id) && !seen.has(id))@@if (!old.count(id))@@net_client_test
+task-fetch-failure-remembered@@net/tasks.cpp@@if (reply.outcome != 1) return {};@@if (false) return {};@@net_client_test
+store-unreadable-file-not-set-aside@@store/datastore.cpp@@if (read == ReadResult::Failed || !text.empty())@@if (!text.empty())@@datastore_test
+store-flat-form-dropped@@store/datastore.cpp@@fillFrom(doc.has("data") ? doc.at("data") : doc);@@fillFrom(doc.at("data"));@@datastore_test
+bundle-data-not-checked@@store/datastore.cpp@@|| !doc.at("data").isObject()) return false;@@) return false;@@datastore_test
+json-object-nesting-one-deeper@@store/json.cpp@@Json object(int depth) {@@Json object(int depth) { --depth;@@json_test
+api-array-request-accepted@@server/api.cpp@@if (!Json::tryParse(body, request) || !request.isObject())@@if (!Json::tryParse(body, request))@@server_test
+reports-page-open-to-teachers@@server/web.cpp@@if (std::find(admins.begin(), admins.end(), s.teacher.email) == admins.end())@@if (false)@@server_web_test
 store-prefix@@store/datastore.cpp@@const std::string kPrefix = "fs_";@@const std::string kPrefix = "fx_";@@datastore_test
 json-escapes-space@@store/json.cpp@@if (c >= 0x20 && c != '"'@@if (c > 0x20 && c != '"'@@json_test
 recent-key-renamed@@store/keys.h@@Recent[] = "recent";@@Recent[] = "recents";@@app_test
