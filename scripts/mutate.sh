@@ -78,6 +78,17 @@ server-csrf-unchecked@@server/web.cpp@@if (!sameSecret(field(req, "csrf"), s->se
 teacher-page-name-unescaped@@server/pages.cpp@@esc(a.name) +@@a.name +@@server_test server_web_test
 family-left-without-topic@@fl/formulas/catalogue.cpp@@{"Arealer", "triA triS heron trap@@{"Arealer", "triA triS trap@@formulas_test
 pasted-circuit-of-other-current-dropped@@app/pages/circuit/kredspage.cpp@@    fl::setCircuit(moved);@@    (void)moved;@@circuit_pages_test
+fit-images-height-truncated@@app/sheet/sheettext.cpp@@.arg(std::llround(double(maxWidth) * double(h) / double(w)));@@.arg(static_cast<long long>(double(maxWidth) * double(h) / double(w)));@@sheet_test
+stripes-on-first-data-row@@app/sheet/sheettext.cpp@@row++ % 2 == 1 && medium@@row++ % 2 == 0 && medium@@sheet_test
+locked-route-recorded-as-visit@@app/shell/mainwindow.cpp@@    recordVisit(route.toStdString());@@    recordVisit(requested.toStdString());@@app_test
+typed-voltage-overwritten-by-net@@app/pages/tools/toolpage.cpp@@if (now.isEmpty() || now == QLatin1String("230") || now == QLatin1String("400"))@@if (true)@@pages_test
+crash-bus-unhandled@@app/shell/crash.cpp@@{SIGSEGV, SIGABRT, SIGFPE, SIGILL, SIGBUS}@@{SIGSEGV, SIGABRT, SIGFPE, SIGILL}@@startup_test
+migration-keldvarn-first@@app/shell/startup.cpp@@{"../Ostrovalden", "../Keldvarn"}@@{"../Keldvarn", "../Ostrovalden"}@@startup_test
+tool-refusal-fields-unmarked@@app/pages/tools/toolpage.cpp@@if (ValueField* f = field(QString::fromStdString(key))) f->setInvalid(true);@@if (ValueField* f = field(QString::fromStdString(key))) f->setInvalid(false);@@pages_test
+figure-labels-anchored-wrong@@app/widgets/figureview.cpp@@s.anchor == fl::Shape::Middle ? w / 2 : w@@s.anchor == fl::Shape::Middle ? w : w / 2@@app_test
+stats-text-problem-scenario-lost@@app/pages/practice/statistikpage.cpp@@storeSet(key::TxTpl, Json(topic.substr(kTekst.size())));@@storeSet(key::TxTpl, Json(topic));@@practice_pages_test
+unreadable-task-circuit-unsaid@@app/pages/class/opgaverpage.cpp@@if (hasCircuit && !readable) {@@if (false) {@@class_pages_test
+dark-check-image-light@@app/shell/theme.cpp@@c.dark ? ":/check-dark.svg" : ":/check-light.svg"@@c.dark ? ":/check-light.svg" : ":/check-light.svg"@@app_test
 EOF
 )
 

@@ -57,6 +57,14 @@ fl::RenderResult threeSteps() {
     return fl::takeRender(fl::sheet("tre", {"Opgave"}, "Tre trin", s));
 }
 
+// A sheet of one step, well short of a page.
+fl::RenderResult oneStep() {
+    fl::SheetSections s;
+    s.steps = {{"Find strømmen", "3", "<p>" + fl::renderMath(fl::parse("U/R")) + "</p>", "I", "U,R"}};
+    s.answer = "I = 4,8936 A";
+    return fl::takeRender(fl::sheet("s", {"Formler"}, "Ohms lov", s));
+}
+
 int shownSteps(const QString& visible) {
     return int(visible.count("class=\"stept\""));
 }
@@ -201,45 +209,6 @@ TEST_F(SheetStepsTest, twoResultsAppendedKeepTheirImagesApart) {
     EXPECT_EQ(view.images().value("f:0").value<QImage>().deviceIndependentSize().toSize(), QSize(400, 600));
 }
 
-// The page count of a PDF from the count of its page tree.
-int pdfPages(const QString& path) {
-    QFile f(path);
-    if (!f.open(QIODevice::ReadOnly)) return -1;
-    const QByteArray data = f.readAll();
-    const qsizetype at = data.indexOf("/Type /Pages");
-    if (at < 0) return -1;
-    const qsizetype count = data.indexOf("/Count ", at);
-    return count < 0 ? -1 : data.mid(count + 7, 8).trimmed().split(' ').front().split('\n').front().toInt();
-}
-
-TEST_F(SheetStepsTest, pdfPagesFollowTheSheetsLength) {
-    QTemporaryDir dir;
-    ASSERT_TRUE(dir.isValid());
-    struct Row {
-        const char* name;
-        fl::RenderResult sheet;
-        int minPages, maxPages;
-    };
-    fl::SheetSections small;
-    small.steps = {{"Find strømmen", "3", "<p>" + fl::renderMath(fl::parse("U/R")) + "</p>", "I", "U,R"}};
-    small.answer = "I = 4,8936 A";
-    const fl::RenderResult one = fl::takeRender(fl::sheet("s", {"Formler"}, "Ohms lov", small));
-    const Row rows[] = {
-        {"one page", one, 1, 1},
-        {"ten worked sheets", sheets::manyFamilies(10), 4, 40},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        app::SheetView view;
-        view.setContent(row.sheet);
-        const QString path = dir.filePath(QString::fromUtf8(row.name) + ".pdf");
-        ASSERT_TRUE(view.printToPdf("Ohms lov", path));
-        const int pages = pdfPages(path);
-        EXPECT_GE(pages, row.minPages);
-        EXPECT_LE(pages, row.maxPages);
-    }
-}
-
 // The text of a PDF, page by page; empty when pdftotext is missing.
 QStringList pdfText(const QString& path) {
     QProcess p;
@@ -281,7 +250,9 @@ TEST_F(SheetStepsTest, noPageCutsAWorkedStepOrAKeptBlockOrLeavesAHeadingAlone) {
     const QString path = dir.filePath("steps.pdf");
     ASSERT_TRUE(view.printToPdf("Trin", path));
     const QStringList pages = pdfText(path);
+    // Kept blocks fill their pages: not one of them a page to itself.
     ASSERT_GT(pages.size(), 4) << "pdftotext missing or the PDF too short";
+    EXPECT_LT(pages.size(), 20);
     const auto pageOf = [&](const QString& text) {
         for (int i = 0; i < pages.size(); ++i)
             if (pages[i].contains(text)) return i;
@@ -304,10 +275,11 @@ TEST_F(SheetStepsTest, pdfButtonReportsItsOutcome) {
     QTemporaryDir dir;
     ASSERT_TRUE(dir.isValid());
     app::ResultArea area(nullptr);
-    area.setProvider(ohm);
+    area.setProvider(oneStep);
     EXPECT_TRUE(area.savePdfTo(dir.filePath("ohm.pdf")));
     EXPECT_EQ(area.pdfButton()->text().toStdString(), "✓ PDF gemt");
-    EXPECT_TRUE(QFile::exists(dir.filePath("ohm.pdf")));
+    // One page and the form feed that ends it.
+    EXPECT_EQ(pdfText(dir.filePath("ohm.pdf")).size(), 2);
     EXPECT_FALSE(area.savePdfTo(dir.filePath("findes/ikke/ohm.pdf")));
     EXPECT_EQ(area.pdfButton()->text().toStdString(), "Hent som PDF");
     EXPECT_TRUE(area.pdfButton()->isEnabled());

@@ -5,9 +5,12 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 namespace {
 
 using app::ThemeColors;
+using Rewrite = std::function<QString(const QString&)>;
 
 const ThemeColors& light() {
     return app::lightColors();
@@ -17,43 +20,182 @@ std::string str(const QString& s) {
     return s.toStdString();
 }
 
-TEST(SheetText, fitImagesNarrowsOnlyWideFigures) {
+Rewrite fit(int width) {
+    return [width](const QString& h) { return app::fitImages(h, width); };
+}
+Rewrite boxes(const ThemeColors& c, app::Medium medium = app::Medium::Screen) {
+    return [&c, medium](const QString& h) { return app::rewriteBoxes(h, c, medium); };
+}
+Rewrite sizes(double scale) {
+    return [scale](const QString& h) { return app::inlineSizes(h, scale); };
+}
+Rewrite steps(int keep) {
+    return [keep](const QString& h) { return app::cutSteps(h, keep); };
+}
+Rewrite spoilers(bool revealed) {
+    return [revealed](const QString& h) { return app::applySpoilers(h, revealed); };
+}
+
+const QString kSteps = R"(<div class="steps"><div class="step">1<div class="msg">m</div></div>)"
+                       R"(<div class="step">2</div><div class="step">3</div></div>after)";
+const QString kSpoilers = R"(<div class="spoiler"><div class="facit">A</div></div>)"
+                          R"(<div class="spoiler-alt"><p>B</p></div><div class="spoiler">C</div>)";
+
+// Markup in, markup out, the whole text compared.
+TEST(SheetText, rewritesToTheLetter) {
     struct Row {
         const char* name;
-        int maxWidth;
-        const char* input;
-        const char* expected;
+        Rewrite rewrite;
+        QString input;
+        std::string expected;
     };
     const Row rows[] = {
-        {"wide figure at 770", 770, R"(<img src="f:0" width="1200" height="600">)",
-         R"(<img src="f:0" width="770" height="385">)"},
-        {"height rounds to nearest", 170, R"(<img src="f:3" width="460" height="280">)",
-         R"(<img src="f:3" width="170" height="103">)"},
-        {"exactly the limit kept", 460, R"(<img src="f:1" width="460" height="280">)",
+        // Figures: narrowed in proportion, never widened, others untouched.
+        {"height rounds to nearest", fit(170), R"(<img src="f:3" width="460" height="281">)",
+         R"(<img src="f:3" width="170" height="104">)"},
+        {"exactly the limit kept", fit(460), R"(<img src="f:1" width="460" height="280">)",
          R"(<img src="f:1" width="460" height="280">)"},
-        {"expression images untouched", 10, R"(<img class="math" src="m:0">)",
+        {"expression images untouched", fit(10), R"(<img class="math" src="m:0">)",
          R"(<img class="math" src="m:0">)"},
-        {"other attribute order untouched", 10, R"(<img width="900" src="f:0" height="9">)",
+        {"other attribute order untouched", fit(10), R"(<img width="900" src="f:0" height="9">)",
          R"(<img width="900" src="f:0" height="9">)"},
-        {"each of several", 300,
+        {"each of several", fit(300),
          R"(a<img src="f:0" width="600" height="200">b<img src="f:1" width="200" height="100">c)",
          R"(a<img src="f:0" width="300" height="100">b<img src="f:1" width="200" height="100">c)"},
+        // Steps and spoilers.
+        {"no step kept", steps(0), kSteps, R"(<div class="steps"></div>after)"},
+        {"the first step with what is nested in it", steps(1), kSteps,
+         R"(<div class="steps"><div class="step">1<div class="msg">m</div></div></div>after)"},
+        {"more than there are keeps all", steps(7), kSteps, kSteps.toStdString()},
+        {"revealed spoilers", spoilers(true), kSpoilers, R"(<div class="facit">A</div>C)"},
+        {"the other side before", spoilers(false), kSpoilers, "<p>B</p>"},
+        // Paper.
+        {"no-print paragraph", app::dropNoPrint, R"(a<p class="no-print">x</p>b)", "ab"},
+        {"no-print nested div", app::dropNoPrint, R"(a<div class="x no-print"><div>y</div>z</div>b)", "ab"},
+        {"other classes stay", app::dropNoPrint, R"(<p class="hint">x</p>)", R"(<p class="hint">x</p>)"},
+        // Data tables get class, alignment and, on screen, a stripe on every second row.
+        {"stripes, light", boxes(light()),
+         R"(<div class="tbl"><table><tr><th>a</th></tr><tr><td>1</td></tr><tr class="calc"><td>2</td></tr><tr><td>3</td></tr></table></div>)",
+         R"(<div class="tbl"><table class="data" align="left" cellspacing="0"><tr><th>a</th></tr><tr bgcolor="#f4f6f9"><td>1</td></tr><tr class="calc"><td>2</td></tr><tr bgcolor="#f4f6f9"><td>3</td></tr></table></div>)"},
+        {"existing class and row attributes kept, dark", boxes(app::darkColors()),
+         R"(<div class="tbl"><table class="data wsfact" width="50%"><tr><td>1</td></tr><tr class="calc"><td>2</td></tr></table></div>)",
+         R"(<div class="tbl"><table class="data wsfact" width="50%" align="left" cellspacing="0"><tr><td>1</td></tr><tr bgcolor="#1f232a" class="calc"><td>2</td></tr></table></div>)"},
+        {"a class without data gets it, no stripes on paper", boxes(light(), app::Medium::Paper),
+         R"(<div class="tbl"><table class="wsfact"><tr><td>1</td></tr><tr><td>2</td></tr></table></div>)",
+         R"(<div class="tbl"><table class="data wsfact" align="left" cellspacing="0"><tr><td>1</td></tr><tr><td>2</td></tr></table></div>)"},
+        // Inline sizes follow the text scale and reach the inline elements
+        // inside, which the text engine would otherwise size by their ancestors' rules.
+        {"scaled", sizes(1.3), "<span style=\"color:#fff;font-size:9pt\">3 formler</span>",
+         "<span style=\"color:#fff;font-size:11.7pt\">3 formler</span>"},
+        {"a variable inside a sized formula", sizes(1.0),
+         "<p class=\"eq\" style=\"font-size:16pt\">S = <span class=\"v\">U</span></p>",
+         "<p class=\"eq\" style=\"font-size:16pt\">S = <span class=\"v\" "
+         "style=\"font-size:16.0pt\">U</span></p>"},
+        {"an index inside a title", sizes(1.0),
+         "<b style=\"font-size:12.5pt\"><a href=\"go:x\">U<sub>N</sub></a></b>",
+         "<b style=\"font-size:12.5pt\"><a href=\"go:x\" style=\"font-size:12.5pt\">U<sub "
+         "style=\"font-size:12.5pt\">N</sub></a></b>"},
+        {"an image in a formula line takes the line's class size", sizes(1.3),
+         "<div class=\"eq\"><img class=\"math\" src=\"m:0\"></div>",
+         "<div class=\"eq\"><img class=\"math\" src=\"m:0\" style=\"font-size:24.7pt\"></div>"},
+        {"a class of its own keeps its size", sizes(1.0),
+         "<p style=\"font-size:16pt\"><span class=\"crumb\">(s. 3)</span></p>",
+         "<p style=\"font-size:16pt\"><span class=\"crumb\">(s. 3)</span></p>"},
+        {"nothing sized stays as it is", sizes(1.3), "<p>U = <span class=\"v\">R</span></p>",
+         "<p>U = <span class=\"v\">R</span></p>"},
+        {"the size ends with its element", sizes(1.0), "<b style=\"font-size:20pt\">a</b><i>b</i>",
+         "<b style=\"font-size:20pt\">a</b><i>b</i>"},
+        // Headings become paragraphs of their class.
+        {"bare heading", app::plainHeadings, "<h2>Ohms lov</h2>", "<p class=\"h2\">Ohms lov</p>"},
+        {"heading with classes", app::plainHeadings, "<h3 class=\"sh pdf-break\">Facit</h3>",
+         "<p class=\"h3 sh pdf-break\">Facit</p>"},
+        {"heading's other attributes kept", app::plainHeadings, "<h4 style=\"color:#fff\">a</h4>",
+         "<p class=\"h4\" style=\"color:#fff\">a</p>"},
+        {"inline markup inside a heading", app::plainHeadings,
+         "<h3 class=\"sh\">Formler <span class=\"crumb\">(3)</span></h3>",
+         "<p class=\"h3 sh\">Formler <span class=\"crumb\">(3)</span></p>"},
+        {"other tags untouched", app::plainHeadings, "<hr><p>h2</p><h1>x</h1>", "<hr><p>h2</p><h1>x</h1>"},
+        // The title is the first heading as text.
+        {"title", app::sheetTitle,
+         R"(<div class="crumb">x</div><h2>Ohms lov – find <span class="v">I</span> &amp; U</h2><h2>2</h2>)",
+         "Ohms lov – find I & U"},
+        {"no title", app::sheetTitle, "<p>no heading</p>", ""},
+        // Chips hold together, but not their tags nor the text around them.
+        {"chips", app::holdChipsTogether,
+         "<p>Energi og pris</p><a class=\"hchip\" href=\"go:energi\">&nbsp;<span class=\"crumb\">El</span> "
+         "Energi og pris&nbsp;</a>&nbsp; <a class=\"chip\" href=\"go:x\">to ord</a>",
+         "<p>Energi og pris</p><a class=\"hchip\" href=\"go:energi\">&nbsp;<span "
+         "class=\"crumb\">El</span>&nbsp;"
+         "Energi&nbsp;og&nbsp;pris&nbsp;</a>&nbsp; <a class=\"chip\" href=\"go:x\">to ord</a>"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        EXPECT_EQ(str(app::fitImages(row.input, row.maxWidth)), row.expected);
+        EXPECT_EQ(str(row.rewrite(row.input)), row.expected);
+    }
+    EXPECT_EQ(app::countSteps(kSteps), 3);
+}
+
+// Boxes into tables: what the cells must hold, the rest left to the rewrite.
+TEST(SheetText, boxesBecomeTablesWithTheirColours) {
+    const ThemeColors& c = light();
+    const QString step =
+        R"(<div class="step"><p class="h4"><span class="stnum">2</span> Isolér <span class="v">I</span></p>)"
+        R"(<div class="msg">m</div></div>)";
+    struct Row {
+        const char* name;
+        Rewrite rewrite;
+        QString input;
+        std::vector<std::string> parts;
+        const char* absent = "<div"; // the text engine frames no div
+    };
+    const Row rows[] = {
+        {"cards framed inside out",
+         [&c](const QString& h) { return app::wrapCards(h, c); },
+         R"(<div class="card sheet" id="s"><h2>T</h2><div class="card">inner</div></div>)",
+         {"<table width=\"100%\" cellspacing=\"0\" cellpadding=\"14\" border=\"1\" bordercolor=\"#d3d9e1\"",
+          "<td bgcolor=\"#ffffff\" align=\"left\" style=\"text-align:left;border:1px solid "
+          "#d3d9e1\"><h2>T</h2><table",
+          "inner</td></tr></table></td></tr></table>"}},
+        {"message",
+         boxes(c),
+         R"(<div class="msg">x</div>)",
+         {"<table width=\"100%\" cellspacing=\"0\" cellpadding=\"8\" "
+          "style=\"margin-top:6px;margin-bottom:6px\">"
+          "<tr><td align=\"left\" bgcolor=\"" +
+          c.chip + "\" style=\"text-align:left\">x</td></tr></table>"}},
+        {"bad message",
+         boxes(c),
+         R"(<div class="msg bad">x</div>)",
+         {"bgcolor=\"" + c.chip + "\" style=\"text-align:left;color:" + c.bad + "\">x</td></tr></table>"}},
+        {"ok box",
+         boxes(c),
+         R"(<div class="msg ok-box">x</div>)",
+         {"bgcolor=\"" + c.soft + "\" style=\"text-align:left;color:" + c.ok + "\">x</td></tr></table>"}},
+        {"a step's number in a badge under a line",
+         boxes(c),
+         step,
+         {R"(<td class="stline" colspan="2" height="1" bgcolor="#d3d9e1"></td>)",
+          R"(<td class="stbadge" width="34" valign="top"><span class="stnum">&nbsp;2&nbsp;</span></td>)",
+          R"(<td class="stbody" valign="top"><p class="h4" style="margin-top:0">Isolér <span class="v">I</span></p><table)"}},
+        // On paper the line is the cells' top border: no row of its own, whose
+        // background a page break would stretch.
+        {"a step on paper",
+         boxes(c, app::Medium::Paper),
+         step,
+         {R"(<td class="stbadge" width="34" valign="top" style="border-top:1px solid #d3d9e1">)",
+          R"(<td class="stbody" valign="top" style="border-top:1px solid #d3d9e1">)"},
+         "stline"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const std::string out = str(row.rewrite(row.input));
+        for (const std::string& part : row.parts)
+            EXPECT_NE(out.find(part), std::string::npos) << part << "\n" << out;
+        EXPECT_EQ(out.find(row.absent), std::string::npos) << out;
     }
 }
 
-TEST(SheetText, divEndCountsNestedDivs) {
-    const QString html = R"(<div class="card"><div class="a"><div>x</div></div>y</div>tail)";
-    const qsizetype open = html.indexOf('>') + 1;
-    EXPECT_EQ(html.mid(app::divEnd(html, open)), "tail");
-    const QString unclosed = R"(<div class="card"><div>x</div>)";
-    EXPECT_EQ(app::divEnd(unclosed, unclosed.indexOf('>') + 1), unclosed.size());
-}
-
-TEST(SheetText, findDivMatchesWholeClassWords) {
+TEST(SheetText, divsAreFoundByWholeClassWordsAndClosedByNesting) {
     struct Row {
         const char* name;
         const char* html;
@@ -69,36 +211,10 @@ TEST(SheetText, findDivMatchesWholeClassWords) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(app::findDiv(row.html, 0, QString::fromLatin1(row.cls)), row.expected);
     }
-}
-
-TEST(SheetText, spoilersShowOneSideOnly) {
-    const QString html = R"(<div class="spoiler"><div class="facit">A</div></div>)"
-                         R"(<div class="spoiler-alt"><p>B</p></div><div class="spoiler">C</div>)";
-    EXPECT_EQ(str(app::applySpoilers(html, true)), R"(<div class="facit">A</div>C)");
-    EXPECT_EQ(str(app::applySpoilers(html, false)), "<p>B</p>");
-}
-
-TEST(SheetText, cutStepsKeepsTheFirstOnes) {
-    const QString html = R"(<div class="steps"><div class="step">1<div class="msg">m</div></div>)"
-                         R"(<div class="step">2</div><div class="step">3</div></div>after)";
-    EXPECT_EQ(app::countSteps(html), 3);
-    EXPECT_EQ(str(app::cutSteps(html, 0)), R"(<div class="steps"></div>after)");
-    EXPECT_EQ(str(app::cutSteps(html, 1)),
-              R"(<div class="steps"><div class="step">1<div class="msg">m</div></div></div>after)");
-    EXPECT_EQ(app::cutSteps(html, 3), html);
-    EXPECT_EQ(app::cutSteps(html, 7), html);
-}
-
-TEST(SheetText, cardsBecomeFramedTablesInsideOut) {
-    const QString html = R"(<div class="card sheet" id="s"><h2>T</h2><div class="card">inner</div></div>)";
-    const QString out = app::wrapCards(html, light());
-    EXPECT_FALSE(out.contains("<div"));
-    EXPECT_EQ(out.count("<table width=\"100%\" cellspacing=\"0\" cellpadding=\"14\" border=\"1\" "
-                        "bordercolor=\"#d3d9e1\""),
-              2);
-    EXPECT_TRUE(out.contains("<td bgcolor=\"#ffffff\" align=\"left\" style=\"text-align:left;border:1px "
-                             "solid #d3d9e1\"><h2>T</h2><table"));
-    EXPECT_TRUE(out.endsWith("inner</td></tr></table></td></tr></table>"));
+    const QString html = R"(<div class="card"><div class="a"><div>x</div></div>y</div>tail)";
+    EXPECT_EQ(html.mid(app::divEnd(html, html.indexOf('>') + 1)), "tail");
+    const QString unclosed = R"(<div class="card"><div>x</div>)";
+    EXPECT_EQ(app::divEnd(unclosed, unclosed.indexOf('>') + 1), unclosed.size());
 }
 
 TEST(SheetText, aSheetThatIsOneCardIsToldWithItsInside) {
@@ -128,87 +244,9 @@ TEST(SheetText, aSheetThatIsOneCardIsToldWithItsInside) {
     }
 }
 
-TEST(SheetText, dataTablesGetClassAlignmentAndStripes) {
-    struct Row {
-        const char* name;
-        bool dark;
-        const char* input;
-        const char* expected;
-    };
-    const Row rows[] = {
-        {"every second row, light", false,
-         R"(<div class="tbl"><table><tr><th>a</th></tr><tr><td>1</td></tr><tr class="calc"><td>2</td></tr><tr><td>3</td></tr></table></div>)",
-         R"(<div class="tbl"><table class="data" align="left" cellspacing="0"><tr><th>a</th></tr><tr bgcolor="#f4f6f9"><td>1</td></tr><tr class="calc"><td>2</td></tr><tr bgcolor="#f4f6f9"><td>3</td></tr></table></div>)"},
-        {"existing class and row attributes kept, dark", true,
-         R"(<div class="tbl"><table class="data wsfact" width="50%"><tr><td>1</td></tr><tr class="calc"><td>2</td></tr></table></div>)",
-         R"(<div class="tbl"><table class="data wsfact" width="50%" align="left" cellspacing="0"><tr><td>1</td></tr><tr bgcolor="#1f232a" class="calc"><td>2</td></tr></table></div>)"},
-        {"a class without data gets it", false,
-         R"(<div class="tbl"><table class="wsfact"><tr><td>1</td></tr></table></div>)",
-         R"(<div class="tbl"><table class="data wsfact" align="left" cellspacing="0"><tr><td>1</td></tr></table></div>)"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(str(app::rewriteBoxes(row.input, row.dark ? app::darkColors() : light())), row.expected);
-        EXPECT_FALSE(app::rewriteBoxes(row.input, light(), app::Medium::Paper).contains("bgcolor"))
-            << "no stripes on paper";
-    }
-}
-
-TEST(SheetText, boxesTakeTheirColours) {
-    const ThemeColors& c = light();
-    struct Row {
-        const char* name;
-        const char* input;
-        std::string cell;
-    };
-    const Row rows[] = {
-        {"message", R"(<div class="msg">x</div>)", "bgcolor=\"" + c.chip + "\" style=\"text-align:left\">x"},
-        {"bad message", R"(<div class="msg bad">x</div>)",
-         "bgcolor=\"" + c.chip + "\" style=\"text-align:left;color:" + c.bad + "\">x"},
-        {"ok box", R"(<div class="msg ok-box">x</div>)",
-         "bgcolor=\"" + c.soft + "\" style=\"text-align:left;color:" + c.ok + "\">x"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        const std::string out = str(app::rewriteBoxes(row.input, c));
-        EXPECT_EQ(out.rfind("<table width=\"100%\" cellspacing=\"0\" cellpadding=\"8\" "
-                            "style=\"margin-top:6px;margin-bottom:6px\"><tr><td align=\"left\" ",
-                            0),
-                  0u)
-            << out;
-        EXPECT_NE(out.find(row.cell + "</td></tr></table>"), std::string::npos) << out;
-    }
-}
-
-TEST(SheetText, stepsPutTheirNumberInABadge) {
-    const QString html =
-        R"(<div class="step"><p class="h4"><span class="stnum">2</span> Isolér <span class="v">I</span></p>)"
-        R"(<div class="msg">m</div></div>)";
-    const std::string out = str(app::rewriteBoxes(html, light()));
-    EXPECT_NE(out.find(R"(<td class="stline" colspan="2" height="1" bgcolor="#d3d9e1"></td>)"),
-              std::string::npos);
-    EXPECT_NE(
-        out.find(
-            R"(<td class="stbadge" width="34" valign="top"><span class="stnum">&nbsp;2&nbsp;</span></td>)"),
-        std::string::npos);
-    EXPECT_NE(
-        out.find(
-            R"(<td class="stbody" valign="top"><p class="h4" style="margin-top:0">Isolér <span class="v">I</span></p><table)"),
-        std::string::npos);
-    EXPECT_EQ(out.find("<div"), std::string::npos);
-
-    // On paper the line is the cells' top border: no row of its own, whose
-    // background a page break would stretch.
-    const std::string paper = str(app::rewriteBoxes(html, light(), app::Medium::Paper));
-    EXPECT_EQ(paper.find("stline"), std::string::npos);
-    EXPECT_NE(
-        paper.find(R"(<td class="stbadge" width="34" valign="top" style="border-top:1px solid #d3d9e1">)"),
-        std::string::npos);
-    EXPECT_NE(paper.find(R"(<td class="stbody" valign="top" style="border-top:1px solid #d3d9e1">)"),
-              std::string::npos);
-}
-
-TEST(SheetText, equationCellsAreCentredAndTheirLoneImagesKnown) {
+// Equation cells are centred and their lone images known; the images' sizes
+// are read back; long sheets are cut between top-level tables only.
+TEST(SheetText, equationImagesAndCutsAreFoundInTheRewrittenMarkup) {
     const QString html =
         R"(<table class="eqs"><tr><td class="l">I</td><td class="m">=</td><td class="r"><img class="math" src="m:4"></td>)"
         R"(<td class="n">Divider med <img class="math" src="m:5"></td></tr></table>)"
@@ -216,112 +254,22 @@ TEST(SheetText, equationCellsAreCentredAndTheirLoneImagesKnown) {
     const QString out = app::rewriteBoxes(html, light());
     EXPECT_EQ(out.count("<td valign=\"middle\""), 4);
     EXPECT_EQ(app::cellImages(out), QSet<QString>{"m:4"});
-}
 
-TEST(SheetText, noPrintElementsAreDropped) {
-    struct Row {
-        const char* name;
-        const char* input;
-        const char* expected;
-    };
-    const Row rows[] = {
-        {"a paragraph", R"(a<p class="no-print">x</p>b)", "ab"},
-        {"a nested div", R"(a<div class="x no-print"><div>y</div>z</div>b)", "ab"},
-        {"other classes stay", R"(<p class="hint">x</p>)", R"(<p class="hint">x</p>)"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(str(app::dropNoPrint(row.input)), row.expected);
-    }
-}
+    const QMap<QString, double> sizes =
+        app::mathSizes(app::inlineSizes("<p class=\"eq\" style=\"font-size:16pt\">S = <img class=\"math\" "
+                                        "src=\"m:2\"></p><p><img class=\"math\" "
+                                        "src=\"m:3\"></p>",
+                                        1.0));
+    EXPECT_EQ(sizes.value("m:2"), 16.0);
+    EXPECT_FALSE(sizes.contains("m:3"));
 
-TEST(SheetText, titleIsTheFirstHeadingAsText) {
-    EXPECT_EQ(
-        str(app::sheetTitle(
-            R"(<div class="crumb">x</div><h2>Ohms lov – find <span class="v">I</span> &amp; U</h2><h2>2</h2>)")),
-        "Ohms lov – find I & U");
-    EXPECT_EQ(str(app::sheetTitle("<p>no heading</p>")), "");
+    const QString tables =
+        "<h3>a</h3><table><tr><td><table></table></td></tr></table><p>b</p><table></table>";
+    const QList<qsizetype> cuts = app::topLevelCuts(tables);
+    ASSERT_EQ(cuts.size(), 3);
+    EXPECT_EQ(cuts[0], 0);
+    EXPECT_EQ(tables.mid(cuts[1], 13), "<table><tr><t");
+    EXPECT_EQ(tables.mid(cuts[2]), "<table></table>");
 }
 
 } // namespace
-
-// Inline sizes follow the text scale and reach the inline elements inside,
-// which the text engine would otherwise size by their ancestors' rules.
-TEST(SheetText, inlineSizesScaleAndReachInside) {
-    struct Row {
-        const char* name;
-        const char* html;
-        double scale;
-        const char* expected;
-    };
-    const Row rows[] = {
-        {"scaled", "<span style=\"color:#fff;font-size:9pt\">3 formler</span>", 1.3,
-         "<span style=\"color:#fff;font-size:11.7pt\">3 formler</span>"},
-        {"a variable inside a sized formula", "<p class=\"eq\" style=\"font-size:16pt\">S = <span class=\"v\">U</span></p>",
-         1.0, "<p class=\"eq\" style=\"font-size:16pt\">S = <span class=\"v\" style=\"font-size:16.0pt\">U</span></p>"},
-        {"an index inside a title", "<b style=\"font-size:12.5pt\"><a href=\"go:x\">U<sub>N</sub></a></b>", 1.0,
-         "<b style=\"font-size:12.5pt\"><a href=\"go:x\" style=\"font-size:12.5pt\">U<sub "
-         "style=\"font-size:12.5pt\">N</sub></a></b>"},
-        {"an image in a formula line takes the line's class size", "<div class=\"eq\"><img class=\"math\" src=\"m:0\"></div>",
-         1.3, "<div class=\"eq\"><img class=\"math\" src=\"m:0\" style=\"font-size:24.7pt\"></div>"},
-        {"a class of its own keeps its size", "<p style=\"font-size:16pt\"><span class=\"crumb\">(s. 3)</span></p>", 1.0,
-         "<p style=\"font-size:16pt\"><span class=\"crumb\">(s. 3)</span></p>"},
-        {"nothing sized stays as it is", "<p>U = <span class=\"v\">R</span></p>", 1.3,
-         "<p>U = <span class=\"v\">R</span></p>"},
-        {"the size ends with its element", "<b style=\"font-size:20pt\">a</b><i>b</i>", 1.0,
-         "<b style=\"font-size:20pt\">a</b><i>b</i>"},
-    };
-    for (const Row& r : rows) {
-        SCOPED_TRACE(r.name);
-        EXPECT_EQ(app::inlineSizes(QString::fromUtf8(r.html), r.scale).toStdString(), r.expected);
-    }
-}
-
-TEST(SheetText, headingsBecomeParagraphsOfTheirClass) {
-    struct Row {
-        const char* name;
-        const char* html;
-        const char* expected;
-    };
-    const Row rows[] = {
-        {"bare", "<h2>Ohms lov</h2>", "<p class=\"h2\">Ohms lov</p>"},
-        {"with classes", "<h3 class=\"sh pdf-break\">Facit</h3>", "<p class=\"h3 sh pdf-break\">Facit</p>"},
-        {"other attributes kept", "<h4 style=\"color:#fff\">a</h4>",
-         "<p class=\"h4\" style=\"color:#fff\">a</p>"},
-        {"inline markup inside", "<h3 class=\"sh\">Formler <span class=\"crumb\">(3)</span></h3>",
-         "<p class=\"h3 sh\">Formler <span class=\"crumb\">(3)</span></p>"},
-        {"other tags untouched", "<hr><p>h2</p><h1>x</h1>", "<hr><p>h2</p><h1>x</h1>"},
-    };
-    for (const Row& r : rows) {
-        SCOPED_TRACE(r.name);
-        EXPECT_EQ(str(app::plainHeadings(QString::fromUtf8(r.html))), r.expected);
-    }
-}
-
-TEST(SheetText, mathSizesReadTheImagesSizes) {
-    const QString html = app::inlineSizes(
-        "<p class=\"eq\" style=\"font-size:16pt\">S = <img class=\"math\" src=\"m:2\"></p><p><img class=\"math\" "
-        "src=\"m:3\"></p>",
-        1.0);
-    const QMap<QString, double> sizes = app::mathSizes(html);
-    EXPECT_EQ(sizes.value("m:2"), 16.0);
-    EXPECT_FALSE(sizes.contains("m:3"));
-}
-
-TEST(SheetText, longSheetsAreCutBetweenTopLevelTablesOnly) {
-    const QString html = "<h3>a</h3><table><tr><td><table></table></td></tr></table><p>b</p><table></table>";
-    const QList<qsizetype> cuts = app::topLevelCuts(html);
-    ASSERT_EQ(cuts.size(), 3);
-    EXPECT_EQ(cuts[0], 0);
-    EXPECT_EQ(html.mid(cuts[1], 13), "<table><tr><t");
-    EXPECT_EQ(html.mid(cuts[2]), "<table></table>");
-}
-
-TEST(SheetText, chipsHoldTogetherButTheirTagsAndTheTextAroundThemDoNot) {
-    const QString html = QStringLiteral(
-        "<p>Energi og pris</p><a class=\"hchip\" href=\"go:energi\">&nbsp;<span class=\"crumb\">El</span> "
-        "Energi og pris&nbsp;</a>&nbsp; <a class=\"chip\" href=\"go:x\">to ord</a>");
-    EXPECT_EQ(app::holdChipsTogether(html).toStdString(),
-              "<p>Energi og pris</p><a class=\"hchip\" href=\"go:energi\">&nbsp;<span class=\"crumb\">El</span>&nbsp;"
-              "Energi&nbsp;og&nbsp;pris&nbsp;</a>&nbsp; <a class=\"chip\" href=\"go:x\">to ord</a>");
-}

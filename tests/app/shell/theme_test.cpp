@@ -25,41 +25,28 @@ protected:
     }
 };
 
-TEST_F(ThemeTest, textScaleRewritesPointSizesOnly) {
+// Tokens take the palette's values; the text scale rewrites point sizes only.
+TEST_F(ThemeTest, fillTokensTakesPaletteAndScale) {
     struct Row {
         const char* name;
+        bool dark;
         double scale;
         const char* input;
         const char* expected;
     };
     const Row rows[] = {
-        {"interface size at 115 %", 1.15, "font-size: 10.5pt;", "font-size: 12.1pt;"},
-        {"pixels stay", 1.15, "border: 1px solid; width: 14px;", "border: 1px solid; width: 14px;"},
-        {"whole number gets one decimal", 1.3, "font-size: 8pt", "font-size: 10.4pt"},
-        {"several in one line", 1.3, "a 10pt b 17pt c", "a 13.0pt b 22.1pt c"},
-        {"no word boundary, no match", 1.3, "10ptx", "10ptx"},
+        {"button text before background", false, 1.0, "@BTNTEXT @BG", "#0d1220 #f3f5f8"},
+        {"check image follows the palette, dark", true, 1.0, "url(@CHECKIMG) url(@DASHIMG)",
+         "url(:/check-dark.svg) url(:/dash-dark.svg)"},
+        {"interface size at 115 %", false, 1.15, "font-size: 10.5pt;", "font-size: 12.1pt;"},
+        {"pixels stay", false, 1.15, "border: 1px solid; width: 14px;", "border: 1px solid; width: 14px;"},
+        {"whole number gets one decimal", false, 1.3, "font-size: 8pt", "font-size: 10.4pt"},
+        {"several in one line", false, 1.3, "a 10pt b 17pt c", "a 13.0pt b 22.1pt c"},
+        {"no word boundary, no match", false, 1.3, "10ptx", "10ptx"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         app::setTextScale(row.scale);
-        EXPECT_EQ(app::fillTokens(row.input, app::lightColors(), "#ffffff").toStdString(), row.expected);
-    }
-}
-
-TEST_F(ThemeTest, tokensTakeThePaletteValues) {
-    struct Row {
-        const char* name;
-        bool dark;
-        const char* input;
-        const char* expected;
-    };
-    const Row rows[] = {
-        {"button text before background", false, "@BTNTEXT @BG", "#0d1220 #f3f5f8"},
-        {"check image follows the palette, dark", true, "url(@CHECKIMG) url(@DASHIMG)",
-         "url(:/check-dark.svg) url(:/dash-dark.svg)"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
         const app::ThemeColors& c = row.dark ? app::darkColors() : app::lightColors();
         EXPECT_EQ(app::fillTokens(row.input, c, "#0d1220").toStdString(), row.expected);
     }

@@ -21,7 +21,6 @@ TEST(FlowLayout, wrapsWhenTheNextItemWouldPassTheEdge) {
     };
     // Spacing 6 both ways.
     const Row rows[] = {
-        {"one line", {{40, 20}, {40, 20}}, 100, 20},
         {"exactly fits", {{47, 20}, {47, 20}}, 100, 20},
         {"one pixel too wide wraps", {{47, 20}, {48, 20}}, 100, 46},
         {"line height is the tallest", {{40, 30}, {40, 10}, {40, 10}}, 100, 46},

@@ -250,17 +250,6 @@ TEST_F(PagesTest, finderKeepsAPathForEachModeAndWalksBack) {
     EXPECT_EQ(finder->pathButtons().front()->text(), "Alle emner");
 }
 
-TEST_F(PagesTest, aClickOnAChipGoesThere) {
-    app::MainWindow& w = open();
-    auto* home = current<app::HomePage>();
-    ASSERT_NE(home, nullptr);
-    ASSERT_TRUE(clickLink(home->view(), "go:calc"));
-    EXPECT_EQ(w.currentRoute(), "calc");
-    w.navigate("hjem");
-    ASSERT_TRUE(clickLink(home->view(), "go:ohm")); // the topic chip of direct current
-    EXPECT_EQ(w.currentRoute(), "ohm");
-}
-
 TEST_F(PagesTest, homeShowsWhatWasUsedAndHidesWhatIsClosed) {
     app::MainWindow& w = open();
     w.navigate("trafo");

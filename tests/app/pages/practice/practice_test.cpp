@@ -108,7 +108,7 @@ TEST_F(PracticeTest, threeAnswersAreJudgedExplainedAndCountedOnTheStatisticsPage
     EXPECT_EQ(records.days.at(fl::today()).wrong, 1);
 }
 
-TEST_F(PracticeTest, aTopicLinkOnTheStatisticsPageOpensItsExercises) {
+TEST_F(PracticeTest, topicLinksOnTheStatisticsPageOpenTheirExercises) {
     fl::PracticeStats s;
     for (int i = 0; i < 4; ++i)
         fl::addAnswer(s, "motNs", "Motorer", i == 0, fl::today());
@@ -129,25 +129,19 @@ TEST_F(PracticeTest, aTopicLinkOnTheStatisticsPageOpensItsExercises) {
     ASSERT_TRUE(clickLink(stats->view(), "ov:svag"));
     EXPECT_EQ(page->topicBox()->currentData().toString(), "svag");
     EXPECT_EQ(page->exercise().topic, "Motorer"); // the one weak topic
-}
 
-TEST_F(PracticeTest, aTextProblemOnTheStatisticsPageOpensThatScenario) {
-    fl::PracticeStats s;
+    // A text problem's row opens that scenario on its own page.
     for (int i = 0; i < 3; ++i)
         fl::addAnswer(s, "tekst:kabel", "tekst:kabel", false, fl::today());
     fl::saveStats(s);
-    app::MainWindow& w = open();
     w.navigate("statistik");
-    auto* stats = current<app::StatistikPage>();
-    ASSERT_NE(stats, nullptr);
     EXPECT_TRUE(contains(stats->view()->markup(), ">Kabel til carport</td>"));
-
     ASSERT_TRUE(clickLink(stats->view(), "ov:tekst:kabel"));
-    auto* page = current<app::TekstPage>();
-    ASSERT_NE(page, nullptr);
-    EXPECT_EQ(page->topicBox()->currentData().toString(), "kabel");
-    ASSERT_TRUE(page->problem().has_value());
-    EXPECT_EQ(page->problem()->key, "kabel");
+    auto* tekst = current<app::TekstPage>();
+    ASSERT_NE(tekst, nullptr);
+    EXPECT_EQ(tekst->topicBox()->currentData().toString(), "kabel");
+    ASSERT_TRUE(tekst->problem().has_value());
+    EXPECT_EQ(tekst->problem()->key, "kabel");
 }
 
 TEST_F(PracticeTest, closedTopicsVanishAndAnEmptyChoiceSaysWhy) {

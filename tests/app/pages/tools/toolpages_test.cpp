@@ -90,16 +90,17 @@ TEST_F(ToolPagesTest, refusalsShowInTheNoteMarkTheFieldsAndKeepTheForm) {
     const Row rows[] = {
         {"letters", "ikmax", {{"l", "tre"}}, "Jeg kan ikke læse l", {"l"}},
         {"a value the table doesn't have", "ikmax", {{"l", "10"}, {"R_l", ""}}, "Udfyld Rl.", {"R_l"}},
-        {"negative length", "sf3", {{"I_B", "16"}, {"l", "-40"}}, "Negative værdier giver ingen mening her – ret l.",
+        {"negative length",
+         "sf3",
+         {{"I_B", "16"}, {"l", "-40"}},
+         "Negative værdier giver ingen mening her – ret l.",
          {"l"}},
-        {"no real answer", "ikmin", {{"I_Nks", "0"}, {"l_stik", "10"}, {"l_grp", "10"}},
-         "Noget passer ikke – tjek værdierne. intet reelt svar", {}},
-        {"efficiency above one", "motor", {{"eta", "120"}}, "Virkningsgraden η skal være mellem 0 og 1 (fx 0,87).", {}},
-        {"two transformer values", "trafo", {{"U_P", "230"}, {"U_S", "12"}},
-         "Udfyld mindst tre af værdierne (fx UP, US og S).", {}},
-        {"target below the present", "komp", {{"U", "230"}, {"P", "1000"}, {"cosphi1", "0,9"}, {"cosphi2", "0,8"}},
-         "Den ønskede cos φ skal være større end den nuværende – ellers er der intet at kompensere.", {}},
-        {"cos φ above one", "trefase", {{"R", "20"}, {"cosphi", "1,2"}}, "cos φ skal ligge mellem 0 og 1.", {}},
+        // The tools' own refusals take this road too; their texts are the tools' tests' business.
+        {"no real answer",
+         "ikmin",
+         {{"I_Nks", "0"}, {"l_stik", "10"}, {"l_grp", "10"}},
+         "Noget passer ikke – tjek værdierne. intet reelt svar",
+         {}},
     };
     app::MainWindow& w = open();
     for (const Row& r : rows) {
@@ -168,18 +169,6 @@ TEST_F(ToolPagesTest, clearPutsTheDefaultsBackAndTheChooserRefillsRAndX) {
     EXPECT_FALSE(page->resultArea()->view()->hasContent());
 }
 
-TEST_F(ToolPagesTest, systemChoiceSetsTheVoltageUnlessTheStudentTypedOne) {
-    app::test::FakeHost host;
-    auto kabel = std::make_unique<app::KabelPage>(&host);
-    kabel->systemChoice()->setCurrentIndex(1);
-    EXPECT_EQ(kabel->field("U")->text(), "400");
-    kabel->systemChoice()->setCurrentIndex(0);
-    EXPECT_EQ(kabel->field("U")->text(), "230");
-    kabel->field("U")->setText("231");
-    kabel->systemChoice()->setCurrentIndex(1);
-    EXPECT_EQ(kabel->field("U")->text(), "231");
-}
-
 TEST_F(ToolPagesTest, characteristicReachesTheCheckAndAThemeChangeRedrawsTheSameRun) {
     app::test::FakeHost host;
     auto page = std::make_unique<app::IkminPage>(&host);
@@ -199,13 +188,9 @@ TEST_F(ToolPagesTest, characteristicReachesTheCheckAndAThemeChangeRedrawsTheSame
     EXPECT_TRUE(contains(sheetOf(page.get()), "er mindre end 100 A"));
 }
 
-TEST_F(ToolPagesTest, eachToolOpensUnlessTheTeacherClosedItsGroup) {
-    const std::pair<const char*, const char*> rows[] = {
-        {"kabel", "vaerktoj"}, {"sf1", "vaerktoj"},    {"sf3", "vaerktoj"},     {"ikmax", "vaerktoj"},
-        {"ikmin", "vaerktoj"}, {"komp", "vaerktoj"},   {"motor", "vaerktoj"},   {"trafo", "vaerktoj"},
-        {"trefase", "vaerktoj"}, {"ac", "vaerktoj"},   {"acdemo", "vaerktoj"},  {"res", "vaerktoj"},
-        {"energi", "smaa"},    {"enheder", "smaa"},    {"farve", "smaa"},       {"tri", "smaa"},
-        {"vec", "smaa"}};
+// One tool of each group; which routes a group holds is a list in the catalogue.
+TEST_F(ToolPagesTest, aToolOpensUnlessTheTeacherClosedItsGroup) {
+    const std::pair<const char*, const char*> rows[] = {{"acdemo", "vaerktoj"}, {"farve", "smaa"}};
     for (const auto& [route, group] : rows) {
         SCOPED_TRACE(route);
         app::options().off = {};
