@@ -102,7 +102,7 @@ class Generator {
     void add(const std::string& target, const std::string& formula, const std::string& title,
              const std::string& pages, const CNodePtr& node, bool closedOnly = false) {
         if (target == formula) return;
-        out_.push_back({{target, formula, title, pages, {}}, node, closedOnly});
+        out_.push_back({{target, formula, title, pages, {}}, node, closedOnly, {}});
     }
 
     void postOrder(const CNodePtr& n, const std::function<void(const CNodePtr&)>& fn) {
@@ -223,6 +223,12 @@ class Generator {
                 }
                 const std::string title = "Parallel (" + names + "): z = (1/z₁ + 1/z₂ + …)⁻¹ med komplekse tal";
                 add(G, signedSum(gs), title + " – de reelle dele af 1/z lægges sammen", "10–11", g);
+                // In a mixed circuit the group's result goes on in series with the rest.
+                if (s_.shape == "mixed")
+                    out_.back().lead =
+                        "<p class=\"hint0\">Grenstrømmene er faseforskudt, så impedanserne lægges sammen som komplekse "
+                        "tal: hver gren skrives som z∠φ, man tager 1/z, lægger sammen og vender tilbage. Resultatet "
+                        "skrives som R + iX, så det kan lægges i serie med resten.</p>";
                 add(B, signedSum(bs), title + " – de imaginære dele af 1/z lægges sammen", "10–11", g);
                 add(R, G + "/(" + G + "**2+" + B + "**2)", title + " – vendt tilbage: den ohmske del", "10–11", g);
                 add(X, "-" + B + "/(" + G + "**2+" + B + "**2)", title + " – vendt tilbage: den reaktive del",
@@ -241,8 +247,9 @@ class Generator {
             add("I", "U/R_tot", "Ohms lov for hele kredsen", "2", root);
             return;
         }
-        add("cosphi", "R_tot/Z", "Effektfaktor og faseforskydning – modstandstrekanten: cos φ = R / Z", "12", root);
-        add("phi", "acos(cosphi)", "Faseforskydningsvinkel", "8", root);
+        const std::string triangle = "Effektfaktor og faseforskydning – modstandstrekanten";
+        add("cosphi", "R_tot/Z", s_.shape == "series" ? "Effektfaktor: cos φ = R / Z" : triangle, "12", root);
+        add("phi", "acos(cosphi)", s_.shape == "mixed" ? triangle : "Faseforskydningsvinkel", "8", root);
         add("I", "U/Z", "Strømmen – Ohms lov med impedans", "12", root);
     }
 
@@ -329,9 +336,9 @@ class Generator {
                 true);
             return;
         }
-        add("P", "U*I*cosphi", "Aktiv effekt: P = U · I · cos φ", "13", root);
-        add("Q", "U*I*sin(phi)", "Reaktiv effekt: Q = U · I · sin φ", "13", root);
-        add("S", "U*I", "Tilsyneladende effekt: S = U · I", "13", root);
+        add("P", "U*I*cosphi", "Aktiv effekt", "13", root);
+        add("Q", "U*I*sin(phi)", "Reaktiv effekt", "13", root);
+        add("S", "U*I", "Tilsyneladende effekt", "13", root);
         add("P", "I**2*R_tot", "Aktiv effekt ud fra strøm og modstand (P = I² · R)", "13", root, true);
     }
 
@@ -379,10 +386,12 @@ std::vector<CircuitStep> stepsFor(const StepScope& scope, Values& values) {
     std::vector<StepEquation> all = equationsFor(scope);
     std::vector<ChainEquation> list;
     std::vector<CNodePtr> nodes;
+    std::vector<std::string> leads;
     for (StepEquation& e : all) {
         if (e.closedOnly && !scope.closed) continue;
         list.push_back(std::move(e.eq));
         nodes.push_back(e.node);
+        leads.push_back(std::move(e.lead));
     }
     ChainSetup setup;
     const CNodePtr root = scope.root;
@@ -402,7 +411,7 @@ std::vector<CircuitStep> stepsFor(const StepScope& scope, Values& values) {
         st.formula = chain.equations[eq].formula;
         st.title = block.title;
         st.pages = block.page;
-        st.html = block.html;
+        st.html = leads[eq] + block.html;
         st.node = nodes[eq];
         std::stringstream uses(block.uses);
         for (std::string u; std::getline(uses, u, ',');)

@@ -45,6 +45,7 @@ struct StepEquation {
     ChainEquation eq;
     CNodePtr node;
     bool closedOnly = false;
+    std::string lead; // a hint paragraph before the equation lines
 };
 
 // The generator of `scope.shape`, in the order a student works: reactances,

@@ -390,6 +390,16 @@ TEST_F(Walkthrough, sentencesOfTheSheetsStandInTheirWords) {
          circuit("dc", {leaf("R", "4"), leaf("R", "2")}, {{"U", "12"}}), Guide,
          "<p class=\"h4\"><span class=\"stnum\">1</span> Find kredsens samlede modstand – Serieforbindelse (R1, R2): "
          "modstandene lægges sammen</p><span class=\"crumb\">formelsamlingen s. 3</span>"},
+        {"the power factor of a series", circuit("ac", {leaf("R", "4"), leaf("L", "0,1")}, {{"U", "12"}}), Calculated,
+         "Effektfaktor: cos φ = R / Z <span class=\"crumb\">(formelsamlingen s. 12)</span>"},
+        {"the powers of the whole circuit", circuit("ac", {leaf("R", "4"), leaf("L", "0,1")}, {{"U", "12"}}),
+         Calculated, "Tilsyneladende effekt <span class=\"crumb\">(formelsamlingen s. 13)</span>"},
+        {"a parallel group inside a mixed circuit",
+         circuit("ac", {leaf("R", "47"), group("P", {leaf("L", "0,2"), leaf("C", "22u")})}, {{"U", "230"}}),
+         Calculated,
+         "<p class=\"hint0\">Grenstrømmene er faseforskudt, så impedanserne lægges sammen som komplekse tal: hver gren "
+         "skrives som z∠φ, man tager 1/z, lægger sammen og vender tilbage. Resultatet skrives som R + iX, så det kan "
+         "lægges i serie med resten.</p>"},
         {"the task in direct current", circuit("dc", {leaf("R", "4"), leaf("R", "2")}, {{"U", "12"}}), Task,
          "<h3 class=\"sh\">Find</h3><ol><li>strømmen I og strømmen i hver gren</li><li>spændingen over hver "
          "komponent</li><li>effekten i hver komponent og den samlede effekt.</li></ol><p class=\"hint0\">Skriv "
