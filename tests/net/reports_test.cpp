@@ -15,6 +15,8 @@ namespace {
 
 constexpr double kHour = 3600;
 constexpr double kNow = 1.8e9;
+const char* const kRecord = "Ostrovalden 1.0.30 crash: exception 0x0000000b at 0x10\n"
+                            "  #0 ostrovalden!app::KredsPage::solve()+0x1c  (kredspage.cpp:88)\n";
 
 struct Sent {
     std::string path;
@@ -68,7 +70,7 @@ TEST_F(Reports, withoutConsentNothingGoesOutAndTheCrashRecordIsDeleted) {
         sent.clear();
         if (!consent.isNull()) storeSet(key::Telemetry, consent);
         storeSet(key::UsageStarts, Json(3));
-        writeCrash("Ostrovalden 1.0.30 crash: exception 0x0000000b at 0x10\n");
+        writeCrash(kRecord);
         net::sendReports(dir.string(), poster("{}"), kNow);
         EXPECT_TRUE(sent.empty());
         EXPECT_FALSE(crashThere());
@@ -106,23 +108,25 @@ struct TimingRow {
     double hoursSinceLast;
     Json usage;
     double starts;
+    bool crash;                       // a crash record lies there
     std::optional<std::string> reply; // none: the network fails
     bool sends;
     bool resets;
     bool movesLast;
+    bool crashKept;
 };
 
-TEST_F(Reports, theTwentyHourRule) {
+TEST_F(Reports, theTwentyHourRuleAndTheCrashRecordDeletedOnlyWhenSent) {
     const Json pages = Json::parse(R"({"Ohms lov":3,"Forside":2})");
     const TimingRow rows[] = {
-        {"exactly 20 hours after", 20, pages, 2, "{}", false, false, false},
-        {"a little over 20 hours", 20.01, pages, 2, "{}", true, true, true},
-        {"pages alone are enough", 30, pages, 0, "{}", true, true, true},
-        {"nothing counted: nothing sent", 30, Json::object(), 0, "{}", false, false, false},
-        {"usage of another kind counts as none", 30, Json("x"), 0, "{}", false, false, false},
-        {"a failed send waits 20 hours too", 30, pages, 2, std::nullopt, true, false, true},
-        {"a refusal keeps the counts", 30, pages, 2, R"({"error":"Nej."})", true, false, true},
-        {"a reply that is not JSON keeps the counts", 30, pages, 2, "<html>", true, false, true},
+        {"exactly 20 hours; a crash goes anyway", 20, pages, 2, true, "{}", false, false, false, false},
+        {"a little over 20 hours", 20.01, pages, 2, false, "{}", true, true, true, false},
+        {"pages alone are enough", 30, pages, 0, false, "{}", true, true, true, false},
+        {"nothing counted: nothing sent", 30, Json::object(), 0, false, "{}", false, false, false, false},
+        {"usage of another kind counts as none", 30, Json("x"), 0, false, "{}", false, false, false, false},
+        {"a failed send waits 20 hours too", 30, pages, 2, true, std::nullopt, true, false, true, true},
+        {"a refusal keeps the counts", 30, pages, 2, true, R"({"error":"Nej."})", true, false, true, true},
+        {"a reply not in JSON keeps the counts", 30, pages, 2, false, "<html>", true, false, true, false},
     };
     for (const TimingRow& row : rows) {
         SCOPED_TRACE(row.name);
@@ -132,6 +136,8 @@ TEST_F(Reports, theTwentyHourRule) {
         storeSet(key::TelemetryLast, Json(last));
         storeSet(key::Usage, row.usage);
         storeSet(key::UsageStarts, Json(row.starts));
+        std::filesystem::remove(dir / "crash.txt");
+        if (row.crash) writeCrash(kRecord);
         net::sendReports(dir.string(), poster(row.reply), kNow);
         const Sent* usage = sentKind("usage");
         ASSERT_EQ(usage != nullptr, row.sends);
@@ -148,6 +154,16 @@ TEST_F(Reports, theTwentyHourRule) {
             EXPECT_EQ(Json::dump(storeGet(key::Usage), 0), Json::dump(row.usage, 0));
             EXPECT_EQ(storeGet(key::UsageStarts).asNumber(-1), row.starts);
         }
+
+        const Sent* crash = sentKind("crash");
+        ASSERT_EQ(crash != nullptr, row.crash);
+        if (crash) {
+            EXPECT_EQ(crash->path, "/telemetry");
+            EXPECT_EQ(crash->body.at("text").asString(), kRecord);
+            EXPECT_EQ(crash->body.at("version").asString(), "1.0.30");
+            EXPECT_EQ(crash->body.at("uid").asString(), storeGetString(key::TelemetryUid));
+        }
+        EXPECT_EQ(crashThere(), row.crashKept);
     }
 }
 
@@ -166,43 +182,6 @@ TEST_F(Reports, visitsCountedWhileTheReportIsUnderWayAreKept) {
                      kNow);
     EXPECT_EQ(Json::dump(storeGet(key::Usage), 0), R"({"Forside":1,"Ohms lov":2})");
     EXPECT_EQ(storeGet(key::UsageStarts).asNumber(-1), 1);
-}
-
-struct CrashRow {
-    const char* name;
-    std::optional<std::string> reply;
-    bool kept;
-};
-
-TEST_F(Reports, theCrashRecordGoesOutWithConsentAndIsDeletedOnlyWhenSent) {
-    const std::string record = "Ostrovalden 1.0.30 crash: exception 0x0000000b at 0x10\n"
-                               "  #0 ostrovalden!app::KredsPage::solve()+0x1c  (kredspage.cpp:88)\n";
-    const CrashRow rows[] = {
-        {"sent", "{}", false},
-        {"the network fails: kept for the next start", std::nullopt, true},
-    };
-    for (const CrashRow& row : rows) {
-        SCOPED_TRACE(row.name);
-        sent.clear();
-        storeSet(key::Telemetry, Json(true));
-        storeSet(key::TelemetryLast, Json(kNow)); // no usage report in the way
-        storeSet(key::UsageStarts, Json(1));
-        writeCrash(record);
-        net::sendReports(dir.string(), poster(row.reply), kNow);
-        const Sent* crash = sentKind("crash");
-        ASSERT_NE(crash, nullptr);
-        EXPECT_EQ(crash->path, "/telemetry");
-        EXPECT_EQ(crash->body.at("text").asString(), record);
-        EXPECT_EQ(crash->body.at("version").asString(), "1.0.30");
-        EXPECT_EQ(crash->body.at("uid").asString(), storeGetString(key::TelemetryUid));
-        EXPECT_EQ(crashThere(), row.kept);
-        EXPECT_FALSE(sentKind("usage"));
-    }
-    // No record, no crash report.
-    std::filesystem::remove(dir / "crash.txt");
-    sent.clear();
-    net::sendReports(dir.string(), poster("{}"), kNow);
-    EXPECT_TRUE(sent.empty());
 }
 
 } // namespace
