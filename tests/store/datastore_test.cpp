@@ -115,7 +115,8 @@ std::vector<fs::path> damagedCopies(const fs::path& dir) {
 
 struct DamageRow {
     const char* name;
-    std::string bytes;
+    std::optional<std::string> bytes; // none: no file at all
+    bool setAside = true;             // false: nothing in it to keep
     bool unreadable = false;
 };
 
@@ -125,34 +126,43 @@ TEST_F(DataStoreTest, damagedFileIsMovedAsideByteForByteAndTheStoreStartsEmpty) 
         {"cut off", good.substr(0, good.size() / 2)},
         {"byte order mark in front", "\xEF\xBB\xBF" + good},
         {"top level is an array", "[" + good + "]"},
-        {"a file the user can't read", good, true},
+        {"a file the user can't read", good, true, true},
+        {"missing file", std::nullopt, false}, // a first start
+        {"empty file", "", false},             // power cut before the save was flushed
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         for (const fs::path& old : damagedCopies(dir))
             fs::remove(old);
-        writeAll(file, row.bytes);
+        fs::remove(file);
+        if (row.bytes) writeAll(file, *row.bytes);
         store().resetForTest();
         store().set("kept", "yes"); // memory only: no path yet
         usePath();
-        if (row.unreadable) {
-            fs::permissions(file, fs::perms::none);
-            if (geteuid() == 0) {
-                ASSERT_EQ(chown(dir.c_str(), AsNobody::uid(), AsNobody::uid()), 0);
+        {
+            std::optional<AsNobody> nobody;
+            if (row.unreadable) {
+                fs::permissions(file, fs::perms::none);
+                if (geteuid() == 0) {
+                    ASSERT_EQ(chown(dir.c_str(), AsNobody::uid(), AsNobody::uid()), 0);
+                }
+                nobody.emplace();
             }
-            AsNobody nobody;
-            EXPECT_FALSE(store().load());
-        } else {
             EXPECT_FALSE(store().load());
         }
         EXPECT_EQ(store().keys(), std::vector<std::string>{"kept"});
+        if (!row.setAside) {
+            EXPECT_EQ(store().damagedCopy(), "");
+            EXPECT_TRUE(damagedCopies(dir).empty());
+            continue;
+        }
 
         const fs::path copy =
             fs::path(std::u8string(store().damagedCopy().begin(), store().damagedCopy().end()));
         EXPECT_EQ(copy.parent_path(), dir);
         if (row.unreadable) fs::permissions(copy, fs::perms::owner_read);
         EXPECT_EQ(damagedCopies(dir), std::vector<fs::path>{copy});
-        EXPECT_EQ(readAll(copy), row.bytes);
+        EXPECT_EQ(readAll(copy), *row.bytes);
         EXPECT_FALSE(fs::exists(file));
 
         // The start's first save makes a fresh file; the next start reads it
@@ -163,7 +173,7 @@ TEST_F(DataStoreTest, damagedFileIsMovedAsideByteForByteAndTheStoreStartsEmpty) 
         EXPECT_TRUE(store().load());
         EXPECT_EQ(store().damagedCopy(), "");
         EXPECT_EQ(damagedCopies(dir), std::vector<fs::path>{copy});
-        EXPECT_EQ(readAll(copy), row.bytes);
+        EXPECT_EQ(readAll(copy), *row.bytes);
     }
 }
 
@@ -178,21 +188,6 @@ TEST_F(DataStoreTest, aSecondDamageInTheSameSecondKeepsBothCopies) {
     ASSERT_NE(first, second);
     EXPECT_EQ(readAll(first), "{1");
     EXPECT_EQ(readAll(second), "{2");
-}
-
-TEST_F(DataStoreTest, nothingToKeepIsNotSetAside) {
-    for (const bool empty : {false, true}) {
-        SCOPED_TRACE(empty ? "empty file" : "missing file");
-        fs::remove(file);
-        if (empty) writeAll(file, "");
-        store().resetForTest();
-        store().set("kept", "yes"); // memory only: no path yet
-        usePath();
-        EXPECT_FALSE(store().load());
-        EXPECT_EQ(store().keys(), std::vector<std::string>{"kept"});
-        EXPECT_EQ(store().damagedCopy(), "");
-        EXPECT_TRUE(damagedCopies(dir).empty());
-    }
 }
 
 TEST_F(DataStoreTest, folderNamedLikeTheFileStartsEmptyAndSavesFail) {
