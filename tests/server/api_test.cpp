@@ -76,24 +76,11 @@ TEST_F(ApiTest, aCodeReachesOnlyItsOwnClass) {
     EXPECT_EQ(db->answersOf(a, "t1").size(), 1u);
 }
 
-TEST_F(ApiTest, checkInCarriesTheClassState) {
-    server::ClassInfo c = *db->classById(a);
-    c.message = "Prøve på fredag";
-    c.messageId = "m7";
-    c.off = {"ac_komp", "kreds"};
-    c.profile = "egen";
-    db->updateClass(c);
-    const Json r = call("/check", R"({"key":"AAAA2222","version":"1.0.30"})").body;
-    EXPECT_EQ(r.at("classMsg").asString(), "Prøve på fredag");
-    EXPECT_EQ(r.at("classMsgId").asString(), "m7");
-    EXPECT_EQ(Json::dump(r.at("off")), R"(["ac_komp","kreds"])");
-    EXPECT_EQ(r.at("profile").asString(), "egen");
-    EXPECT_TRUE(r.at("classStats").asBool(false));
-    EXPECT_GE(r.at("tasksUpdated").asNumber(0), 1000 * 1000.0);
-
-    // Every change of the list moves the stamp forward, even within a millisecond.
-    const double before = r.at("tasksUpdated").num;
-    db->deleteTask(a, "t1", 1000);
+// The rest of the check-in is read end to end by the client's tests.
+TEST_F(ApiTest, checkInStampMovesWithEveryChangeOfTheList) {
+    const double before = call("/check", R"({"key":"AAAA2222"})").body.at("tasksUpdated").asNumber(0);
+    EXPECT_GE(before, 1000 * 1000.0) << "milliseconds";
+    db->deleteTask(a, "t1", 1000); // within the same millisecond
     EXPECT_GT(db->classById(a)->tasksUpdated, before);
 }
 
