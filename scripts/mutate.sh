@@ -54,9 +54,13 @@ job-version-after-unreachable@@net/job.cpp@@const bool unreachable = !code.empty
 task-seen-list-ignored@@net/tasks.cpp@@if (!old.count(id) && !seen.has(id))@@if (!old.count(id))@@net_client_test
 task-fetch-failure-remembered@@net/tasks.cpp@@if (reply.outcome != 1) return {};@@if (false) return {};@@net_client_test
 store-unreadable-file-not-set-aside@@store/datastore.cpp@@if (read == ReadResult::Failed || !text.empty())@@if (!text.empty())@@datastore_test
+empty-data-file-set-aside@@store/datastore.cpp@@if (read == ReadResult::Failed || !text.empty()) damagedCopy_@@if (true) damagedCopy_@@datastore_test
 store-flat-form-dropped@@store/datastore.cpp@@fillFrom(doc.has("data") ? doc.at("data") : doc);@@fillFrom(doc.at("data"));@@datastore_test
 bundle-data-not-checked@@store/datastore.cpp@@|| !doc.at("data").isObject()) return false;@@) return false;@@datastore_test
 json-object-nesting-one-deeper@@store/json.cpp@@Json object(int depth) {@@Json object(int depth) { --depth;@@json_test
+check-in-message-id-of-text@@server/api.cpp@@b["classMsgId"] = Json(cls->messageId);@@b["classMsgId"] = Json(cls->message);@@server_test net_client_test
+check-in-stats-always-on@@server/api.cpp@@b["classStats"] = Json(cls->stats);@@b["classStats"] = Json(true);@@server_test net_client_test
+refetch-refuses-a-list@@net/tasks.cpp@@if (!reply.body.at("tasks").isArray()) {@@if (reply.body.at("tasks").isArray()) {@@net_client_test
 api-array-request-accepted@@server/api.cpp@@if (!Json::tryParse(body, request) || !request.isObject())@@if (!Json::tryParse(body, request))@@server_test
 reports-page-open-to-teachers@@server/web.cpp@@if (std::find(admins.begin(), admins.end(), s.teacher.email) == admins.end())@@if (false)@@server_web_test
 store-prefix@@store/datastore.cpp@@const std::string kPrefix = "fs_";@@const std::string kPrefix = "fx_";@@datastore_test
