@@ -93,6 +93,18 @@ figure-labels-anchored-wrong@@app/widgets/figureview.cpp@@s.anchor == fl::Shape:
 stats-text-problem-scenario-lost@@app/pages/practice/statistikpage.cpp@@storeSet(key::TxTpl, Json(topic.substr(kTekst.size())));@@storeSet(key::TxTpl, Json(topic));@@practice_pages_test
 unreadable-task-circuit-unsaid@@app/pages/class/opgaverpage.cpp@@if (hasCircuit && !readable) {@@if (false) {@@class_pages_test
 dark-check-image-light@@app/shell/theme.cpp@@c.dark ? ":/check-dark.svg" : ":/check-light.svg"@@c.dark ? ":/check-light.svg" : ":/check-light.svg"@@app_test
+catalogue-form-without-root-three@@fl/formulas/rows_3f.cpp@@{"U_N", "S/(I_N*sqrt(3))"}@@{"U_N", "S/(I_N*3)"}@@solve_test formulas_test
+parallel-other-root-sign@@fl/formulas/rows_ac.cpp@@"I_C-sqrt(I**2-I_R**2)"@@"I_C+sqrt(I**2-I_R**2)"@@solve_test
+half-perimeter-a-third@@fl/formulas/rows_math.cpp@@{"s", "(a+b+c)/2"@@{"s", "(a+b+c)/3"@@solve_test formulas_test
+carried-value-nine-digits@@fl/expr/numbers.cpp@@std::string s = fmtRounded(value, 10);@@std::string s = fmtRounded(value, 9);@@fl_expr_test
+side-labels-never-shrink-the-drawing@@fl/fig/canvas.cpp@@if (excess > 0) {@@if (false && excess > 0) {@@fig_test
+side-labels-not-moved-to-the-middle@@fl/fig/canvas.cpp@@if (outX) shiftX +=@@if (false) shiftX +=@@fig_test
+icon-strokes-thin@@fl/formulas/icons.cpp@@stroke-width="2.5"@@stroke-width="1"@@icons_test
+search-second-root-merged@@fl/circuit/search.cpp@@std::max(1e-12, std::fabs(e.x[i])) * 1e-5) return false;@@std::max(1e-12, std::fabs(e.x[i])) * 1e-5) return true;@@circuit_test
+search-follower-ignored@@fl/circuit/search.cpp@@in_[slot] = in_[unknownSlot_[u]];@@in_[slot] = 1.0;@@circuit_test
+ac-frequency-zero-accepted@@fl/circuit/setup.cpp@@if (!(f > 0.0) || !std::isfinite(f)) {@@if (!(f >= 0.0) || !std::isfinite(f)) {@@circuit_test
+group-resistance-named-as-a-part@@fl/circuit/analysis.cpp@@if (node.group || isRootNode(node)) return nodeSymbol(node, "R");@@if (isRootNode(node)) return nodeSymbol(node, "R");@@circuit_test
+voltage-symbol-renamed@@fl/circuit/analysis.cpp@@return nodeSymbol(node, "U");@@return nodeSymbol(node, "V");@@circuit_test
 EOF
 )
 

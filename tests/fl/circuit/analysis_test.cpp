@@ -28,17 +28,14 @@ TEST(Symbols, followTheTableForEveryKindOfNode) {
     };
     const Row rows[] = {
         {"source voltage", voltageSymbol(*root), "U"},
-        {"source current", currentSymbol(*root), "I"},
         {"total power", powerSymbol(*root), "P_tot"},
         {"total resistance", resistanceSymbol(*root), "R_tot"},
         {"total impedance", impedanceSymbol(*root), "Z"},
         {"total apparent power", nodeSymbol(*root, "S"), "S"},
-        {"group voltage", voltageSymbol(*group), "U_A"},
         {"group resistance", resistanceSymbol(*group), "R_A"},
         {"group impedance", impedanceSymbol(*group), "Z_A"},
         {"resistor resistance is its value", resistanceSymbol(*r1), "R1"},
         {"resistor impedance is its value", impedanceSymbol(*r1), "R1"},
-        {"resistor current", currentSymbol(*r1), "I_R1"},
         {"coil resistance is its own", resistanceSymbol(*l1), "R_L1"},
         {"ideal coil impedance is its reactance", impedanceSymbol(*l1), "X_L1"},
         {"lossy coil impedance", impedanceSymbol(*l2), "Z_L2"},

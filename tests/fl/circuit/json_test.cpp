@@ -37,19 +37,10 @@ TEST(CircuitJson, roundTripKeepsEveryTypedText) {
     EXPECT_EQ(once, Json::dump(parsed(kValid)));
 }
 
-TEST(CircuitJson, writesEveryMemberAsTextAndNoSelectionAsNull) {
-    Circuit c = defaultCircuit();
-    const Json j = toJson(c);
+// The members of every node are pinned by the exact text above.
+TEST(CircuitJson, writesNoSelectionAsNullAndEverySourceField) {
+    const Json j = toJson(defaultCircuit());
     EXPECT_TRUE(j.at("sel").isNull());
-    const Json& leaf = j.at("root").at("ch").asArray().at(0);
-    for (const char* key : {"k", "id", "v", "U", "I", "P", "r"})
-        EXPECT_TRUE(leaf.at(key).isString()) << key;
-    EXPECT_FALSE(leaf.has("ch"));
-    EXPECT_FALSE(leaf.has("R"));
-    const Json& root = j.at("root");
-    for (const char* key : {"U", "I", "P", "R"})
-        EXPECT_TRUE(root.at(key).isString()) << key;
-    EXPECT_FALSE(root.has("v"));
     EXPECT_EQ(j.at("src").asObject().size(), 7u);
 }
 

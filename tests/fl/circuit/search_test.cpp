@@ -151,30 +151,6 @@ TEST(MultiStart, recoversHiddenValuesOfRandomCircuits) {
     EXPECT_LT(skipped, 80);
 }
 
-TEST(MultiStart, reportsBothRootsOfAQuadratic) {
-    // P in R1 of R1 + R2 at fixed U is the same for R1 = a and R1 = R2²/a.
-    CNodePtr root = makeRoot({leaf("R"), leaf("R")});
-    const double u = 100, r2 = 50, a = 20;
-    const double p = u * u * a / ((a + r2) * (a + r2));
-    SearchProblem problem(root, false, {{"R2", r2}, {"U", u}}, {"R1"}, {{"P_R1", p, ""}});
-    std::vector<double> roots;
-    for (const Solution& s : multiStart(problem))
-        roots.push_back(s.x[0]);
-    std::sort(roots.begin(), roots.end());
-    ASSERT_EQ(roots.size(), 2u);
-    EXPECT_NEAR(roots[0], a, 1e-9 * a);
-    EXPECT_NEAR(roots[1], r2 * r2 / a, 1e-9 * r2 * r2 / a);
-}
-
-TEST(MultiStart, followersTakeTheirLeadersValue) {
-    // R2 = R1 in parallel, with the total current given: one unknown.
-    CNodePtr root = makeRoot({group("P", {leaf("R"), leaf("R")})});
-    SearchProblem problem(root, false, {{"U", 12}}, {"R1"}, {{"I", 2.0, ""}}, {{"R2", "R1"}});
-    const auto found = multiStart(problem);
-    ASSERT_EQ(found.size(), 1u);
-    EXPECT_NEAR(found[0].x[0], 12.0, 1e-9);
-}
-
 TEST(MultiStart, triesOnlyTheFirst400Starts) {
     // Starts with a negative seed can't be evaluated; the good ones come only
     // after the first 400 in the order where the last unknown turns fastest.

@@ -74,9 +74,6 @@ TEST_F(CalcTest, failsWithTheDocumentedTexts) {
         {"noBreakSpace", "5\u00a0500", "Ukendt tegn"},
         {"twoCommas", "1,5,5", "rest i 1.5.5"},
         {"logIsNoImplicitProduct", "2log(5)", "rest i 2log(5)"},
-        {"empty", "", "uventet slut"},
-        {"unclosed", "(1+2", "forventede ) i (1+2"},
-        {"functionWithoutParenthesis", "sin 30", "forventede ( i sin 30"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);

@@ -49,33 +49,44 @@ TEST(FormulaFigureTest, everyKeyOfTheCatalogueHasAFigureAndOnlyThose) {
     }
 }
 
-// Every family with a figure, from its defaults and from random believable
-// draws, with each of its quantities sought in turn.
-TEST(FormulaFigureTest, everyFamilysFigureIsWellFormedForItsDefaultsAndRandomDraws) {
-    std::mt19937 rng(41);
+// Every family's figure, from its defaults, from random believable draws and
+// with every quantity at once at a value that prints wide (where labels run
+// into the drawing), with each of its quantities sought in turn: well formed,
+// no "nan" or "inf" shown, and no text over a line, an arc or another text,
+// nor out of the figure.
+TEST(FormulaFigureTest, everyFamilysFigureIsWellFormedAndItsLabelsKeepClear) {
+    std::mt19937 rng(47);
+    std::set<std::string> seen;
     int drawn = 0;
     for (const Formula& f : catalogue()) {
         if (f.figure.empty()) continue;
-        std::vector<std::map<std::string, double>> sets;
-        std::map<std::string, double> defaults;
+        std::vector<std::map<std::string, double>> sets(1);
         for (const auto& [symbol, text] : f.defaults)
-            defaults[symbol] = readValue(text);
-        sets.push_back(defaults);
-        for (int k = 0; k < 4; ++k)
+            sets[0][symbol] = readValue(text);
+        for (int k = 0; k < 8; ++k)
             if (auto v = sample::values(f, rng)) sets.push_back(*v);
+        for (double wide : {1234.5, 4700.0, 0.89356, 98765.4321}) {
+            std::map<std::string, double>& values = sets.emplace_back();
+            for (const FormulaVar& q : f.vars)
+                values[q.symbol] = q.unit == "°" ? 40 : q.symbol.rfind("cos", 0) == 0 ? 0.8 : wide;
+        }
         for (const auto& values : sets)
             for (const FormulaVar& sought : f.vars) {
                 SCOPED_TRACE(f.key + " seeking " + sought.symbol);
-                std::string caption;
-                const std::string svg = figureFor(f.figure, values, sought.symbol, &caption);
+                const FigureOut fig = formulaFigure(f.figure, values, sought.symbol);
+                const std::string svg = svgDocument(fig);
                 ASSERT_EQ(svgProblem(svg), "");
-                const std::string text = svgText(svg) + caption;
+                const std::string text = svgText(svg) + fig.caption;
                 EXPECT_EQ(text.find("nan"), std::string::npos);
                 EXPECT_EQ(text.find("inf"), std::string::npos);
+                EXPECT_EQ(testing::labelClashes(svg, fig.w, fig.h), "") << svg;
                 ++drawn;
             }
+        seen.insert(f.figure);
     }
-    EXPECT_GT(drawn, 500);
+    for (const std::string& key : figureKeys())
+        EXPECT_TRUE(seen.count(key)) << key;
+    EXPECT_GT(drawn, 1000);
 }
 
 // A number that can't stand on a side leaves the symbol alone there; the
@@ -138,12 +149,7 @@ TEST(FormulaFigureTest, theSoughtQuantityIsInTheAccentColour) {
 TEST(FormulaFigureTest, theUprightOfTheVoltageTriangleTurnsWithTheLargerReactance) {
     const auto uprightDown = [](const std::string& svg) {
         for (const auto& e : svgElements(svg))
-            if (e.tag == "polygon") {
-                std::stringstream ss(e.attrs.at("points"));
-                std::string a, b, c;
-                ss >> a >> b >> c;
-                return testing::svgNum(c.substr(c.find(',') + 1)) > testing::svgNum(b.substr(b.find(',') + 1));
-            }
+            if (e.tag == "polygon") return testing::svgPoints(e)[2].y > testing::svgPoints(e)[1].y;
         return false;
     };
     const std::string coil = figureFor("URLC", {{"UR", 30}, {"UL", 80}, {"UC", 40}, {"U", 50}}, "U");
@@ -189,22 +195,8 @@ TEST(FormulaFigureTest, aPolygonOfAHugeCountStillCloses) {
     }
 }
 
-// A text's estimated box, from its position, size and weight as written.
-struct TextBox {
-    double x0, y0, x1, y1;
-};
-
-TextBox boxOf(const testing::SvgElement& t) {
-    const double size = t.num("font-size");
-    const double w = textWidth(t.text, size, t.has("font-weight"));
-    const std::string anchor = t.has("text-anchor") ? t.attrs.at("text-anchor") : "start";
-    const double x = t.num("x") - (anchor == "middle" ? w / 2 : anchor == "end" ? w : 0);
-    const double y = t.num("y") - 0.35 * size; // the middle of the line
-    return {x, y - size / 2, x + w, y + size / 2};
-}
-
 // Inside the convex outline, borders excluded.
-bool inside(const std::vector<std::pair<double, double>>& poly, double x, double y) {
+bool inside(const std::vector<Pt>& poly, double x, double y) {
     int sign = 0;
     for (size_t i = 0; i < poly.size(); ++i) {
         const auto [ax, ay] = poly[i];
@@ -233,22 +225,15 @@ TEST(FormulaFigureTest, theHeightAndTheAreaStayApartAndInsideTheShape) {
         const char* sought = k % 3 == 0 ? "A" : "h";
         const std::string svg = figureFor(trap ? "trap" : "triA", values, sought);
         SCOPED_TRACE(svg);
-        std::vector<std::pair<double, double>> outline;
-        std::optional<TextBox> height, area;
+        std::vector<Pt> outline;
+        std::optional<testing::Box> height, area;
         double heightX = NAN;
         for (const auto& e : svgElements(svg)) {
             if (e.tag == "line" && e.has("stroke-dasharray")) heightX = e.num("x1");
-            if (e.tag == "polygon" && outline.empty()) {
-                std::istringstream in(e.attrs.at("points"));
-                std::string pair;
-                while (in >> pair) {
-                    const size_t comma = pair.find(',');
-                    outline.emplace_back(testing::svgNum(pair.substr(0, comma)), testing::svgNum(pair.substr(comma + 1)));
-                }
-            }
+            if (e.tag == "polygon" && outline.empty()) outline = testing::svgPoints(e);
             if (e.tag != "text" || e.has("stroke")) continue;
-            if (e.text.rfind("h = ", 0) == 0) height = boxOf(e);
-            if (e.text.rfind("A = ", 0) == 0 || e.text.rfind("Areal = ", 0) == 0) area = boxOf(e);
+            if (e.text.rfind("h = ", 0) == 0) height = testing::textBox(e);
+            if (e.text.rfind("A = ", 0) == 0 || e.text.rfind("Areal = ", 0) == 0) area = testing::textBox(e);
         }
         ASSERT_GE(outline.size(), 3u);
         ASSERT_TRUE(height && area);
@@ -258,7 +243,7 @@ TEST(FormulaFigureTest, theHeightAndTheAreaStayApartAndInsideTheShape) {
         // Where the shape has no room for it, the area stands beside it on the right.
         double right = 0;
         for (const auto& p : outline)
-            right = std::max(right, p.first);
+            right = std::max(right, p.x);
         if (area->x0 <= right) {
             for (double x : {area->x0, area->x1})
                 for (double y : {area->y0, area->y1})
@@ -269,44 +254,14 @@ TEST(FormulaFigureTest, theHeightAndTheAreaStayApartAndInsideTheShape) {
         // The height stands on the top (a corner or a side), not in the air beside it.
         double topY = 1e9, topX0 = 1e9, topX1 = -1e9;
         for (const auto& p : outline)
-            topY = std::min(topY, p.second);
+            topY = std::min(topY, p.y);
         for (const auto& p : outline)
-            if (p.second == topY) topX0 = std::min(topX0, p.first), topX1 = std::max(topX1, p.first);
+            if (p.y == topY) topX0 = std::min(topX0, p.x), topX1 = std::max(topX1, p.x);
         EXPECT_GE(heightX, topX0 - 0.1);
         EXPECT_LE(heightX, topX1 + 0.1);
         ++checked;
     }
     EXPECT_EQ(checked, 300);
-}
-
-// Whatever a solve leaves in a figure, from a family's defaults or from
-// random draws, no text runs over a line, an arc or another text, nor out of
-// the figure.
-TEST(FormulaFigureTest, labelsKeepClearOfLinesAndEachOther) {
-    std::mt19937 rng(47);
-    std::set<std::string> seen;
-    int checked = 0;
-    for (const Formula& f : catalogue()) {
-        if (f.figure.empty()) continue;
-        std::vector<std::map<std::string, double>> sets;
-        std::map<std::string, double> defaults;
-        for (const auto& [symbol, text] : f.defaults)
-            defaults[symbol] = readValue(text);
-        sets.push_back(defaults);
-        for (int k = 0; k < 8; ++k)
-            if (auto v = sample::values(f, rng)) sets.push_back(*v);
-        for (const auto& values : sets)
-            for (const FormulaVar& sought : f.vars) {
-                SCOPED_TRACE(f.key + " seeking " + sought.symbol);
-                const FigureOut fig = formulaFigure(f.figure, values, sought.symbol);
-                EXPECT_EQ(testing::labelClashes(svgDocument(fig), fig.w, fig.h), "") << svgDocument(fig);
-                ++checked;
-            }
-        seen.insert(f.figure);
-    }
-    for (const std::string& key : figureKeys())
-        EXPECT_TRUE(seen.count(key)) << key;
-    EXPECT_GT(checked, 1000);
 }
 
 // Compensation draws two angles at one corner: each name stands by its own
@@ -357,24 +312,6 @@ TEST(FormulaFigureTest, eachAngleOfCompensationIsNamedByItsOwnArc) {
         EXPECT_GT(a2, 0);
         EXPECT_LT(a2, wide.to) << "φ₂ outside its sector";
         EXPECT_GT(d2, wide.r) << "φ₂ inside the other arc";
-    }
-}
-
-// Long numbers are where labels run into the drawing: every quantity of a
-// figure at once with a value that prints wide.
-TEST(FormulaFigureTest, longNumbersKeepClearOfLinesToo) {
-    const double wide[] = {1234.5, 4700, 0.89356, 98765.4321};
-    for (const Formula& f : catalogue()) {
-        if (f.figure.empty()) continue;
-        for (double v : wide)
-            for (const FormulaVar& sought : f.vars) {
-                SCOPED_TRACE(f.key + " seeking " + sought.symbol + " at " + fmtNumber(v));
-                std::map<std::string, double> values;
-                for (const FormulaVar& q : f.vars)
-                    values[q.symbol] = q.unit == "°" ? 40 : q.symbol.rfind("cos", 0) == 0 ? 0.8 : v;
-                const FigureOut fig = formulaFigure(f.figure, values, sought.symbol);
-                EXPECT_EQ(testing::labelClashes(svgDocument(fig), fig.w, fig.h), "") << svgDocument(fig);
-            }
     }
 }
 

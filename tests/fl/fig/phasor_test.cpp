@@ -214,9 +214,8 @@ TEST(PhasorTest, theAngleNamesItsArcFromNearby) {
             }
             ASSERT_TRUE(text && std::isfinite(r)) << svg;
             // The nearest point of the text's box to the arc's centre.
-            const double size = text->num("font-size"), w = textWidth(text->text, size, false);
-            const double x0 = text->num("x"), ym = text->num("y") - 0.35 * size;
-            const double nx = std::clamp(cx, x0, x0 + w), ny = std::clamp(cy, ym - size / 2, ym + size / 2);
+            const testing::Box b = testing::textBox(*text);
+            const double nx = std::clamp(cx, b.x0, b.x1), ny = std::clamp(cy, b.y0, b.y1);
             EXPECT_LE(std::hypot(nx - cx, ny - cy), r + 30) << svg;
         }
 }
@@ -255,16 +254,12 @@ TEST(TriangleTest, circuitTrianglesCloseAndKeepTheirAngleWhereReadable) {
             ASSERT_FALSE(f.empty());
             const std::string svg = svgDocument(f);
             ASSERT_EQ(svgProblem(svg), "");
-            std::vector<std::pair<double, double>> pts;
+            std::vector<Pt> pts;
             for (const auto& e : svgElements(svg))
-                if (e.tag == "polygon" && pts.empty()) {
-                    std::stringstream ss(e.attrs.at("points"));
-                    for (std::string p; ss >> p;)
-                        pts.push_back({testing::svgNum(p.substr(0, p.find(','))), testing::svgNum(p.substr(p.find(',') + 1))});
-                }
+                if (e.tag == "polygon" && pts.empty()) pts = testing::svgPoints(e);
             ASSERT_EQ(pts.size(), 3u);
             const auto vec = [&](int a, int b) {
-                return std::pair{pts[b].first - pts[a].first, pts[b].second - pts[a].second};
+                return std::pair{pts[b].x - pts[a].x, pts[b].y - pts[a].y};
             };
             const auto [ax, ay] = vec(1, 0);
             const auto [bx, by] = vec(1, 2);
@@ -293,12 +288,7 @@ TEST(TriangleTest, theReactiveSideOfTheCurrentPointsDownForACoil) {
     const Values cap{{"R_tot", 10}, {"X_tot", -10}, {"U", 100}};
     const auto third = [](const FigureOut& f) {
         for (const auto& e : svgElements(svgDocument(f)))
-            if (e.tag == "polygon") {
-                std::stringstream ss(e.attrs.at("points"));
-                std::string a, b, c;
-                ss >> a >> b >> c;
-                return testing::svgNum(c.substr(c.find(',') + 1)) - testing::svgNum(b.substr(b.find(',') + 1));
-            }
+            if (e.tag == "polygon") return testing::svgPoints(e)[2].y - testing::svgPoints(e)[1].y;
         return 0.0;
     };
     EXPECT_GT(third(circuitTriangle("I", root, coil)), 0); // down on the screen

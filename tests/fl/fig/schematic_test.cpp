@@ -7,7 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <functional>
 #include <random>
 
@@ -148,34 +147,14 @@ TEST(SchematicTest, withoutResultsNoTextCrossesALine) {
         const std::string svg = draw(c, {}, opt);
         ASSERT_EQ(svg.find("stroke-width=\"4\""), std::string::npos) << "a halo";
 
-        struct Seg {
-            double ax, ay, bx, by;
-        };
-        std::vector<Seg> lines;
-        std::vector<std::pair<std::string, std::array<double, 4>>> texts;
+        const std::vector<testing::Seg> lines = testing::svgSegments(svg);
         for (const auto& e : svgElements(svg)) {
-            if (e.tag == "line") lines.push_back({e.num("x1"), e.num("y1"), e.num("x2"), e.num("y2")});
-            if (e.tag == "rect" && e.has("stroke-dasharray")) {
-                const double x = e.num("x"), y = e.num("y"), w = e.num("width"), h = e.num("height");
-                lines.push_back({x, y, x + w, y});
-                lines.push_back({x, y + h, x + w, y + h});
-                lines.push_back({x, y, x, y + h});
-                lines.push_back({x + w, y, x + w, y + h});
-            }
-            if (e.tag == "text") {
-                const double size = e.num("font-size");
-                const double w = textWidth(e.text, size, e.has("font-weight"));
-                const std::string anchor = e.has("text-anchor") ? e.attrs.at("text-anchor") : "start";
-                const double x = e.num("x") - (anchor == "middle" ? w / 2 : anchor == "end" ? w : 0);
-                const double mid = e.num("y") - 0.35 * size;
-                // The letters' ink, a little inside the line box.
-                texts.push_back({e.text, {x + 1, mid - 0.35 * size, x + w - 1, mid + 0.35 * size}});
-            }
+            if (e.tag != "text") continue;
+            const testing::Box b = testing::textBox(e, true);
+            for (const testing::Seg& l : lines)
+                EXPECT_FALSE(testing::segmentCrosses(l.ax, l.ay, l.bx, l.by, b.x0, b.y0, b.x1, b.y1))
+                    << "\"" << e.text << "\" crosses " << l.ax << "," << l.ay << " – " << l.bx << "," << l.by;
         }
-        for (const auto& [text, b] : texts)
-            for (const Seg& l : lines)
-                EXPECT_FALSE(testing::segmentCrosses(l.ax, l.ay, l.bx, l.by, b[0], b[1], b[2], b[3]))
-                    << "\"" << text << "\" crosses " << l.ax << "," << l.ay << " – " << l.bx << "," << l.by;
     }
 }
 
@@ -229,9 +208,7 @@ TEST(SchematicTest, valueLinesFollowWhatIsTypedAndWhatIsKnown) {
     for (const auto& r : rows) {
         SCOPED_TRACE(r.name);
         Circuit c = testing::circuit("dc", {leaf("R", r.v, r.r), leaf("R", "1")});
-        std::string joined;
-        for (const auto& e : svgElements(draw(c, r.values)))
-            if (e.tag == "text" && !e.attrs.count("stroke")) joined += e.text + "|";
+        const std::string joined = testing::svgText(draw(c, r.values));
         // Runs of one label follow each other; the subscripts come as their own runs.
         std::string want = r.line;
         for (const char* tag : {"<sub>", "</sub>"})
@@ -263,9 +240,7 @@ TEST(SchematicTest, theSelectionAndTheStepsSubjectAreMarkedAtTheirBox) {
 TEST(SchematicTest, metersShowTheirReadingFromTheSolve) {
     Circuit c = testing::circuit("dc", {leaf("R", "10"), leaf("A")}, {{"U", "10"}});
     Values v{{"A1", 1.0}};
-    std::string joined;
-    for (const auto& e : svgElements(draw(c, v)))
-        if (e.tag == "text" && !e.attrs.count("stroke")) joined += e.text + "|";
+    const std::string joined = testing::svgText(draw(c, v));
     EXPECT_NE(joined.find("viser 1 A|"), std::string::npos) << joined;
     EXPECT_NE(joined.find("ideel|"), std::string::npos);
 }

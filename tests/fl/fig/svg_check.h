@@ -149,21 +149,40 @@ inline bool segmentCrosses(double ax, double ay, double bx, double by, double x0
     return t0 < t1;
 }
 
-// Where a figure's texts meet its drawing: a text whose letters cross a line,
-// an arrow's head or an arc (grid lines excepted: the halo covers them), a
-// text over another, or a text not wholly inside the figure. One line per
-// clash; empty when the figure is clean. Texts are judged by estimated ink,
-// a little inside the line box.
-inline std::string labelClashes(const std::string& svg, double W, double H) {
-    struct Seg {
-        double ax, ay, bx, by;
-    };
-    struct Label {
-        std::string text;
-        double x0, y0, x1, y1;
-    };
+// The corners of a polygon or a polyline, as written.
+inline std::vector<Pt> svgPoints(const SvgElement& e) {
+    std::vector<Pt> out;
+    std::istringstream in(e.attrs.at("points"));
+    for (std::string pair; in >> pair;) {
+        const size_t comma = pair.find(',');
+        out.push_back({svgNum(pair.substr(0, comma)), svgNum(pair.substr(comma + 1))});
+    }
+    return out;
+}
+
+struct Box {
+    double x0, y0, x1, y1;
+};
+
+// A text's line box, estimated from its place, anchor, size and weight as
+// written; `ink` keeps only the letters, a little inside the line box.
+inline Box textBox(const SvgElement& t, bool ink = false) {
+    const double size = t.num("font-size"), w = textWidth(t.text, size, t.has("font-weight"));
+    const std::string anchor = t.has("text-anchor") ? t.attrs.at("text-anchor") : "start";
+    const double x = t.num("x") - (anchor == "middle" ? w / 2 : anchor == "end" ? w : 0);
+    const double mid = t.num("y") - 0.35 * size, half = (ink ? 0.35 : 0.5) * size, in = ink ? 1 : 0;
+    return {x + in, mid - half, x + w - in, mid + half};
+}
+
+struct Seg {
+    double ax, ay, bx, by;
+};
+
+// Every stroke a text could run into: lines (grid lines excepted: the halo
+// covers them), the sides of polygons, polylines and stroked rectangles, and
+// circles and arcs as short chords.
+inline std::vector<Seg> svgSegments(const std::string& svg) {
     std::vector<Seg> lines;
-    std::vector<Label> texts;
     const std::string grid = figColors().slot[4];
     const auto nums = [](const std::string& s) {
         std::vector<double> out;
@@ -180,14 +199,11 @@ inline std::string labelClashes(const std::string& svg, double W, double H) {
         if (e.tag == "line" && !(e.has("stroke") && e.attrs.at("stroke") == grid))
             lines.push_back({e.num("x1"), e.num("y1"), e.num("x2"), e.num("y2")});
         if (e.tag == "polygon" || e.tag == "polyline") {
-            std::vector<double> p;
-            std::string pts = e.attrs.at("points");
-            std::replace(pts.begin(), pts.end(), ',', ' ');
-            p = nums(pts);
-            for (size_t k = 0; k + 3 < p.size(); k += 2)
-                lines.push_back({p[k], p[k + 1], p[k + 2], p[k + 3]});
-            if (e.tag == "polygon" && p.size() >= 4)
-                lines.push_back({p[p.size() - 2], p.back(), p[0], p[1]});
+            const std::vector<Pt> p = svgPoints(e);
+            for (size_t k = 0; k + 1 < p.size(); ++k)
+                lines.push_back({p[k].x, p[k].y, p[k + 1].x, p[k + 1].y});
+            if (e.tag == "polygon" && p.size() >= 2)
+                lines.push_back({p.back().x, p.back().y, p[0].x, p[0].y});
         }
         if (e.tag == "rect" && e.has("stroke")) {
             const double x = e.num("x"), y = e.num("y"), w = e.num("width"), h = e.num("height");
@@ -237,30 +253,38 @@ inline std::string labelClashes(const std::string& svg, double W, double H) {
             }
             if (closed) lines.push_back({cx, cy, x0, y0}), lines.push_back({cx, cy, x1, y1});
         }
-        if (e.tag == "text" && !e.has("stroke")) {
-            const double size = e.num("font-size");
-            const double w = textWidth(e.text, size, e.has("font-weight"));
-            const std::string anchor = e.has("text-anchor") ? e.attrs.at("text-anchor") : "start";
-            const double x = e.num("x") - (anchor == "middle" ? w / 2 : anchor == "end" ? w : 0);
-            const double mid = e.num("y") - 0.35 * size;
-            texts.push_back({e.text, x + 1, mid - 0.35 * size, x + w - 1, mid + 0.35 * size});
-        }
     }
+    return lines;
+}
+
+// Where a figure's texts meet its drawing: a text whose letters cross one of
+// its segments, a text over another, or a text not wholly inside the figure.
+// One line per clash; empty when the figure is clean.
+inline std::string labelClashes(const std::string& svg, double W, double H) {
+    struct Label {
+        std::string text;
+        Box b;
+    };
+    const std::vector<Seg> lines = svgSegments(svg);
+    std::vector<Label> texts;
+    for (const SvgElement& e : svgElements(svg))
+        if (e.tag == "text" && !e.has("stroke")) texts.push_back({e.text, textBox(e, true)});
     std::ostringstream out;
     for (size_t i = 0; i < texts.size(); ++i) {
-        const Label& t = texts[i];
+        const Box& t = texts[i].b;
         const double size = (t.y1 - t.y0) / 0.7;
         if (t.x0 < 0 || t.x1 > W || t.y0 - 0.15 * size < 0 || t.y1 + 0.15 * size > H)
-            out << '"' << t.text << "\" leaves the figure\n";
+            out << '"' << texts[i].text << "\" leaves the figure\n";
         for (const Seg& l : lines)
             if (segmentCrosses(l.ax, l.ay, l.bx, l.by, t.x0, t.y0, t.x1, t.y1)) {
-                out << '"' << t.text << "\" crosses " << l.ax << ',' << l.ay << " – " << l.bx << ',' << l.by << '\n';
+                out << '"' << texts[i].text << "\" crosses " << l.ax << ',' << l.ay << " – " << l.bx << ','
+                    << l.by << '\n';
                 break;
             }
         for (size_t j = i + 1; j < texts.size(); ++j) {
-            const Label& o = texts[j];
+            const Box& o = texts[j].b;
             if (t.x0 < o.x1 && o.x0 < t.x1 && t.y0 < o.y1 && o.y0 < t.y1)
-                out << '"' << t.text << "\" covers \"" << o.text << "\"\n";
+                out << '"' << texts[i].text << "\" covers \"" << texts[j].text << "\"\n";
         }
     }
     return out.str();

@@ -1,8 +1,10 @@
 // The catalogue as data: its order, each family's group and topic, and the
-// records' internal consistency. Parsing and evaluating the forms is in
-// catalogue_forms_test.cpp.
+// records' internal consistency. That every form gives back the values it
+// was drawn from is checked through the solve driver, family by family.
 #include "fl/formulas/catalogue.h"
 
+#include "fl/expr/numbers.h"
+#include "fl/expr/parser.h"
 #include "fl/formulas/lists.h"
 #include "tests/fl/formulas/markup_util.h"
 
@@ -42,7 +44,9 @@ TEST(Catalogue, holdsEveryFamilyInTheBooksOrderWithItsGroupAndTopic) {
     for (size_t i = 0; i < all.size(); ++i) {
         SCOPED_TRACE(all[i].key);
         if (run + 1 < std::size(runs) && runs[run + 1].at == i) ++run;
-        if (runs[run].at == i) EXPECT_EQ(all[i].key, runs[run].key);
+        if (runs[run].at == i) {
+            EXPECT_EQ(all[i].key, runs[run].key);
+        }
         EXPECT_EQ(all[i].group, runs[run].group);
         EXPECT_EQ(all[i].topic, runs[run].topic);
         EXPECT_TRUE(keys.insert(all[i].key).second);
@@ -113,13 +117,25 @@ TEST(Catalogue, recordsAreConsistent) {
         }
         for (const fl::FormulaForm& form : f.altForms)
             EXPECT_TRUE(solvable.count(form.var) && form.var != f.forms[0].var) << form.var;
-        for (const auto& [symbol, text] : f.defaults)
+        // A default is typed into its field: it must read as a positive value.
+        for (const auto& [symbol, text] : f.defaults) {
             EXPECT_TRUE(symbols.count(symbol)) << symbol;
-        for (const fl::FormulaDef& d : f.definitions)
+            EXPECT_GT(fl::readValue(text), 0) << symbol << " \"" << text << "\"";
+        }
+        // A quantity the primary form never uses could never be worked out.
+        std::set<std::string> reached = {f.forms[0].var};
+        fl::collectVars(fl::parse(f.forms[0].expr), reached);
+        for (const fl::FormulaDef& d : f.definitions) {
             EXPECT_FALSE(symbols.count(d.symbol)) << d.symbol;
+            fl::collectVars(fl::parse(d.expr), reached);
+        }
+        for (const std::string& s : symbols)
+            EXPECT_TRUE(reached.count(s)) << s << " is not in the primary form";
         EXPECT_EQ(f.altForms.empty(), f.altLabel.empty());
         EXPECT_EQ(f.altForms.empty(), f.altNote.empty());
     }
+    EXPECT_DOUBLE_EQ(fl::readValue(fl::findFormula("wire")->defaults.at("rho")), 0.0175);
+    EXPECT_DOUBLE_EQ(fl::readValue(fl::findFormula("instRe")->defaults.at("I_dn")), 0.03);
 }
 
 // Notes and labels are HTML put straight into a page: an unclosed tag would
