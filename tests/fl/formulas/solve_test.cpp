@@ -1,4 +1,5 @@
-// The solve driver: every family solved for every quantity it offers, the
+// The solve driver: every family solved for every quantity it offers (and
+// each of the catalogue's rewritten forms checked on the same values), the
 // sheets of the classroom cases block by block, the check, the two roots of a
 // parallel circuit, and the pieces (substitute, foldOnce, workOut, allForms).
 #include "fl/formulas/solve.h"
@@ -147,6 +148,12 @@ TEST_F(SolveTest, everyFamilyReproducesEveryQuantityItOffers) {
                 EXPECT_LE(relDiff(eval(parse(texts[i].expr), scope), eval(chooseForm(f, target).expr, scope)),
                           1e-12)
                     << texts[i].expr;
+                // So does the catalogue's own form, the rearranger's fallback, up to the branches above.
+                const double byForm = eval(parse(f.forms[i].expr), scope);
+                const Exception* e = exceptionFor(f.key, target);
+                EXPECT_TRUE(relDiff(byForm, hidden) <= 1e-6 || (e && e->branch == Branch::OtherRoot) ||
+                            (e && relDiff(byForm, 180 - hidden) <= 1e-6))
+                    << f.forms[i].expr << " gives " << byForm << ", drew " << hidden;
             }
         }
     }
