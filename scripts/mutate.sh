@@ -75,6 +75,16 @@ prefix-diagnosis-hundred@@fl/practice/judge.cpp@@c.push_back({f * 1000, "Dit sva
 flashcard-box-four-eight-days@@fl/practice/cards.cpp@@{0, 1, 3, 7, 16}@@{0, 1, 3, 8, 16}@@practice_test
 exam-clock-runs-fast@@fl/practice/exam.cpp@@int64_t{exam.limitMinutes} * 60000 - (nowMs@@int64_t{exam.limitMinutes} * 59000 - (nowMs@@practice_test practice_more_test
 text-problem-compensation-sign@@fl/practice/tekstscen.cpp@@"P*(tan(acos(cosphi1))-tan(acos(cosphi2)))"@@"P*(tan(acos(cosphi1))+tan(acos(cosphi2)))"@@practice_test
+chain-near-miss-five-percent@@fl/tools/chain.cpp@@constexpr double kNearMiss = 0.03;@@constexpr double kNearMiss = 0.05;@@fl_tools_test
+chain-conflict-called-near-miss@@fl/tools/chain.cpp@@rel, rel > kNearMiss,@@rel, rel < kNearMiss,@@fl_tools_test
+transformer-load-voltage-divided@@fl/tools/transformer.cpp@@{"U_S", "I_S*R_B",@@{"U_S", "I_S/R_B",@@fl_tools_test
+star-phase-voltage-equals-line@@fl/tools/threephase.cpp@@{"U_F", "U_N/sqrt(3)", "Stjerne@@{"U_F", "U_N", "Stjerne@@fl_tools_test
+motor-exact-speed-loses-pole-pair@@fl/tools/motor.cpp@@std::floor(raw.value + kWhole)@@std::floor(raw.value - kWhole)@@fl_tools_test
+motor-percent-efficiency-kept@@fl/tools/motor.cpp@@            eta /= 100;@@            eta /= 1;@@fl_tools_test
+ac-reactive-power-with-cosine@@fl/tools/acseries.cpp@@{"VAr", "U*I*sin(phi)", "Q"}@@{"VAr", "U*I*cos(phi)", "Q"}@@fl_tools_test
+text-problem-cable-one-way@@fl/practice/tekstscen.cpp@@"rho*2*l/q", "RL"@@"rho*l/q", "RL"@@practice_test
+class-summary-exam-under-key@@fl/practice/stats.cpp@@e.topic = topicName(e.topic);@@(void)e.topic;@@practice_test
+earth-limit-halved@@fl/glossary/insttest.cpp@@r.raMax = ul / idn;@@r.raMax = ul / idn / 2;@@glossary_test
 glossary-ae-folded-to-a@@fl/glossary/glossary.cpp@@{0xC3, 0xA6, "ae"}@@{0xC3, 0xA6, "a"}@@glossary_test
 glossary-route-renamed@@app/shell/routes.cpp@@{"ordliste", [](@@{"ordlisten", [](@@app_test reference_test
 tool-values-not-in-strip@@app/pages/tools/toolpage.cpp@@host->addResult(QString::fromStdString(fl::symbolDisplay(r.symbol)), r.value,@@if (false) host->addResult(QString::fromStdString(fl::symbolDisplay(r.symbol)), r.value,@@pages_test

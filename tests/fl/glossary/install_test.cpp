@@ -38,6 +38,11 @@ TEST(IpCode, readsEachPosition) {
 }
 
 TEST(IpCode, refusesWhatIsNoCode) {
+    const auto notHere = [](const std::string& letter) {
+        return "\"" + letter +
+               "\" hører ikke til her: efter de to cifre kan der stå ét af bogstaverne A–D og derefter H, M, "
+               "S eller W.";
+    };
     const std::string digits = "Efter IP kommer to cifre (eller X for et ciffer, der ikke er angivet), fx IP44 eller IPX4.";
     const struct {
         const char* typed;
@@ -50,14 +55,10 @@ TEST(IpCode, refusesWhatIsNoCode) {
         {"IPA4", digits},
         {"IP74", "Det første ciffer går kun fra 0 til 6."},
         {"IP4Y", digits},
-        {"IP44Q", "\"Q\" hører ikke til her: efter de to cifre kan der stå ét af bogstaverne A–D og derefter H, M, S "
-                  "eller W."},
-        {"IP44HH", "\"H\" hører ikke til her: efter de to cifre kan der stå ét af bogstaverne A–D og derefter H, M, S "
-                   "eller W."},
-        {"IP44WA", "\"A\" hører ikke til her: efter de to cifre kan der stå ét af bogstaverne A–D og derefter H, M, S "
-                   "eller W."},
-        {"IP44<", "\"&lt;\" hører ikke til her: efter de to cifre kan der stå ét af bogstaverne A–D og derefter H, M, S "
-                  "eller W."},
+        {"IP44Q", notHere("Q")},
+        {"IP44HH", notHere("H")},
+        {"IP44WA", notHere("A")},
+        {"IP44<", notHere("&lt;")},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.typed);

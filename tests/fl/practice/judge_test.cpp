@@ -33,12 +33,10 @@ TEST_F(JudgeTest, answersInEveryAcceptedFormAreJudged) {
     } rows[] = {
         {"two per cent off is right", "2,04", 2, 1, false, false, true},
         {"just past two per cent is wrong", "2.05", 2, 1, false, false, false},
-        {"a prefix", "5,5k", 5500, 1, false, false, true},
         {"a blank between thousands", "5 500", 5500, 1, false, false, true},
         {"Danish thousands points", "1.500", 1500, 1, false, false, true},
         {"the same text read as a decimal", "1.500", 1.5, 1, false, false, true},
         {"thousands points and a decimal comma", "12.500,5", 12500.5, 1, false, false, true},
-        {"an expression", "230/47", 230.0 / 47, 1, false, false, true},
         {"a capacitance as a plain number in µF", "47", 47e-6, 1e-6, false, false, true},
         {"a capacitance with its prefix", "47u", 47e-6, 1e-6, false, false, true},
         {"a capacitance in farad, scaled once more", "0,000047", 47e-6, 1e-6, false, false, false},

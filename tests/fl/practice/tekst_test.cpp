@@ -5,6 +5,7 @@
 
 #include "fl/practice/random.h"
 #include "tests/fl/expr/settings_fixture.h"
+#include "tests/support/error_of.h"
 
 #include <gtest/gtest.h>
 
@@ -178,35 +179,6 @@ TEST_F(TekstTest, theStoryShowsTheDrawnNumbersAsTheStudentReadsThem) {
     }
 }
 
-// Scenarios with chosen numbers, as a student would meet them in a book.
-TEST_F(TekstTest, knownCasesWorkOutAsOnPaper) {
-    struct Row {
-        const char* name;
-        const char* key;
-        Vars set; // replaces the drawn numbers
-        std::map<std::string, double> expected;
-        double tol;
-    };
-    const Row rows[] = {
-        {"spole near its reactance", "spole", {{"L", 0.2}, {"R", 20}, {"I", 3.48}}, {{"XL", 62.832}, {"Z", 66.092}}, 1e-3},
-        {"motor of six poles", "motor", {{"nr", 960}, {"p", 3}}, {{"n_s", 1000}}, 1e-12},
-        {"motor of two poles", "motor", {{"nr", 2850}, {"p", 1}}, {{"n_s", 3000}}, 1e-12},
-        {"cable sums to the supply", "kabel", {{"l", 35}, {"q", 1.5}, {"I", 13}}, {{"RL", 0.81667}, {"UB", 219.38}}, 1e-3},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        TekstGen g = findTekstTopic(row.key)->make();
-        for (const auto& [q, v] : row.set)
-            g.vars[q] = v;
-        workParts(g);
-        for (const auto& [q, v] : row.expected)
-            EXPECT_NEAR(g.vars.at(q), v, row.tol * v) << q;
-        if (g.vars.count("dU")) {
-            EXPECT_NEAR(g.vars.at("UB") + g.vars.at("dU"), 230, 1e-9);
-        }
-    }
-}
-
 TEST_F(TekstTest, theMotorsHintCountsThePolePairs) {
     TekstGen g = findTekstTopic("motor")->make();
     g.vars["nr"] = 1420;
@@ -233,12 +205,7 @@ TEST_F(TekstTest, aPartWithoutAUsableAnswerThrowsTheDrawAway) {
         TekstGen g;
         g.vars = {{"U", 230}};
         g.parts = {{"", "V", row.formula, "x", "?"}};
-        try {
-            workParts(g);
-            ADD_FAILURE() << "no error";
-        } catch (const std::runtime_error& e) {
-            EXPECT_STREQ(e.what(), row.error);
-        }
+        EXPECT_EQ(errorOf([&] { workParts(g); }), row.error);
     }
 }
 
@@ -281,7 +248,6 @@ TEST_F(TekstTest, checkingAPartJudgesScalesAndDiagnoses) {
     };
     const std::vector<Row> rows = {
         {"µF typed plain", 2, uF, true, true, "✓ <b>Rigtigt!</b></div>"},
-        {"µF with its prefix", 2, uF + "µ", true, true, "Rigtigt"},
         {"farad with u", 2, "38u", true, true, "Rigtigt"},
         {"µF rounded, still within tolerance", 2, "37,5", true, true, exact},
         {"unit typed along", 2, "38 µF", false, false, "fx 2,38 eller 70u."},

@@ -1,8 +1,7 @@
 // The equation chain: the order of its blocks, each kind of step, what it
-// waits for, skips and warns of, and how it sorts givens that disagree. The
-// every-subset property runs through the tools that hand it their lists.
+// waits for, skips and warns of. The every-subset property, and the sorting
+// of givens that disagree, run through the tools that hand it their lists.
 #include "fl/tools/chain.h"
-#include "fl/tools/machines.h"
 
 #include "tests/fl/expr/settings_fixture.h"
 #include "tests/fl/tools/tool_run.h"
@@ -115,31 +114,6 @@ TEST_F(ChainTest, aFailedStepIsDroppedWhenAskedAndAnotherEquationFindsItsUnknown
     Vars stuck{{"y", -4}};
     EXPECT_TRUE(solveChain(list, stuck, setup).blocks.empty());
     EXPECT_FALSE(stuck.count("x"));
-}
-
-TEST_F(ChainTest, mismatchesSortNearMissesFromConflictsAndSkipTheSolvingEquation) {
-    struct Row {
-        const char* name;
-        Vars given;
-        std::vector<std::string> lines; // as text, with "!" before a conflict
-    };
-    const Row rows[] = {
-        {"agrees", {{"U_P", 230}, {"U_S", 12}, {"n", 230.0 / 12}}, {}},
-        {"near miss", {{"U_P", 230}, {"U_S", 12}, {"n", 19.5}},
-         {"Omsætningsforhold ud fra spændingerne (n = U_P / U_S): n = 19,5, men formlen giver 19,167"}},
-        {"conflict", {{"U_P", 230}, {"U_S", 12}, {"n", 20}},
-         {"!Omsætningsforhold ud fra spændingerne (n = U_P / U_S): n = 20, men formlen giver 19,167"}},
-        {"the equation that solved is not checked", {{"U_P", 230}, {"U_S", 12}}, {}},
-    };
-    for (const Row& r : rows) {
-        SCOPED_TRACE(r.name);
-        Vars vars = r.given;
-        const ChainResult c = solveChain(transformerEquations(), vars);
-        std::vector<std::string> lines;
-        for (const ChainMismatch& m : chainMismatches(c, vars))
-            lines.push_back((m.conflict ? "!" : "") + sheetText(m.line, {}));
-        EXPECT_EQ(lines, r.lines);
-    }
 }
 
 } // namespace
