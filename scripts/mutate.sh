@@ -85,6 +85,9 @@ ac-reactive-power-with-cosine@@fl/tools/acseries.cpp@@{"VAr", "U*I*sin(phi)", "Q
 text-problem-cable-one-way@@fl/practice/tekstscen.cpp@@"rho*2*l/q", "RL"@@"rho*l/q", "RL"@@practice_test
 class-summary-exam-under-key@@fl/practice/stats.cpp@@e.topic = topicName(e.topic);@@(void)e.topic;@@practice_test
 earth-limit-halved@@fl/glossary/insttest.cpp@@r.raMax = ul / idn;@@r.raMax = ul / idn / 2;@@glossary_test
+tool-prefix-from-a-thousand@@fl/tools/frame.cpp@@(mag >= 0.1 && mag < 10000)@@(mag >= 0.1 && mag < 1000)@@fl_tools_test
+tool-milli-from-a-hundredth@@fl/tools/frame.cpp@@(mag >= 0.1 && mag < 10000)@@(mag >= 0.01 && mag < 10000)@@fl_tools_test
+energy-long-year-marks-hours@@fl/tools/energy.cpp@@refuse(out, "Et år har højst 366 dage.", {"d_dage"});@@refuse(out, "Et år har højst 366 dage.", {"h"});@@fl_tools_test
 glossary-ae-folded-to-a@@fl/glossary/glossary.cpp@@{0xC3, 0xA6, "ae"}@@{0xC3, 0xA6, "a"}@@glossary_test
 glossary-route-renamed@@app/shell/routes.cpp@@{"ordliste", [](@@{"ordlisten", [](@@app_test reference_test
 tool-values-not-in-strip@@app/pages/tools/toolpage.cpp@@host->addResult(QString::fromStdString(fl::symbolDisplay(r.symbol)), r.value,@@if (false) host->addResult(QString::fromStdString(fl::symbolDisplay(r.symbol)), r.value,@@pages_test

@@ -55,27 +55,19 @@ TEST_F(EnergyTool, aReplacementSavesAndPaysBack) {
 }
 
 TEST_F(EnergyTool, refusalsNameWhatIsMissingOrImpossible) {
-    struct Row {
-        const char* name;
-        FormMap form;
-        std::string text;
+    const Refused rows[] = {
+        {"nothing", "",
+         "Udfyld <span class=\"v\">P</span>, <span class=\"v\">h</span>, <span "
+         "class=\"v\">k<sub>el</sub></span>.",
+         "P h k_el"},
+        {"no price", "P=60 h=5", "Udfyld <span class=\"v\">k<sub>el</sub></span>.", "k_el"},
+        {"a day of 25 hours", "P=60 h=25 k_el=2",
+         "Et døgn har kun 24 timer – <span class=\"v\">h</span> er brugstiden pr. dag.", "h"},
+        {"a year of 400 days", "P=60 h=5 d_dage=400 k_el=2", "Et år har højst 366 dage.", "d_dage"},
+        {"a negative price", "P=60 h=5 k_el=-2",
+         "Negative værdier giver ingen mening her – ret <span class=\"v\">k<sub>el</sub></span>.", "k_el"},
     };
-    const Row rows[] = {
-        {"nothing", {},
-         "Udfyld <span class=\"v\">P</span>, <span class=\"v\">h</span>, <span class=\"v\">k<sub>el</sub></span>."},
-        {"no price", formOf("P=60 h=5"), "Udfyld <span class=\"v\">k<sub>el</sub></span>."},
-        {"a day of 25 hours", formOf("P=60 h=25 k_el=2"),
-         "Et døgn har kun 24 timer – <span class=\"v\">h</span> er brugstiden pr. dag."},
-        {"a year of 400 days", formOf("P=60 h=5 d_dage=400 k_el=2"), "Et år har højst 366 dage."},
-        {"a negative price", formOf("P=60 h=5 k_el=-2"),
-         "Negative værdier giver ingen mening her – ret <span class=\"v\">k<sub>el</sub></span>."},
-    };
-    for (const Row& r : rows) {
-        SCOPED_TRACE(r.name);
-        const ToolOut out = energyPrice(r.form);
-        EXPECT_FALSE(out.ok);
-        EXPECT_EQ(refusal(out), r.text);
-    }
+    expectRefused(energyPrice, rows);
 }
 
 } // namespace

@@ -101,12 +101,7 @@ TEST_F(MotorTest, percentEfficiencyAndExactSynchronousSpeedAreReadAsMeant) {
 TEST_F(MotorTest, refusalsAndHintsSpeakThePlatesLanguage) {
     const double current = 5500 / 0.87 / (std::sqrt(3.0) * 400 * 0.83); // η = 0,87 exactly
     const std::string offBy = "U_N=400 P_2=5500 eta=0,87 cosphi=0,83 I_N=";
-    struct Row {
-        std::string form;
-        bool ok;
-        const char* text; // in the refusal, or in the hints above the sheet
-    };
-    const Row rows[] = {
+    const Said rows[] = {
         {"U_N=400 I_N=10 cosphi=0,8 eta=87", true, "η er skrevet i procent – der regnes med η = 0,87."},
         {"U_N=400 I_N=10 eta=120", false, "Virkningsgraden η skal være mellem 0 og 1 (fx 0,87)."},
         {"eta=0", false, "Virkningsgraden η skal være mellem 0 og 1 (fx 0,87)."},
@@ -134,10 +129,7 @@ TEST_F(MotorTest, refusalsAndHintsSpeakThePlatesLanguage) {
          "Nogle af de givne tal passer ikke sammen – tjek dem:Virkningsgrad (η = P₂ / P₁): η = 0,87, "
          "men formlen giver 0,82857"},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.form);
-        expectSaid(runOnce([&] { return motor(formOf(row.form), true, false); }), row.ok, row.text);
-    }
+    expectSaid([](const FormMap& f) { return motor(f, true, false); }, rows);
     EXPECT_FALSE(contains(runOnce([&] { return motor(formOf(offBy + typed(current)), true, false); }).notes, "passer"));
 }
 

@@ -157,12 +157,7 @@ TEST_F(ThreePhaseTest, perPhaseSymbolAndEmptyCosPhiAreReadFromTheLoad) {
 }
 
 TEST_F(ThreePhaseTest, refusalsAndConflictsAreToldInTheirWords) {
-    struct Row {
-        const char* form;
-        bool ok;
-        const char* text;
-    };
-    const Row rows[] = {
+    const Said rows[] = {
         {"U_N=400 R=20 cosphi=1,1", false, "cos φ skal ligge mellem 0 og 1."},
         {"U_N=400 cosphi=0", false, "cos φ skal ligge mellem 0 og 1."},
         {"U_N=400 cosphi=0,8", true, ""},
@@ -177,10 +172,7 @@ TEST_F(ThreePhaseTest, refusalsAndConflictsAreToldInTheirWords) {
          "formlen giver 230,94 V"},
         {"U_N=400 P=-3k", false, "Negative værdier giver ingen mening her"},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.form);
-        expectSaid(runOnce([&] { return threePhaseLoad(formOf(row.form), true); }), row.ok, row.text);
-    }
+    expectSaid([](const FormMap& f) { return threePhaseLoad(f, true); }, rows);
 }
 
 } // namespace

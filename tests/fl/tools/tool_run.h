@@ -83,6 +83,43 @@ inline void expectSaid(const ToolRun& r, bool ok, const std::string& text) {
     EXPECT_TRUE(contains(ok ? r.notes : r.err, text)) << (ok ? r.notes : r.err);
 }
 
+struct Said {
+    std::string form; // as formOf reads it
+    bool ok;
+    std::string text;
+};
+
+template <typename Tool, size_t N> void expectSaid(Tool&& tool, const Said (&rows)[N]) {
+    for (const Said& row : rows) {
+        SCOPED_TRACE(row.form);
+        expectSaid(runOnce([&] { return tool(formOf(row.form)); }), row.ok, row.text);
+    }
+}
+
+// A refused form: the words without their frame, no sheet, and the fields
+// marked for the student to fix, as "U I".
+struct Refused {
+    const char* name;
+    std::string form;
+    std::string text;
+    std::string marked;
+};
+
+template <typename Tool, size_t N> void expectRefused(Tool&& tool, const Refused (&rows)[N]) {
+    for (const Refused& row : rows) {
+        SCOPED_TRACE(row.name);
+        const ToolOut out = tool(formOf(row.form));
+        EXPECT_FALSE(out.ok);
+        EXPECT_TRUE(out.html.empty());
+        EXPECT_EQ(refusal(out), row.text);
+        std::vector<std::string> marked;
+        std::istringstream words(row.marked);
+        for (std::string w; words >> w;)
+            marked.push_back(w);
+        EXPECT_EQ(out.badKeys, marked);
+    }
+}
+
 // A symbol as the sheet shows it in text ("P_1", "cos φ").
 inline std::string symbolText(const std::string& key) {
     return sheetText(tool::symbolHtml(key), {});

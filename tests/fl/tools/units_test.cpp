@@ -75,23 +75,13 @@ TEST_F(UnitTool, conductorsAndAnglesGoThroughTheirFormulas) {
 }
 
 TEST_F(UnitTool, aValueThatCantBeConvertedIsRefused) {
-    const struct {
-        const char* name;
-        FormMap form;
-        std::string text;
-    } rows[] = {
-        {"empty", formOf("art=energi fra=J"), "Skriv den værdi, der skal omregnes."},
-        {"letters", formOf("art=energi fra=J x=meget"), "Jeg kan ikke læse <span class=\"v\">x</span>"},
-        {"a unit typed", formOf("art=energi fra=J x=5kWh"), "Jeg kan ikke læse <span class=\"v\">x</span>"},
-        {"no wire", formOf("art=leder fra=mm x=0"), "Diameteren skal være større end 0."},
+    const Refused rows[] = {
+        {"empty", "art=energi fra=J", "Skriv den værdi, der skal omregnes.", "x"},
+        {"letters", "art=energi fra=J x=meget", "Jeg kan ikke læse <span class=\"v\">x</span>", "x"},
+        {"a unit typed", "art=energi fra=J x=5kWh", "Jeg kan ikke læse <span class=\"v\">x</span>", "x"},
+        {"no wire", "art=leder fra=mm x=0", "Diameteren skal være større end 0.", "x"},
     };
-    for (const auto& r : rows) {
-        SCOPED_TRACE(r.name);
-        const ToolOut out = convertUnits(r.form);
-        EXPECT_FALSE(out.ok);
-        EXPECT_EQ(refusal(out), r.text);
-        EXPECT_EQ(out.badKeys, std::vector<std::string>{"x"});
-    }
+    expectRefused(convertUnits, rows);
 }
 
 } // namespace

@@ -56,25 +56,17 @@ TEST_F(VectorTool, anglesOfTheFourDirections) {
 }
 
 TEST_F(VectorTool, incompleteVectorsAreRefused) {
-    const struct {
-        const char* name;
-        FormMap form;
-        std::string text;
-    } rows[] = {
-        {"a length without an angle", formOf("form=polar v1=3 v2=4 V2=0"),
-         "Vektor 1 skal have både en længde og en vinkel – udfyld <span class=\"v\">V<sub>1</sub></span>."},
-        {"a negative length", formOf("form=polar v1=-3 V1=10"),
-         "En længde kan ikke være negativ – vend vinklen 180° i stedet."},
-        {"nothing", formOf("form=rekt"), "Skriv x- og y-komposanten for mindst én vektor."},
+    const Refused rows[] = {
+        {"a length without an angle", "form=polar v1=3 v2=4 V2=0",
+         "Vektor 1 skal have både en længde og en vinkel – udfyld <span class=\"v\">V<sub>1</sub></span>.",
+         "V1"},
+        {"a negative length", "form=polar v1=-3 V1=10",
+         "En længde kan ikke være negativ – vend vinklen 180° i stedet.", "v1"},
+        {"nothing", "form=rekt", "Skriv x- og y-komposanten for mindst én vektor.", ""},
         // Fields of the other form are leftovers, not vectors.
-        {"only the other form", formOf("form=polar x1=3"), "Skriv længde og vinkel for mindst én vektor."},
+        {"only the other form", "form=polar x1=3", "Skriv længde og vinkel for mindst én vektor.", ""},
     };
-    for (const auto& r : rows) {
-        SCOPED_TRACE(r.name);
-        const ToolOut out = addVectors(r.form);
-        EXPECT_FALSE(out.ok);
-        EXPECT_EQ(refusal(out), r.text);
-    }
+    expectRefused(addVectors, rows);
 }
 
 } // namespace
