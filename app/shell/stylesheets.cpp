@@ -177,6 +177,7 @@ table.fcout td { border: 0; text-align: left; vertical-align: middle; }
 .hchip { color: @TEXT; background-color: @CHIP; font-weight: bold; font-size: 10pt; text-decoration: none; }
 .hchip .crumb { color: @MUTED; font-weight: normal; }
 .chips { line-height: 190%; }
+.chip.big { color: @ACCENT; background-color: @CHIP; font-family: "Segoe UI", sans-serif; font-size: 10.5pt; font-weight: bold; }
 .wsans { margin-top: 8px; }
 .wsbox { background-color: @CHIP; }
 .lvl.svag { color: @BAD; } .lvl.mid { color: #a86f00; } .lvl.god { color: @OK; } .lvl.ny { color: @MUTED; }

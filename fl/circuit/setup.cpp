@@ -312,6 +312,8 @@ Setup readSetup(const Circuit& c, const MeterInfo* meters) {
                     su.fixes.push_back("src|cos|" + g4(cosv));
                 }
                 if (v > 1.0 && v <= 100.0) {
+                    // Each offer is a line of its own.
+                    if (!chips.empty()) chips += "<br>";
                     chips += chip("src|cos|" + g4(v / 100.0),
                                   "Det er " + fmtNumber(v) + " % → brug cos φ = " + fmtNumber(v / 100.0));
                     su.fixes.push_back("src|cos|" + g4(v / 100.0));

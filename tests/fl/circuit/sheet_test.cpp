@@ -84,7 +84,7 @@ TEST(Solve, answersWithTheMessageOfTheFirstProblem) {
          "effektfaktor skal være et tal mellem 0 og 1 (fx 0,8), men der står −0,5."},
         {"cos φ typed as an angle or a percentage", circuit("ac", {leaf("R", "5")}, {{"U", "1"}, {"cos", "80"}}),
          "effektfaktor skal være et tal mellem 0 og 1 (fx 0,8), men der står 80. Mente du:<div class=\"chips\">"
-         "<a class=\"chip big\" href=\"fix:src|cos|0.1736\">Det er vinklen φ = 80° → brug cos φ = 0,17365</a>"
+         "<a class=\"chip big\" href=\"fix:src|cos|0.1736\">Det er vinklen φ = 80° → brug cos φ = 0,17365</a><br>"
          "<a class=\"chip big\" href=\"fix:src|cos|0.8\">Det er 80 % → brug cos φ = 0,8</a></div>"},
         {"cos φ of 90 is no angle", circuit("ac", {leaf("R", "5")}, {{"U", "1"}, {"cos", "90"}}),
          "effektfaktor skal være et tal mellem 0 og 1 (fx 0,8), men der står 90. Mente du:<div class=\"chips\">"
@@ -106,6 +106,18 @@ TEST(Solve, answersWithTheMessageOfTheFirstProblem) {
              "I\"). Står der i opgaven, at nogle komponenter er ens, så skriv fx <b>=R1</b> i feltet for den "
              "anden "
              "– så tæller de som én ukendt."},
+        {"no known value to work backwards from", circuit("dc", {leaf("R"), leaf("R")}, {{"U", "12"}}),
+         "Der er <b>2 ukendte</b> (R<sub>1</sub>, R<sub>2</sub>), men kun <b>0 kendte værdier</b> at regne baglæns ud "
+         "fra. Der skal være lige så mange kendte værdier som ukendte. Du kan fx opgive P<sub>tot</sub> eller I under "
+         "\"Kilden og hele kredsen\", eller en kendt spænding eller strøm ved en komponent (kolonnerne \"Kendt U\" og "
+         "\"Kendt I\"). Står der i opgaven, at nogle komponenter er ens, så skriv fx <b>=R1</b> i feltet for den anden "
+         "– så tæller de som én ukendt."},
+        {"what alternating current can be given instead", circuit("ac", {leaf("R", "10"), leaf("L")}, {{"U", "230"}}),
+         "Der er <b>1 ukendte</b> (L<sub>1</sub>), men kun <b>0 kendte værdier</b> at regne baglæns ud fra. Der skal "
+         "være lige så mange kendte værdier som ukendte. Du kan fx opgive cos φ, P, Z eller I under \"Kilden og hele "
+         "kredsen\", eller en kendt spænding eller strøm ved en komponent (kolonnerne \"Kendt U\" og \"Kendt I\"). "
+         "Står der i opgaven, at nogle komponenter er ens, så skriv fx <b>=R1</b> i feltet for den anden – så tæller de "
+         "som én ukendt."},
         {"nothing to start from", circuit("dc", {leaf("R", "5"), leaf("R")}),
          "Der er for få kendte værdier til at komme i gang. Disse værdier kendes ikke: <b>" +
              symbolDisplay("R2") +
