@@ -55,6 +55,8 @@ task-seen-list-ignored@@net/tasks.cpp@@if (!old.count(id) && !seen.has(id))@@if 
 task-fetch-failure-remembered@@net/tasks.cpp@@if (reply.outcome != 1) return {};@@if (false) return {};@@net_client_test
 store-unreadable-file-not-set-aside@@store/datastore.cpp@@if (read == ReadResult::Failed || !text.empty())@@if (!text.empty())@@datastore_test
 empty-data-file-set-aside@@store/datastore.cpp@@if (read == ReadResult::Failed || !text.empty()) damagedCopy_@@if (true) damagedCopy_@@datastore_test
+load-keeps-unprefixed-members@@store/datastore.cpp@@if (hasPrefix(key) && value.isString()) entries_[key]@@if (value.isString()) entries_[key]@@datastore_test
+load-keeps-non-string-members@@store/datastore.cpp@@if (hasPrefix(key) && value.isString()) entries_[key]@@if (hasPrefix(key)) entries_[key]@@datastore_test
 store-flat-form-dropped@@store/datastore.cpp@@fillFrom(doc.has("data") ? doc.at("data") : doc);@@fillFrom(doc.at("data"));@@datastore_test
 bundle-data-not-checked@@store/datastore.cpp@@|| !doc.at("data").isObject()) return false;@@) return false;@@datastore_test
 json-object-nesting-one-deeper@@store/json.cpp@@Json object(int depth) {@@Json object(int depth) { --depth;@@json_test
