@@ -37,17 +37,11 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <memory>
 
 namespace {
 
 using Strings = std::vector<std::string>;
-
-std::string readAll(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-}
 
 Strings strings(const Json& array) {
     Strings out;
@@ -351,19 +345,19 @@ TEST_F(WindowTest, eleventhResultPushesOutTheOldestAndNaNNeverEnters) {
     EXPECT_FALSE(w.resultStrip()->isHidden());
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(w.resultStrip()->findChildren<QPushButton*>().size(), 10);
-}
-
-TEST_F(WindowTest, resultButtonShowsThePlainNameAndTheFormattedValue) {
-    app::MainWindow& w = open();
+    // A button shows the plain name and the value as the settings format it.
+    const auto shown = [&w](const QString& text) {
+        for (QPushButton* b : w.resultStrip()->findChildren<QPushButton*>())
+            if (b->text() == text) return true;
+        return false;
+    };
     w.addResult("U<sub>R1</sub>", 1234.5678, "V");
-    QPushButton* button = w.resultStrip()->findChild<QPushButton*>();
-    ASSERT_NE(button, nullptr);
-    EXPECT_EQ(button->text(), "UR1 = 1234,6 V");
+    EXPECT_TRUE(shown("UR1 = 1234,6 V"));
     app::options().komma = false;
     app::applyDisplaySettings();
     w.rebuildResults();
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_EQ(w.resultStrip()->findChild<QPushButton*>()->text(), "UR1 = 1234.6 V");
+    EXPECT_TRUE(shown("UR1 = 1234.6 V"));
 }
 
 TEST_F(WindowTest, resultClickWritesIntoTheLastFieldUsed) {
@@ -482,40 +476,28 @@ TEST_F(WindowTest, statusBarMarksASaveOfTheDataFile) {
     EXPECT_EQ(w.savedMark()->text(), "✓ gemt " + later.toString("HH:mm"));
 }
 
+// How a save fails, and that the old file survives it, is the store's
+// business; the window says so while it lasts.
 TEST_F(WindowTest, statusBarWarnsWhileSavesFailAndClearsWhenOneGetsThrough) {
-    const std::string root = dir.path().toStdString();
-    SmallDisk small(root + "/lille");
-    for (const bool readOnly : {true, false}) {
-        SCOPED_TRACE(readOnly ? "read-only folder" : "full disk");
-        // Without a tmpfs, writes into /dev/full fail the same way, with ENOSPC.
-        const std::string folder =
-            readOnly || !small.mounted ? root + (readOnly ? "/laast" : "/fuld") : root + "/lille";
-        std::filesystem::create_directories(folder);
-        DataStore& store = DataStore::instance();
-        store.resetForTest();
-        store.setPath(folder + "/data.json");
-        store.set("stats", std::string(24000, 's'));
-        app::MainWindow& w = open(); // the first navigation saves too
-        const std::string before = readAll(folder + "/data.json");
-        if (readOnly) {
-            std::filesystem::permissions(folder, std::filesystem::perms(0555));
-            AsNobody nobody;
-            store.set("fc", "kort");
-        } else {
-            if (!small.mounted) std::filesystem::create_symlink("/dev/full", folder + "/data.json.tmp");
-            store.set("fc", std::string(30000, 'f')); // no room for the temporary beside the file
-        }
-        w.checkSaved();
-        EXPECT_FALSE(w.savedMark()->isHidden());
-        EXPECT_EQ(w.savedMark()->text(), "⚠ Kunne ikke gemme dine data – prøver igen ved næste ændring");
-        EXPECT_TRUE(readAll(folder + "/data.json") == before) << "the old file changed";
-        EXPECT_FALSE(std::filesystem::exists(std::filesystem::symlink_status(folder + "/data.json.tmp")));
-
-        std::filesystem::permissions(folder, std::filesystem::perms(0755));
-        store.remove("stats");
-        w.checkSaved();
-        EXPECT_TRUE(w.savedMark()->text().startsWith("✓ gemt ")) << w.savedMark()->text().toStdString();
+    const std::string folder = dir.path().toStdString() + "/laast";
+    std::filesystem::create_directories(folder);
+    DataStore& store = DataStore::instance();
+    store.setPath(folder + "/data.json");
+    store.set("fc", "før"); // a saved file the window has seen
+    app::MainWindow& w = open();
+    std::filesystem::permissions(folder, std::filesystem::perms(0555));
+    {
+        AsNobody nobody;
+        store.set("fc", "kort");
     }
+    w.checkSaved();
+    EXPECT_FALSE(w.savedMark()->isHidden());
+    EXPECT_EQ(w.savedMark()->text(), "⚠ Kunne ikke gemme dine data – prøver igen ved næste ændring");
+
+    std::filesystem::permissions(folder, std::filesystem::perms(0755));
+    store.set("fc", "igen");
+    w.checkSaved();
+    EXPECT_TRUE(w.savedMark()->text().startsWith("✓ gemt ")) << w.savedMark()->text().toStdString();
 }
 
 TEST_F(WindowTest, damagedDataFileNoticeNamesTheCopy) {

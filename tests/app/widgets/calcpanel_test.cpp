@@ -20,7 +20,6 @@ TEST(CalcKeys, editTheLineAsTheKeypadPromises) {
         int cursor;
     } rows[] = {
         {"clearEmptiesTheLine", "230/47", 2, 2, "#CLR", "", 0},
-        {"clearOnAnEmptyLineChangesNothing", "", 0, 0, "#CLR", "", 0},
         {"backspaceTakesTheCharacterBefore", "230", 2, 2, "#BS", "20", 1},
         {"backspaceAtTheStartChangesNothing", "230", 0, 0, "#BS", "230", 0},
         {"backspaceTakesTheSelection", "2+30", 1, 3, "#BS", "20", 1},

@@ -34,14 +34,7 @@
 namespace {
 
 using app::test::contains;
-
-// Types into a line edit as on a keyboard, replacing what stood there.
-void type(QLineEdit* edit, const QString& text) {
-    edit->setFocus();
-    edit->selectAll();
-    QTest::keyClick(edit, Qt::Key_Delete);
-    QTest::keyClicks(edit, text);
-}
+using app::test::type;
 
 class PracticeMorePages : public FreshAppTest {
   protected:
