@@ -123,6 +123,7 @@ save-failure-not-shown@@app/shell/mainwindow.cpp@@const bool failing = DataStore
 crash-record-sent-unnamed@@app/shell/service.cpp@@if (storeGet(key::Telemetry).asBool(false)) symboliseCrashFile(dataDir + "/crash.txt");@@if (false) symboliseCrashFile(dataDir + "/crash.txt");@@startup_test
 math-image-pixel-ratio-dropped@@app/sheet/mathpainter.cpp@@img.setDevicePixelRatio(dpr);@@img.setDevicePixelRatio(1.0);@@sheet_test
 bundle-validation-skipped@@app/pages/support/datapage.cpp@@if (!DataStore::instance().validateBundle(out.text, &out.date, &out.count)) {@@if (false) {@@support_test
+empty-damage-notice-shown@@app/shell/mainwindow.cpp@@if (const QString damaged = damagedDataNotice(); !damaged.isEmpty())@@if (const QString damaged = damagedDataNotice(); true)@@app_test
 EOF
 )
 

@@ -227,7 +227,6 @@ TEST_F(OpgaverTest, fetchingAgainRebuildsOrSaysWhy) {
     } rows[] = {
         {"no network", "", "Kunne ikke hente opgaverne: Ingen forbindelse til serveren.", 0},
         {"no tasks array", R"({"updated":3})", "Uventet svar fra serveren.", 0},
-        {"refused code", R"({"error":"Klassekoden findes ikke."})", "Kunne ikke hente opgaverne: Klassekoden findes ikke.", 0},
         {"two tasks",
          R"({"updated":9,"tasks":[{"id":"a","title":"A","text":"x"},{"id":"b","title":"B","text":"y"}]})", "", 2},
     };
