@@ -185,27 +185,21 @@ TEST_F(CableTest, voltageDropClassroomCaseAndItsEdges) {
 }
 
 TEST_F(CableTest, shortCircuitMaxMatchesTheTextbook) {
-    struct Row {
-        const char* name;
-        double u, ik, cosphi, len, rl, xl;
+    const char* const rows[] = {
+        "U_N=400 Ik_fr=16000 cosphi_k=0,3 l=10 R_l=1,83 X_l=0,091", // classroom case, 10 mm² Cu pvik3
+        "U_N=400 Ik_fr=16000 cosphi_k=1 l=10 R_l=1,83 X_l=0,091",
+        "U_N=400 Ik_fr=6000 cosphi_k=0,5 l=100 R_l=12,1 X_l=0,128", // long thin pvik5
+        "U_N=400 Ik_fr=25000 cosphi_k=0,2 l=0 R_l=0,388 X_l=0,073", // board at the cabinet
     };
-    const Row rows[] = {
-        {"classroom case, 10 mm² Cu pvik3", 400, 16000, 0.3, 10, 1.83, 0.091},
-        {"cos φ of 1", 400, 16000, 1, 10, 1.83, 0.091},
-        {"aluminium noikal4 50 mm²", 400, 10000, 0.4, 35, 0.641, 0.081},
-        {"long thin pvik5", 400, 6000, 0.5, 100, 12.1, 0.128},
-        {"board at the cabinet", 400, 25000, 0.2, 0, 0.388, 0.073},
-    };
-    for (const Row& r : rows) {
-        SCOPED_TRACE(r.name);
+    for (const char* row : rows) {
+        SCOPED_TRACE(row);
+        const FormMap form = formOf(row);
+        const auto v = [&](const char* key) { return readValue(form.at(key)); };
         // Z = U/(√3·Ik); R = Z·cos φ, X = Z·sin φ; Ik,max = U/(√3·√((R+R_kab)² + (X+X_kab)²))
-        const double z = r.u / (kRoot3 * r.ik);
-        const double rs = z * r.cosphi + r.len / 1000 * r.rl;
-        const double xs = z * std::sqrt(1 - r.cosphi * r.cosphi) + r.len / 1000 * r.xl;
-        const double ik = r.u / (kRoot3 * std::sqrt(rs * rs + xs * xs));
-        const FormMap form{{"U_N", fmtPlain(r.u, 10)}, {"Ik_fr", fmtPlain(r.ik, 10)},
-                           {"cosphi_k", fmtPlain(r.cosphi, 10)}, {"l", fmtPlain(r.len, 10)},
-                           {"R_l", fmtPlain(r.rl, 10)}, {"X_l", fmtPlain(r.xl, 10)}};
+        const double z = v("U_N") / (kRoot3 * v("Ik_fr")), cosphi = v("cosphi_k");
+        const double rs = z * cosphi + v("l") / 1000 * v("R_l");
+        const double xs = z * std::sqrt(1 - cosphi * cosphi) + v("l") / 1000 * v("X_l");
+        const double ik = v("U_N") / (kRoot3 * std::sqrt(rs * rs + xs * xs));
         const ToolRun got = runOnce([&] { return shortCircuitMax(form); });
         ASSERT_TRUE(got.out.ok) << got.out.err;
         expectShown(got, "Ik_max", ik, got.sheet.facit);
@@ -220,32 +214,27 @@ TEST_F(CableTest, shortCircuitMaxMatchesTheTextbook) {
 }
 
 TEST_F(CableTest, shortCircuitMinMatchesTheTextbookAndChecksTheBreaker) {
+    const std::string cables = "U_F=230 k_fr=5 k_v=1,5 l_stik=20 R_lstik=1,83 l_grp=30 R_lgrp=12,1 ";
     struct Row {
-        const char* name;
-        double u, ifr, kfr, kv, ls, rs, lg, rg;
-        const char* breaker; // I_Ngrp, empty for no check
-        double ka;
+        std::string form;
         int verdict; // 1 trips, 0 doesn't, −1 no check
     };
     const Row rows[] = {
-        {"classroom case, C 10 A", 230, 35, 5, 1.5, 20, 1.83, 30, 12.1, "10", 10, 0},
-        {"same with B", 230, 35, 5, 1.5, 20, 1.83, 30, 12.1, "10", 5, 1},
-        {"D 16 A", 230, 63, 5, 1.5, 15, 0.727, 40, 4.61, "16", 20, 0},
-        {"no breaker given", 230, 35, 5, 1.5, 20, 1.83, 30, 12.1, "", 10, -1},
-        {"exactly the trip current", 230, 20, 5, 1.5, 0, 1.83, 0, 12.1, "10", 10, 1},
+        {cables + "I_Nks=35 I_Ngrp=10 k_a=10", 0}, // the classroom case, C 10 A
+        {cables + "I_Nks=35 I_Ngrp=10 k_a=5", 1},
+        {"U_F=230 I_Nks=63 k_fr=5 k_v=1,5 l_stik=15 R_lstik=0,727 l_grp=40 R_lgrp=4,61 I_Ngrp=16 k_a=20", 0},
+        {cables + "I_Nks=35 I_Ngrp= k_a=10", -1},
+        {cables + "I_Nks=20 l_stik=0 l_grp=0 I_Ngrp=10 k_a=10", 1}, // exactly the trip current
     };
     for (const Row& r : rows) {
-        SCOPED_TRACE(r.name);
+        SCOPED_TRACE(r.form);
+        const FormMap form = formOf(r.form);
+        const auto v = [&](const char* key) { return readValue(form.at(key)); };
         // R_net = U/(k·I_N); R = l/1000 · R_l · 2 · k_v for each cable; Ik = U/ΣR
-        const double rnet = r.u / (r.kfr * r.ifr);
-        const double rtavle = rnet + r.ls / 1000 * r.rs * 2 * r.kv;
-        const double igt = r.u / rtavle;
-        const double ibg = r.u / (rtavle + r.lg / 1000 * r.rg * 2 * r.kv);
-        const FormMap form{{"U_F", fmtPlain(r.u, 10)},    {"I_Nks", fmtPlain(r.ifr, 10)},
-                           {"k_fr", fmtPlain(r.kfr, 10)}, {"k_v", fmtPlain(r.kv, 10)},
-                           {"l_stik", fmtPlain(r.ls, 10)}, {"R_lstik", fmtPlain(r.rs, 10)},
-                           {"l_grp", fmtPlain(r.lg, 10)},  {"R_lgrp", fmtPlain(r.rg, 10)},
-                           {"I_Ngrp", r.breaker},          {"k_a", fmtPlain(r.ka, 10)}};
+        const double rtavle =
+            v("U_F") / (v("k_fr") * v("I_Nks")) + v("l_stik") / 1000 * v("R_lstik") * 2 * v("k_v");
+        const double igt = v("U_F") / rtavle;
+        const double ibg = v("U_F") / (rtavle + v("l_grp") / 1000 * v("R_lgrp") * 2 * v("k_v"));
         const ToolRun got = runOnce([&] { return shortCircuitMin(form); });
         ASSERT_TRUE(got.out.ok) << got.out.err;
         expectShown(got, "Ik_bg", ibg, got.sheet.facit);
@@ -255,7 +244,7 @@ TEST_F(CableTest, shortCircuitMinMatchesTheTextbookAndChecksTheBreaker) {
             EXPECT_EQ(got.sheet.given.size(), 8u);
             continue;
         }
-        const double ia = r.ka * readValue(r.breaker);
+        const double ia = v("k_a") * v("I_Ngrp");
         EXPECT_TRUE(contains(got.sheet.check, "=" + fmtNumber(ia) + " A"));
         EXPECT_EQ(contains(got.sheet.check, "– afbryderen slår fra"), r.verdict == 1) << got.sheet.check;
         EXPECT_EQ(contains(got.sheet.check, "slår ikke sikkert fra"), r.verdict == 0);
