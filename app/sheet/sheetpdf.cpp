@@ -225,7 +225,7 @@ void paintHeadFoot(QPainter& p, const QSizeF& area, const QString& left, int pag
 } // namespace
 
 bool SheetView::printToPdf(const QString& title, const QString& path, const QString& heading) {
-    return printToPdf(fl::RenderResult{html, figs, maths}, title, path, heading);
+    return printToPdf(fl::RenderResult{html, figs, maths, figShapes}, title, path, heading);
 }
 
 bool SheetView::printToPdf(const fl::RenderResult& sheet, const QString& title, const QString& path,

@@ -5,6 +5,7 @@
 #include "app/sheet/mathpainter.h"
 #include "app/sheet/sheettext.h"
 #include "app/shell/theme.h"
+#include "app/widgets/figureview.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QGuiApplication>
@@ -209,6 +210,7 @@ void SheetView::refresh() {
     fl::RenderResult pending = fl::takeRender(std::string());
     if (r.figs.empty() && r.maths.empty()) {
         r.figs = std::move(pending.figs);
+        r.figShapes = std::move(pending.figShapes);
         r.maths = std::move(pending.maths);
     }
     setContent(r);
@@ -218,6 +220,7 @@ void SheetView::setContent(const fl::RenderResult& result) {
     html = result.html;
     framed = wholeCard(QString::fromStdString(html), nullptr);
     figs = result.figs;
+    figShapes = result.figShapes;
     maths = result.maths;
     cache.clear();
     stepCount = countSteps(QString::fromStdString(html));
@@ -256,6 +259,7 @@ void SheetView::clear() {
     html.clear();
     framed = false;
     figs.clear();
+    figShapes.clear();
     maths.clear();
     cache.clear();
     stepCount = revealed = 0;
@@ -418,6 +422,10 @@ QVariant SheetView::drawImage(const QString& name, double dpr) const {
     blank.fill(Qt::transparent);
     if (name.startsWith(QLatin1String("f:"))) {
         if (!ok || n < 0 || size_t(n) >= figs.size()) return blank;
+        // Shapes spare the SVG renderer, which lays out and strokes every
+        // label anew: in a circuit's schematic most of a frame's time.
+        if (size_t(n) < figShapes.size() && figShapes[size_t(n)])
+            return paintFigure(*figShapes[size_t(n)], dpr, figSizes.value(name));
         return renderFigure(figs[size_t(n)], dpr, figSizes.value(name));
     }
     if (!ok || n < 0 || size_t(n) >= maths.size() || !maths[size_t(n)]) return blank;
@@ -449,6 +457,26 @@ QImage renderFigure(const std::string& svg, double dpr, QSize size) {
         p.setRenderHint(QPainter::TextAntialiasing, true);
         renderer.render(&p, QRectF(QPointF(0, 0), QSizeF(size)));
     }
+    return img;
+}
+
+QImage paintFigure(const fl::ShapeFigure& fig, double dpr, QSize size) {
+    const QSize natural(std::max(fig.w, 1), std::max(fig.h, 1));
+    if (!size.isValid() || size.isEmpty()) size = natural;
+    QImage img(QSize(int(std::ceil(size.width() * dpr)), int(std::ceil(size.height() * dpr))),
+               QImage::Format_ARGB32_Premultiplied);
+    img.fill(Qt::transparent);
+    img.setDevicePixelRatio(dpr);
+    // One scale for both directions, the figure centred: a tag's rounded
+    // size is never quite in proportion.
+    const double scale =
+        std::min(double(size.width()) / natural.width(), double(size.height()) / natural.height());
+    const QPointF offset((size.width() - natural.width() * scale) / 2,
+                         (size.height() - natural.height() * scale) / 2);
+    QPainter p(&img);
+    p.setRenderHint(QPainter::Antialiasing, true);
+    p.setRenderHint(QPainter::TextAntialiasing, true);
+    paintShapes(p, fig.shapes, scale, offset);
     return img;
 }
 

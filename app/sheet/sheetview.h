@@ -25,6 +25,8 @@ namespace app {
 // A figure's SVG drawn at `size` (its own size when that is empty) on an
 // image of that size × dpr; transparent where the SVG doesn't load.
 QImage renderFigure(const std::string& svg, double dpr, QSize size = QSize());
+// The same figure painted from its shapes, as the SVG renderer would draw it.
+QImage paintFigure(const fl::ShapeFigure& fig, double dpr, QSize size = QSize());
 // The rules the view adds to the document stylesheet.
 QString sheetViewCss();
 // The size each "f:N" image has in `html`, from its tag.
@@ -121,6 +123,7 @@ class SheetView : public QTextBrowser {
     Provider provider;
     std::string html;
     std::vector<std::string> figs;
+    std::vector<fl::ShapeFigurePtr> figShapes; // beside figs, where the core kept them
     std::vector<fl::NodePtr> maths;
     QMap<QString, QVariant> cache;
     QMap<QString, QSize> figSizes; // each figure's size in the document shown

@@ -25,6 +25,12 @@ std::vector<NodePtr>& mathList() {
     return list;
 }
 
+// Stays empty until a figure with shapes comes, then keeps pace with figList.
+std::vector<ShapeFigurePtr>& shapeList() {
+    static std::vector<ShapeFigurePtr> list;
+    return list;
+}
+
 bool isDigit(char c) {
     return c >= '0' && c <= '9';
 }
@@ -61,11 +67,19 @@ std::string renumber(const std::string& html, size_t figOffset, size_t mathOffse
 
 void RenderResult::append(const RenderResult& other) {
     html += renumber(other.html, figs.size(), maths.size());
+    if (!other.figShapes.empty()) {
+        figShapes.resize(figs.size());
+        figShapes.insert(figShapes.end(), other.figShapes.begin(), other.figShapes.end());
+    }
     figs.insert(figs.end(), other.figs.begin(), other.figs.end());
     maths.insert(maths.end(), other.maths.begin(), other.maths.end());
 }
 
-std::string addFigure(const std::string& svg) {
+std::string addFigure(const std::string& svg, ShapeFigurePtr shapes) {
+    if (shapes) {
+        shapeList().resize(figList().size());
+        shapeList().push_back(std::move(shapes));
+    }
     figList().push_back(svg);
     return "f:" + std::to_string(figList().size() - 1);
 }
@@ -78,6 +92,7 @@ std::string addMath(const NodePtr& node) {
 void resetFigures() {
     figList().clear();
     mathList().clear();
+    shapeList().clear();
 }
 
 RenderResult takeRender(std::string html) {
@@ -85,6 +100,7 @@ RenderResult takeRender(std::string html) {
     r.html = std::move(html);
     r.figs = std::move(figList());
     r.maths = std::move(mathList());
+    r.figShapes = std::move(shapeList());
     resetFigures(); // a moved-from vector is valid but unspecified
     return r;
 }
@@ -284,11 +300,13 @@ std::string stepBlocksBook(const std::vector<StepBlock>& steps) {
     return stepList(steps, true);
 }
 
-std::string figure(const std::string& svgBody, int width, int height, const std::string& caption) {
+std::string figure(const std::string& svgBody, int width, int height, const std::string& caption,
+                   ShapeFigurePtr shapes) {
     const std::string w = std::to_string(width), h = std::to_string(height);
     const std::string name =
         addFigure("<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 " + w + " " + h + "\" width=\"" +
-                  w + "\" height=\"" + h + "\">" + svgBody + "</svg>");
+                      w + "\" height=\"" + h + "\">" + svgBody + "</svg>",
+                  std::move(shapes));
     // The sheet view finds figures by exactly this tag: src, width, height and nothing else.
     std::string out =
         "<p class=\"fig\"><img src=\"" + name + "\" width=\"" + w + "\" height=\"" + h + "\"></p>";

@@ -7,23 +7,37 @@
 #include "fl/expr/isolate.h"
 #include "fl/expr/node.h"
 
+#include <memory>
 #include <string>
 #include <tuple>
 #include <vector>
 
 namespace fl {
 
+// A figure as a painter takes it (fl/fig/canvas.h): only the figures' own
+// library fills one in; the markup merely carries it beside the SVG.
+struct ShapeFigure;
+using ShapeFigurePtr = std::shared_ptr<const ShapeFigure>;
+
 struct RenderResult {
     std::string html;
     std::vector<std::string> figs;
     std::vector<NodePtr> maths;
+    // Beside `figs`, by the same index: the figure again as shapes, where
+    // its writer kept them, so that a view can paint it without the SVG
+    // renderer. May be shorter than `figs`; null where there are none.
+    std::vector<ShapeFigurePtr> figShapes;
 
     // Appends `other`, renumbering its "f:N" and "m:N" sources.
     void append(const RenderResult& other);
+    // The shapes of figure `n`, or null.
+    const ShapeFigure* shapesOf(size_t n) const {
+        return n < figShapes.size() ? figShapes[n].get() : nullptr;
+    }
 };
 
 // The process-wide lists a rendering pass collects into (interface thread only).
-std::string addFigure(const std::string& svg);   // "f:" + index
+std::string addFigure(const std::string& svg, ShapeFigurePtr shapes = nullptr); // "f:" + index
 std::string addMath(const NodePtr& node);         // "m:" + index
 void resetFigures();
 // Moves both lists into a result together with `html`.
@@ -66,7 +80,8 @@ std::string stepBlocksBook(const std::vector<StepBlock>& steps);
 
 // An SVG body of a natural size as an image of this pass ("f:N"), with an
 // optional caption.
-std::string figure(const std::string& svgBody, int width, int height, const std::string& caption = {});
+std::string figure(const std::string& svgBody, int width, int height, const std::string& caption = {},
+                   ShapeFigurePtr shapes = nullptr);
 
 // What a worked sheet holds besides its head; empty parts are left out.
 struct SheetSections {

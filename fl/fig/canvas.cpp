@@ -158,6 +158,12 @@ void Canvas::polyline(const std::vector<Pt>& points, std::string_view cls) {
 void Canvas::path(const std::string& d, std::string_view cls) {
     if (d.empty()) return;
     pathItem(d, cls);
+    unkept = true;
+}
+
+std::vector<Shape> Canvas::takeShapes() {
+    if (!keepShapes || unkept) return {};
+    return std::move(shapes);
 }
 
 void Canvas::pathItem(const std::string& d, std::string_view cls) {
@@ -390,9 +396,23 @@ std::string svgDocument(const FigureOut& fig) {
     return svgHead(fig.w, fig.h) + fig.body + "</svg>";
 }
 
+ShapeFigurePtr takeShapeFigure(FigureOut& fig) {
+    if (fig.empty() || fig.shapes.empty()) return nullptr;
+    auto out = std::make_shared<ShapeFigure>();
+    out->w = fig.w, out->h = fig.h;
+    out->shapes = std::move(fig.shapes);
+    fig.shapes.clear();
+    return out;
+}
+
 std::string figureMarkup(const FigureOut& fig) {
+    return figureMarkup(FigureOut(fig));
+}
+
+std::string figureMarkup(FigureOut&& fig) {
     if (fig.empty()) return {};
-    return figure(fig.body, fig.w, fig.h, fig.caption);
+    ShapeFigurePtr shapes = takeShapeFigure(fig);
+    return figure(fig.body, fig.w, fig.h, fig.caption, std::move(shapes));
 }
 
 // ---- Fig ----
@@ -647,7 +667,7 @@ FigureOut drawFig(Fig& fig) {
         fig.textAmong(spots, an.label, "angt " + an.cls);
     }
     if (fig.postDraw) fig.postDraw(fig, c);
-    return {fig.body(), fig.W, fig.H, fig.captionText()};
+    return {fig.body(), fig.W, fig.H, fig.captionText(), fig.takeShapes()};
 }
 
 // ---- Chart ----
@@ -704,7 +724,7 @@ FigureOut drawAxes(const AxesPlot& plot) {
     if (!plot.xLabel.empty()) cv.text(plot.W - plot.right, map({x1, ay}).y - 12, plot.xLabel, "end", "mut");
     if (!plot.yLabel.empty()) cv.text(map({ax, y1}).x + 8, plot.top + 2, plot.yLabel, "start", "mut");
     if (plot.overlay) plot.overlay(cv, map);
-    return {cv.body(), plot.W, plot.H, {}, std::move(cv.shapes)};
+    return {cv.body(), plot.W, plot.H, {}, cv.takeShapes()};
 }
 
 } // namespace fl

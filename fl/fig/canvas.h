@@ -7,6 +7,7 @@
 // finite writes nothing, so no figure ever holds "nan" or "inf".
 #pragma once
 
+#include "fl/expr/markup.h"
 #include "fl/fig/place.h"
 #include "fl/fig/style.h"
 
@@ -82,7 +83,10 @@ class Canvas {
 
     // A raw element, already written. Neither this nor path() is recorded as
     // a shape: a drawing that uses them is for SVG only.
-    void raw(std::string element) { items.push_back(std::move(element)); }
+    void raw(std::string element) {
+        items.push_back(std::move(element));
+        unkept = true;
+    }
 
     // The drawing's size, when known: a text that would cross an edge is
     // moved inside, and squeezed if it is wider than the drawing.
@@ -101,10 +105,14 @@ class Canvas {
     std::vector<std::string> items;
     // With keepShapes, every element but path() and raw() is also recorded
     // here, in the same order as `items`.
-    bool keepShapes = false;
+    bool keepShapes = true;
     std::vector<Shape> shapes;
+    // The shapes, moved out, when they hold the whole drawing; none when a
+    // path() or raw() element would be missing from them.
+    std::vector<Shape> takeShapes();
 
   private:
+    bool unkept = false; // a path() or raw() element was written
     double boundW = 0, boundH = 0;
     void keep(Shape::Kind kind, std::vector<Pt> pts, std::string_view cls, double r = 0, double a0 = 0,
               double a1 = 0);
@@ -127,14 +135,26 @@ struct FigureOut {
     std::string body;
     int w = 460, h = 280;
     std::string caption;
-    std::vector<Shape> shapes; // the elements again, when the canvas kept them
+    // The elements again, when the canvas kept all of them; empty otherwise.
+    std::vector<Shape> shapes;
     bool empty() const { return body.empty(); }
 };
+
+// A figure as a painter takes it, carried beside its SVG in a sheet
+// (RenderResult::figShapes): the natural size and the elements.
+struct ShapeFigure {
+    int w = 0, h = 0;
+    std::vector<Shape> shapes;
+};
+// The figure's shapes for a sheet, moved out of it; null when it has none.
+ShapeFigurePtr takeShapeFigure(FigureOut& fig);
+
 // The standalone SVG text of a figure.
 std::string svgDocument(const FigureOut& fig);
 // The figure as an image of the current rendering pass, with its caption
-// (fl/expr/markup.h's figure block).
+// (fl/expr/markup.h's figure block), and its shapes beside it when it has them.
 std::string figureMarkup(const FigureOut& fig);
+std::string figureMarkup(FigureOut&& fig);
 
 struct FigEdge {
     int a = 0, b = 0;      // indices in `pts`
@@ -211,7 +231,7 @@ struct AxesPlot {
     std::vector<Curve> curves;
     // Drawn after the curves, with the chart's mapping.
     std::function<void(Canvas&, const std::function<Pt(Pt)>&)> overlay;
-    bool keepShapes = false; // FigureOut::shapes as well
+    bool keepShapes = true; // FigureOut::shapes as well
 };
 FigureOut drawAxes(const AxesPlot& plot);
 

@@ -61,7 +61,7 @@ FigureOut circFigure(const Given& g) {
     label(cv, g, 346, 140, "R", "Ω", "start");
     if (g.mentions("P")) labelAmong(cv, g, {{346, 166, "start"}, {230, 180, "middle"}}, "P", "W");
     currentArrow(cv, 230, 60, 1, 0, g.label("I", "A"), g.cls("I").empty() ? "cur" : "hl");
-    return {cv.body(), 460, 280, {}};
+    return {cv.body(), 460, 280, {}, cv.takeShapes()};
 }
 
 FigureOut par2Figure(const Given& g) {
@@ -90,7 +90,7 @@ FigureOut par2Figure(const Given& g) {
     currentArrow(cv, b, 196, 0, 1, "I<sub>2</sub>");
     currentArrow(cv, (source + left) / 2, 50, 1, 0, "I");
     cv.textFit((left + frameR) / 2, 262, g.label("Rt", "Ω"), "middle", g.cls("Rt"), 440);
-    return {cv.body(), 460, 280, {}};
+    return {cv.body(), 460, 280, {}, cv.takeShapes()};
 }
 
 FigureOut parIFigure(const Given& g) {
@@ -130,7 +130,7 @@ FigureOut parIFigure(const Given& g) {
     std::string caption = "Grenstrømmene lægges sammen som vektorer til den samlede strøm I";
     if (g.mentions("cosphi"))
         caption += " · " + g.label("cosphi", "") + (g.cls("cosphi").empty() ? "" : " (søgt)");
-    return {cv.body(), 460, 280, caption};
+    return {cv.body(), 460, 280, caption, cv.takeShapes()};
 }
 
 FigureOut battFigure(const Given& g) {
@@ -168,7 +168,7 @@ FigureOut battFigure(const Given& g) {
         caption += ": E og R<sub>I</sub> gælder pr. celle";
     }
     if (shorted) caption = "Kortslutning: kun den indre modstand begrænser strømmen";
-    return {cv.body(), 460, 280, caption};
+    return {cv.body(), 460, 280, caption, cv.takeShapes()};
 }
 
 FigureOut cableFigure(const Given& g, bool drop) {
@@ -197,7 +197,7 @@ FigureOut cableFigure(const Given& g, bool drop) {
     }
     const double l = g.pos("l");
     const std::string length = std::isfinite(l) ? fmtWithUnit(l / 2, "m") : std::string("l/2");
-    return {cv.body(), 460, 280, "kabel: " + length + " frem + " + length + " tilbage"};
+    return {cv.body(), 460, 280, "kabel: " + length + " frem + " + length + " tilbage", cv.takeShapes()};
 }
 
 FigureOut shuntFigure(const Given& g) {
@@ -217,7 +217,8 @@ FigureOut shuntFigure(const Given& g) {
     cv.arrow(160, 195, 180, 195, "cur", 9, 7);
     return {cv.body(), 460, 280,
             "Shunten sidder parallelt med amperemeteret: I<sub>shunt</sub> = I − I<sub>A</sub> og U<sub>shunt</sub> = "
-            "U<sub>A</sub>"};
+            "U<sub>A</sub>",
+            cv.takeShapes()};
 }
 
 FigureOut formodFigure(const Given& g) {
@@ -242,7 +243,8 @@ FigureOut formodFigure(const Given& g) {
     label(cv, g, 310, 178, "UV", "V", "middle");
     span(50, 410, 214);
     label(cv, g, 230, 232, "U", "V", "middle");
-    return {cv.body(), 460, 280, "Formodstanden sidder i serie med voltmeteret, så strømmen er den samme"};
+    return {cv.body(), 460, 280, "Formodstanden sidder i serie med voltmeteret, så strømmen er den samme",
+            cv.takeShapes()};
 }
 
 FigureOut effFigure(const Given& g) {
@@ -299,7 +301,7 @@ FigureOut trafoFigure(const Given& g) {
         currentArrow(cv, 287, 80, 1, 0, g.label("I2", "A"), g.cls("I2").empty() ? "cur" : "hl");
     std::string caption = "Transformer: to viklinger på samme jernkerne";
     if (g.mentions("u")) caption += " · " + g.label("u", "") + " = U<sub>1</sub> / U<sub>2</sub>";
-    return {cv.body(), 460, 280, caption};
+    return {cv.body(), 460, 280, caption, cv.takeShapes()};
 }
 
 FigureOut threePhaseFigure(const Given& g, const std::string& key) {
@@ -369,7 +371,7 @@ FigureOut threePhaseFigure(const Given& g, const std::string& key) {
     if (g.mentions("P_fejl")) {
         label(cv, g, 230, 262, "P_fejl", "W", "middle");
     }
-    return {cv.body(), 460, 280, caption};
+    return {cv.body(), 460, 280, caption, cv.takeShapes()};
 }
 
 } // namespace fl::figs

@@ -277,8 +277,11 @@ std::string quantityText(double value, const std::string& unit) {
     return fmtWithUnit(value, unit);
 }
 
-std::string schematic(Circuit& c, const Values& values, const SchematicOptions& options,
-                      std::vector<HitBox>* hits, double* outW, double* outH) {
+namespace {
+
+// The drawing on `out`, whose natural size goes to W and H.
+void draw(Canvas& out, Circuit& c, const Values& values, const SchematicOptions& options,
+          std::vector<HitBox>* hits, double& W, double& H) {
     if (!c.root) c.root = makeNode("S"), c.root->id = "root";
     nameCircuit(c);
     const bool ac = c.mode == "ac";
@@ -286,9 +289,8 @@ std::string schematic(Circuit& c, const Values& values, const SchematicOptions& 
     const Extent& e = c.root->extent;
     const double xr = kBlockX + e.w + 22;
     const double ya = e.above + kBlockY, yb = e.h + kBlockY + 30;
-    const double W = xr + 30, H = yb + 58;
+    W = xr + 30, H = yb + 58;
 
-    Canvas out;
     out.setBounds(W, H);
     out.halos = options.halos;
     Drawer drawer(out, values, options, ac, hits);
@@ -327,11 +329,30 @@ std::string schematic(Circuit& c, const Values& values, const SchematicOptions& 
         out.arrow(tail, yb, head, yb, "cur", 11, 8);
         out.text((tail + head) / 2, yb + 16, "I = " + quantityText(I, "A"), "middle", "cur");
     }
+}
 
+} // namespace
+
+std::string schematic(Circuit& c, const Values& values, const SchematicOptions& options,
+                      std::vector<HitBox>* hits, double* outW, double* outH) {
+    Canvas out;
+    // The editor paints the SVG: shapes would only cost it time.
+    out.keepShapes = false;
+    double W = 0, H = 0;
+    draw(out, c, values, options, hits, W, H);
     if (outW) *outW = W;
     if (outH) *outH = H;
-    const int w = static_cast<int>(std::ceil(W)), h = static_cast<int>(std::ceil(H));
-    return out.document(w, h);
+    return out.document(static_cast<int>(std::ceil(W)), static_cast<int>(std::ceil(H)));
+}
+
+FigureOut schematicFigure(Circuit& c, const Values& values, const SchematicOptions& options, double* outW,
+                          double* outH) {
+    Canvas out;
+    double W = 0, H = 0;
+    draw(out, c, values, options, nullptr, W, H);
+    if (outW) *outW = W;
+    if (outH) *outH = H;
+    return {out.body(), static_cast<int>(std::ceil(W)), static_cast<int>(std::ceil(H)), {}, out.takeShapes()};
 }
 
 std::string schematic(const Values& values, const std::string& selection, std::vector<HitBox>* hits,

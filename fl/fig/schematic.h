@@ -6,6 +6,7 @@
 #pragma once
 
 #include "fl/circuit/analysis.h"
+#include "fl/fig/canvas.h"
 
 #include <string>
 #include <vector>
@@ -49,6 +50,9 @@ struct SchematicOptions {
 // unless it is being solved. `outW`/`outH` get the natural size.
 std::string schematic(Circuit& c, const Values& values, const SchematicOptions& options,
                       std::vector<HitBox>* hits, double* outW, double* outH);
+// The same as a figure with its shapes, for a sheet that paints it.
+FigureOut schematicFigure(Circuit& c, const Values& values, const SchematicOptions& options, double* outW,
+                          double* outH);
 // The working circuit, with the selection it holds.
 std::string schematic(const Values& values, const std::string& selection, std::vector<HitBox>* hits,
                       double* outW, double* outH);

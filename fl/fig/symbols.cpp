@@ -33,11 +33,13 @@ void resistorSymbol(Canvas& cv, const SymbolAt& s) {
 
 void coilSymbol(Canvas& cv, const SymbolAt& s) {
     leads(cv, s, 24);
-    const Pt start = at(s, -24, 0);
-    std::string d = "M" + num(start.x) + " " + num(start.y);
-    for (int k = 0; k < 4; ++k)
-        d += s.standing ? " a6 6 0 0 1 0 12" : " a6 6 0 0 1 12 0";
-    cv.path(d, "wire coil");
+    // Four half turns bulging up (lying) or to the right (standing), as
+    // bows so that a painter of shapes draws them too.
+    for (int k = 0; k < 4; ++k) {
+        const Pt c = at(s, -18 + 12 * k, 0);
+        if (s.standing) cv.bow(c.x, c.y, 6, 90, -90, "wire coil");
+        else cv.bow(c.x, c.y, 6, 180, 0, "wire coil");
+    }
 }
 
 void capacitorSymbol(Canvas& cv, const SymbolAt& s) {

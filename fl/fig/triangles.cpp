@@ -158,7 +158,8 @@ FigureOut voltageBar(const CNodePtr& root, const Values& values) {
         cv.text(vx, vr == 2 ? top + h + 14 : top + h + 34, value, "middle", "vl" + seg);
         x += w;
     }
-    return {cv.body(), W, H, "Spændingsfordeling i serieforbindelsen – tilsammen " + quantityText(total, "V")};
+    return {cv.body(), W, H, "Spændingsfordeling i serieforbindelsen – tilsammen " + quantityText(total, "V"),
+            cv.takeShapes()};
 }
 
 } // namespace fl

@@ -181,13 +181,14 @@ std::string circuitStatement(const Exercise& ex) {
     if (!ex.circuit) return ex.statement;
     Circuit c = *ex.circuit; // drawing numbers the nodes again
     double w = 0, h = 0;
-    const std::string svg = schematic(c, {}, {}, nullptr, &w, &h);
+    FigureOut fig = schematicFigure(c, {}, {}, &w, &h);
+    const std::string svg = svgDocument(fig);
     // Drawn at its natural size, narrowed to what a page or a sheet has room for.
     const double shown = std::min(w, 560.0);
     const int width = static_cast<int>(std::lround(shown)),
               height = static_cast<int>(std::lround(h * shown / w));
-    return "<p class=\"fig\"><img src=\"" + addFigure(svg) + "\" width=\"" + std::to_string(width) +
-           "\" height=\"" + std::to_string(height) + "\"></p>" + ex.statement;
+    return "<p class=\"fig\"><img src=\"" + addFigure(svg, takeShapeFigure(fig)) + "\" width=\"" +
+           std::to_string(width) + "\" height=\"" + std::to_string(height) + "\"></p>" + ex.statement;
 }
 
 std::string circuitHint(const Exercise& ex) {

@@ -156,8 +156,8 @@ Exercise attempt(const Formula& f, const std::string& target) {
 
 SetAsidePass::~SetAsidePass() {
     resetFigures();
-    for (const std::string& svg : outer_.figs)
-        addFigure(svg);
+    for (size_t n = 0; n < outer_.figs.size(); ++n)
+        addFigure(outer_.figs[n], n < outer_.figShapes.size() ? outer_.figShapes[n] : nullptr);
     for (const NodePtr& n : outer_.maths)
         addMath(n);
 }

@@ -92,11 +92,13 @@ std::string schematicFigure(const ValueList& list, bool parallel) {
         into->ch.push_back(r);
     }
     double w = 0, h = 0;
-    const std::string svg = schematic(c, {}, {}, nullptr, &w, &h);
-    if (svg.empty()) return {};
-    return "<p class=\"fig\"><img src=\"" + addFigure(svg) + "\" width=\"" + std::to_string(std::lround(w)) +
-           "\" height=\"" + std::to_string(std::lround(h)) + "\"></p><p class=\"figcap\">Modstandene " +
-           (parallel ? "i parallel" : "i serie") + ", tegnet som på kredsløbssiden.</p>";
+    FigureOut fig = schematicFigure(c, {}, {}, &w, &h);
+    if (fig.empty()) return {};
+    const std::string svg = svgDocument(fig);
+    return "<p class=\"fig\"><img src=\"" + addFigure(svg, takeShapeFigure(fig)) + "\" width=\"" +
+           std::to_string(std::lround(w)) + "\" height=\"" + std::to_string(std::lround(h)) +
+           "\"></p><p class=\"figcap\">Modstandene " + (parallel ? "i parallel" : "i serie") +
+           ", tegnet som på kredsløbssiden.</p>";
 }
 
 } // namespace

@@ -39,11 +39,12 @@ std::string head(const std::string& what, bool isAc, const std::string& date, co
 
 std::string drawing(Circuit& drawn, const Values& values, double maxWidth) {
     double w = 0, h = 0;
-    const std::string svg = schematic(drawn, values, SchematicOptions{}, nullptr, &w, &h);
+    FigureOut fig = schematicFigure(drawn, values, SchematicOptions{}, &w, &h);
     double scale = maxWidth > 0 && w > maxWidth ? maxWidth / w : 1.0;
     const int iw = static_cast<int>(std::ceil(w * scale)), ih = static_cast<int>(std::ceil(h * scale));
-    return "<p class=\"fig\"><img src=\"" + addFigure(svg) + "\" width=\"" + std::to_string(iw) + "\" height=\"" +
-           std::to_string(ih) + "\"></p>";
+    const std::string svg = svgDocument(fig);
+    return "<p class=\"fig\"><img src=\"" + addFigure(svg, takeShapeFigure(fig)) + "\" width=\"" +
+           std::to_string(iw) + "\" height=\"" + std::to_string(ih) + "\"></p>";
 }
 
 std::string givenLines(const Sheet& s) {

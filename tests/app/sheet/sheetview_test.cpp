@@ -1,18 +1,23 @@
 // The sheet view as a widget: whole-cell clicks on tiles, its height, the
 // image cache across rebuilds, redrawing on a change of theme, refitting
 // figures on resize, and the result area's PDF bar.
+#include "app/sheet/mathpainter.h"
 #include "app/sheet/resultarea.h"
 #include "app/sheet/sheettext.h"
 #include "app/shell/options.h"
 #include "app/shell/theme.h"
+#include "fl/circuit/sheet.h"
+#include "fl/circuit/sheets/walkthrough.h"
 #include "fl/expr/markup.h"
 #include "fl/expr/parser.h"
 #include "fl/expr/render.h"
-#include "app/sheet/mathpainter.h"
+#include "fl/fig/canvas.h"
+#include "fl/fig/formulafig.h"
 #include "fl/formulas/catalogue.h"
 #include "fl/formulas/finderview.h"
 #include "fl/formulas/home.h"
 #include "tests/app/fake_host.h"
+#include "tests/app/figure_compare.h"
 #include "tests/app/fresh_app.h"
 
 #include <gtest/gtest.h>
@@ -20,6 +25,7 @@
 #include <QApplication>
 #include <QGlyphRun>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QPushButton>
 #include <QRawFont>
 #include <QTextBlock>
@@ -460,6 +466,133 @@ TEST_F(SheetViewTest, aViewOutOfSightRefreshesWhenShownAgain) {
     EXPECT_EQ(written, 1);
     view->show();
     EXPECT_EQ(written, 2);
+}
+
+// A figure the core kept as shapes is painted from them; one without, or
+// beyond the list of shapes, is rendered from its SVG.
+TEST_F(SheetViewTest, figuresWithShapesArePaintedFromThemAndTheRestFromTheirSvg) {
+    const std::string ink = R"(<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 40 20" width="40" )"
+                            R"(height="20"><rect x="0" y="0" width="40" height="20" fill="#2457d6"/></svg>)";
+    // Shapes that draw nothing: an image from them stays transparent.
+    auto nothing = std::make_shared<fl::ShapeFigure>();
+    nothing->w = 40, nothing->h = 20;
+    fl::RenderResult r;
+    for (int n = 0; n < 3; ++n)
+        r.html += "<p class=\"fig\"><img src=\"f:" + std::to_string(n) + "\" width=\"40\" height=\"20\"></p>";
+    r.figs = {ink, ink, ink};
+    r.figShapes = {nothing, nullptr};
+    app::SheetView view;
+    view.resize(400, 100);
+    view.setContent(r);
+    paintWhole(view);
+    const struct {
+        const char* name;
+        bool fromShapes;
+    } rows[] = {{"f:0", true}, {"f:1", false}, {"f:2", false}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const QImage img = cached(view, row.name);
+        ASSERT_FALSE(img.isNull());
+        EXPECT_EQ(img.deviceIndependentSize().toSize(), QSize(40, 20));
+        EXPECT_EQ(inkColour(img).isValid(), !row.fromShapes);
+    }
+}
+
+fl::CNodePtr part(const std::string& k, const std::string& v, std::vector<fl::CNodePtr> ch = {}) {
+    fl::CNodePtr n = fl::makeNode(k);
+    n->v = v;
+    n->ch = std::move(ch);
+    return n;
+}
+
+// R1 in series with R2 ∥ R3, a current given: the student's first circuit.
+fl::Circuit dcCircuit() {
+    fl::Circuit c = fl::defaultCircuit("dc");
+    c.src["U"] = "230";
+    fl::CNodePtr r3 = part("R", "");
+    r3->I = "0,5";
+    c.root->ch = {part("R", "100"), part("P", "", {part("R", "220"), r3})};
+    return c;
+}
+
+// Coils and capacitors beside resistors, with a meter: triangles and
+// phasors on the sheet too.
+fl::Circuit acCircuit() {
+    fl::Circuit c = fl::defaultCircuit("ac");
+    c.src["U"] = "230";
+    c.root->ch = {part("R", "47"),
+                  part("P", "", {part("L", "0,2"), part("S", "", {part("R", "100"), part("C", "47u")})}),
+                  part("A", "")};
+    return c;
+}
+
+// Every figure of `sheet` that has shapes, painted from them at the size the
+// sheet gives it, against its SVG rendered at that size; the number compared.
+int compareFigures(const fl::RenderResult& sheet) {
+    const QMap<QString, QSize> sizes = app::figureSizes(QString::fromStdString(sheet.html));
+    int compared = 0;
+    for (size_t n = 0; n < sheet.figs.size(); ++n) {
+        const fl::ShapeFigure* shapes = sheet.shapesOf(n);
+        if (!shapes) continue;
+        const QSize size = sizes.value("f:" + QString::number(n));
+        SCOPED_TRACE("f:" + std::to_string(n));
+        EXPECT_TRUE(size.isValid());
+        if (!size.isValid()) continue;
+        QImage painted = app::test::panelImage(size.width(), size.height());
+        QImage rendered = painted;
+        QPainter(&painted).drawImage(0, 0, app::paintFigure(*shapes, 1, size));
+        QPainter(&rendered).drawImage(0, 0, app::renderFigure(sheet.figs[n], 1, size));
+        EXPECT_LT(app::test::blockDifference(painted, rendered), app::test::kSame);
+        ++compared;
+    }
+    return compared;
+}
+
+// What a student sees must not change with the painter: every figure of the
+// circuit's sheets and every formula figure, in both themes.
+TEST_F(SheetViewTest, sheetFiguresPaintedFromShapesLookAsTheirSvg) {
+    struct Row {
+        const char* name;
+        std::function<std::string()> write;
+        int leastShapes; // figures that must come with shapes
+    };
+    const Row rows[] = {
+        {"dc sheet: both schematics",
+         [] {
+             fl::Circuit c = dcCircuit();
+             return fl::regneark(fl::computeSheet(c), c, "x");
+         },
+         2},
+        {"ac sheet: schematics with coils, triangles, phasors",
+         [] {
+             fl::Circuit c = acCircuit();
+             return fl::regneark(fl::computeSheet(c), c, "x");
+         },
+         5},
+        {"ac guide: the schematic scaled down",
+         [] {
+             fl::Circuit c = acCircuit();
+             return fl::fremgangsmaade(c, "x");
+         },
+         1},
+        {"every formula figure",
+         [] {
+             std::string html;
+             for (const std::string& key : fl::figureKeys())
+                 html += fl::figureMarkup(fl::formulaFigure(key, {}, ""));
+             return html;
+         },
+         int(fl::figureKeys().size()) / 2},
+    };
+    for (const int theme : {app::ThemeLight, app::ThemeDark}) {
+        app::setThemeMode(theme);
+        for (const Row& row : rows) {
+            SCOPED_TRACE(std::string(row.name) + (theme == app::ThemeDark ? ", dark" : ""));
+            fl::resetFigures();
+            const std::string html = row.write();
+            EXPECT_GE(compareFigures(fl::takeRender(html)), row.leastShapes);
+        }
+    }
 }
 
 } // namespace

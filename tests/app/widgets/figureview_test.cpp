@@ -5,6 +5,7 @@
 // itself is shown to catch a label or a colour gone wrong.
 #include "app/widgets/figureview.h"
 
+#include "tests/app/figure_compare.h"
 #include "tests/app/fresh_app.h"
 
 #include "fl/tools/ac.h"
@@ -14,8 +15,6 @@
 #include <QPainter>
 #include <QSvgRenderer>
 
-#include <algorithm>
-#include <cstdlib>
 #include <functional>
 
 namespace {
@@ -23,9 +22,7 @@ namespace {
 using FigureViewTest = FreshAppTest;
 
 QImage blank(const fl::FigureOut& fig) {
-    QImage img(fig.w, fig.h, QImage::Format_ARGB32_Premultiplied);
-    img.fill(QColor(QLatin1String(fl::figColors().slot[1].c_str())));
-    return img;
+    return app::test::panelImage(fig.w, fig.h);
 }
 
 QImage rendered(const fl::FigureOut& fig) {
@@ -45,31 +42,8 @@ QImage painted(const fl::FigureOut& fig) {
     return img;
 }
 
-// The largest difference of the mean colour over blocks of 8 by 8 pixels,
-// 0 … 255: a glyph edge averages out, a missing or misplaced element or a
-// wrong colour does not.
-double blockDifference(const QImage& a, const QImage& b) {
-    constexpr int kBlock = 8;
-    double worst = 0;
-    for (int by = 0; by + kBlock <= a.height(); by += kBlock / 2)
-        for (int bx = 0; bx + kBlock <= a.width(); bx += kBlock / 2) {
-            int sum[2][3] = {};
-            for (int y = by; y < by + kBlock; ++y)
-                for (int x = bx; x < bx + kBlock; ++x) {
-                    const QRgb pa = a.pixel(x, y), pb = b.pixel(x, y);
-                    sum[0][0] += qRed(pa), sum[0][1] += qGreen(pa), sum[0][2] += qBlue(pa);
-                    sum[1][0] += qRed(pb), sum[1][1] += qGreen(pb), sum[1][2] += qBlue(pb);
-                }
-            for (int c = 0; c < 3; ++c)
-                worst = std::max(worst, std::abs(sum[0][c] - sum[1][c]) / double(kBlock * kBlock));
-        }
-    return worst;
-}
-
-// Below it: the same picture. The demonstration's figures measure up to
-// about 23 (glyph edges and sub-pixel placement); every broken row below
-// lies above 50.
-constexpr double kSame = 36;
+using app::test::blockDifference;
+using app::test::kSame;
 
 // The demonstration's figures below, at and above resonance, and the machine
 // tools' live figures: coils, the source's sine, resistors at an angle,

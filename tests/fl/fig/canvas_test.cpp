@@ -213,12 +213,73 @@ TEST(CanvasTest, keptShapesAreTheSvgElementsOneForOne) {
             if (r.shapes == 0) continue;
             EXPECT_EQ(testing::shapeProblem(c.shapes, c.document(460, 280)), "");
             Canvas plain;
+            plain.keepShapes = false;
             r.draw(plain);
             EXPECT_TRUE(plain.shapes.empty());
             EXPECT_EQ(plain.body(), c.body());
         }
     }
     setFigColors(lightFigColors());
+}
+
+// A sheet paints a figure from its shapes only when they hold all of it,
+// and finds them by the figure's number however results are joined.
+TEST(CanvasTest, aFigureCarriesItsShapesIntoTheSheetOnlyWhenTheyAreWhole) {
+    const auto figureOf = [](const std::string& word, const std::function<void(Canvas&)>& more) {
+        Canvas c;
+        c.text(20, 10, word, "start", "");
+        if (more) more(c);
+        return FigureOut(c.body(), 60, 20, {}, c.takeShapes());
+    };
+    const struct {
+        const char* name;
+        std::function<void(Canvas&)> more;
+        bool whole;
+    } rows[] = {
+        {"lines, a bow and a label",
+         [](Canvas& c) {
+             c.line(0, 0, 5, 5, "wire");
+             c.bow(9, 9, 4, 180, 0, "wire coil");
+         },
+         true},
+        {"with a path", [](Canvas& c) { c.path("M0 0 L10 10", "wire"); }, false},
+        {"with a raw element", [](Canvas& c) { c.raw("<g/>"); }, false},
+        {"not kept", [](Canvas& c) { c.keepShapes = false; }, false},
+    };
+    for (const auto& r : rows) {
+        SCOPED_TRACE(r.name);
+        resetFigures();
+        const FigureOut fig = figureOf("x", r.more);
+        EXPECT_EQ(fig.shapes.empty(), !r.whole);
+        figureMarkup(fig);
+        const RenderResult sheet = takeRender("");
+        ASSERT_EQ(sheet.figs.size(), 1u);
+        EXPECT_EQ(sheet.shapesOf(0) != nullptr, r.whole);
+    }
+
+    // A figure without shapes first, then two results joined: each keeps its own.
+    resetFigures();
+    figureMarkup(figureOf("a", [](Canvas& c) { c.raw("<g/>"); }));
+    figureMarkup(figureOf("b", nullptr));
+    RenderResult first = takeRender("");
+    RenderResult svgOnly;
+    svgOnly.figs = {"<svg/>"};
+    figureMarkup(figureOf("c", nullptr));
+    RenderResult second = takeRender("");
+    svgOnly.append(first);
+    svgOnly.append(second);
+    svgOnly.append(RenderResult{"", {"<svg/>"}, {}, {}});
+    ASSERT_EQ(svgOnly.figs.size(), 5u);
+    const char* const expected[] = {nullptr, nullptr, "b", "c", nullptr};
+    for (size_t n = 0; n < 5; ++n) {
+        SCOPED_TRACE(n);
+        const ShapeFigure* shapes = svgOnly.shapesOf(n);
+        ASSERT_EQ(shapes != nullptr, expected[n] != nullptr);
+        if (shapes) {
+            EXPECT_EQ(shapes->shapes.back().text, expected[n]);
+        }
+    }
+    resetFigures();
 }
 
 } // namespace

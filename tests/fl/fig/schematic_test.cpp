@@ -92,6 +92,10 @@ TEST(SchematicTest, randomTreesGiveValidDrawingsWithOrderedDisjointBoxesInside) 
         double W = 0, H = 0;
         const std::string svg = draw(c, values, opt, &hits, &W, &H);
         ASSERT_EQ(svgProblem(svg), "");
+        // A sheet paints the same drawing from its shapes.
+        const FigureOut fig = schematicFigure(c, values, opt, nullptr, nullptr);
+        EXPECT_EQ(svgDocument(fig), svg);
+        EXPECT_EQ(testing::shapeProblem(fig.shapes, svg), "");
 
         std::vector<std::string> order;
         drawingOrder(c.root, order);
