@@ -5,8 +5,12 @@
 // otherwise stays fully known and serves as a check.
 #include "fl/circuit/steps.h"
 
+#include "fl/circuit/forward.h"
 #include "fl/expr/symbols.h"
 
+#include <algorithm>
+#include <cmath>
+#include <limits>
 #include <sstream>
 
 namespace fl {
@@ -73,13 +77,29 @@ std::string signedSum(const std::vector<std::pair<int, std::string>>& terms) {
     return s.empty() ? "0" : s;
 }
 
+// Whether a part has an ohmic side, a reactive side: a lossy coil and a
+// branch of R and L have both.
+bool ohmic(const CNodePtr& n) {
+    bool found = false;
+    walk(n, [&](const CNodePtr& c) { found = found || c->k == "R" || hasOwnR(*c); });
+    return found;
+}
+
+bool reactive(const CNodePtr& n) {
+    bool found = false;
+    walk(n, [&](const CNodePtr& c) { found = found || c->k == "L" || c->k == "C"; });
+    return found;
+}
+
 class Generator {
   public:
-    explicit Generator(const StepScope& scope) : s_(scope) {}
+    Generator(const StepScope& scope, const Values* known, const Values* preview)
+        : s_(scope), known_(known), preview_(preview) {}
 
     std::vector<StepEquation> run() {
         const CNodePtr& root = s_.root;
         if (!root || root->ch.empty()) return out_;
+        if (s_.isAc && s_.shape == "par") block_ = parallelBlock(root);
         if (s_.isAc) reactances(root);
         if (!s_.isAc)
             dcGroups(root);
@@ -102,7 +122,31 @@ class Generator {
     void add(const std::string& target, const std::string& formula, const std::string& title,
              const std::string& pages, const CNodePtr& node, bool closedOnly = false) {
         if (target == formula) return;
-        out_.push_back({{target, formula, title, pages, {}}, node, closedOnly, {}});
+        out_.push_back({{target, formula, title, pages, {}}, node, closedOnly, {}, false, {}, {}});
+    }
+
+    // A step of the final sheet only, with its hint paragraph.
+    StepEquation& sheet(const std::string& target, const std::string& formula, const std::string& title,
+                        const std::string& pages, const CNodePtr& node, const std::string& lead = {}) {
+        out_.push_back({{target, formula, title, pages, {}}, node, false, lead, true, {}, {}});
+        return out_.back();
+    }
+
+    double seen(const std::string& symbol) const {
+        return preview_ ? lookup(*preview_, symbol) : std::numeric_limits<double>::quiet_NaN();
+    }
+
+    bool knownAtStart(const std::string& symbol) const { return known_ && known_->count(symbol); }
+
+    // A branch is capacitive when its current leads the voltage: a capacitor,
+    // or a group whose reactance came out negative.
+    bool capacitive(const CNode& n) const {
+        if (!n.group) return n.k == "C";
+        return seen(nodeSymbol(n, "X")) < 0.0;
+    }
+
+    bool isBranch(const CNodePtr& n) const {
+        return block_ && std::find(block_->ch.begin(), block_->ch.end(), n) != block_->ch.end();
     }
 
     void postOrder(const CNodePtr& n, const std::function<void(const CNodePtr&)>& fn) {
@@ -115,14 +159,28 @@ class Generator {
     void reactances(const CNodePtr& root) {
         walk(root, [&](const CNodePtr& n) {
             if (n->group) return;
+            // A mixed circuit names the kind once; the formula line names the part.
+            const bool mixed = s_.shape == "mixed";
             if (n->k == "L") {
-                add("X_" + n->name, "2*PI*f*" + n->name, "Spolens induktive reaktans (" + n->name + ")", "11", n);
-                if (hasOwnR(*n))
-                    add("Z_" + n->name, "sqrt(R_" + n->name + "**2+X_" + n->name + "**2)",
-                        "Spolens impedans – spolen har både ohmsk modstand og reaktans (" + n->name + ")", "18", n);
+                add("X_" + n->name, "2*PI*f*" + n->name,
+                    mixed ? std::string("Spolernes induktive reaktans")
+                          : "Spolens induktive reaktans (" + n->name + ")",
+                    "11", n);
+                const std::string z = "sqrt(R_" + n->name + "**2+X_" + n->name + "**2)";
+                if (hasOwnR(*n) && block_)
+                    add("Z_" + n->name, z,
+                        "Spolens impedans: z<sub>L</sub> = R<sub>L</sub> + iX<sub>L</sub> (" + n->name + ")",
+                        "6", n);
+                else if (hasOwnR(*n))
+                    add("Z_" + n->name, z,
+                        std::string("Spolens impedans – spolen har både ohmsk modstand og reaktans") +
+                            (mixed ? "" : " (" + n->name + ")"),
+                        "18", n);
             } else if (n->k == "C") {
                 add("X_" + n->name, "1/(2*PI*f*" + n->name + ")",
-                    "Kondensatorens kapacitive reaktans (" + n->name + ")", "15", n);
+                    mixed ? std::string("Kondensatorernes kapacitive reaktans")
+                          : "Kondensatorens kapacitive reaktans (" + n->name + ")",
+                    "15", n);
             }
         });
     }
@@ -203,8 +261,17 @@ class Generator {
                 const std::string title = "Serie (" + names +
                                           "): ohmske dele og reaktanser lægges sammen hver for sig – spoler "
                                           "tæller plus, kondensatorer minus";
-                add(R, signedSum(rs), title, "3, 18, 20", g);
-                add(X, signedSum(xs), title, "3, 18, 20", g);
+                if (isBranch(g)) {
+                    add(R, signedSum(rs),
+                        "Grenen " + g->name + " er en seriekreds: de ohmske modstande lægges sammen",
+                        "3, 18, 20", g);
+                    add(X, signedSum(xs),
+                        "Grenen " + g->name + ": reaktanserne lægges sammen (spole plus, kondensator minus)",
+                        "3, 18, 20", g);
+                } else {
+                    add(R, signedSum(rs), title, "3, 18, 20", g);
+                    add(X, signedSum(xs), title, "3, 18, 20", g);
+                }
             } else {
                 const std::string name = isRootNode(*g) ? std::string("tot") : g->name;
                 const std::string G = "G_" + name, B = "B_" + name;
@@ -221,18 +288,29 @@ class Generator {
                         bs.push_back({-1, x + "/" + z + "**2"});
                     }
                 }
+                // Four lines of one method: the parts of 1/z summed, then turned back.
                 const std::string title = "Parallel (" + names + "): z = (1/z₁ + 1/z₂ + …)⁻¹ med komplekse tal";
-                add(G, signedSum(gs), title + " – de reelle dele af 1/z lægges sammen", "10–11", g);
+                add(G, signedSum(gs), title, "10–11", g);
                 // In a mixed circuit the group's result goes on in series with the rest.
                 if (s_.shape == "mixed")
                     out_.back().lead =
                         "<p class=\"hint0\">Grenstrømmene er faseforskudt, så impedanserne lægges sammen som komplekse "
                         "tal: hver gren skrives som z∠φ, man tager 1/z, lægger sammen og vender tilbage. Resultatet "
                         "skrives som R + iX, så det kan lægges i serie med resten.</p>";
-                add(B, signedSum(bs), title + " – de imaginære dele af 1/z lægges sammen", "10–11", g);
-                add(R, G + "/(" + G + "**2+" + B + "**2)", title + " – vendt tilbage: den ohmske del", "10–11", g);
-                add(X, "-" + B + "/(" + G + "**2+" + B + "**2)", title + " – vendt tilbage: den reaktive del",
-                    "10–11", g);
+                out_.back().lead +=
+                    "<p class=\"hint0\">1 / (z∠φ) = (1/z)∠−φ</p><p class=\"hint0\">Læg reelle og "
+                    "imaginære dele sammen hver for sig</p>";
+                add(B, signedSum(bs), title, "10–11", g);
+                add(R, G + "/(" + G + "**2+" + B + "**2)", title, "10–11", g);
+                add(X, "-" + B + "/(" + G + "**2+" + B + "**2)", title, "10–11", g);
+                out_.back().after = [X](const Values& v) {
+                    const double x = lookup(v, X);
+                    if (!std::isfinite(x)) return std::string();
+                    return std::string("<p class=\"hint0\">") +
+                           (x < 0 ? "φ er minus: gruppen virker kapacitivt"
+                                  : "φ er plus: gruppen virker induktivt") +
+                           "</p>";
+                };
             }
             if (!isRootNode(*g))
                 add(Z, "sqrt(" + R + "**2+" + X + "**2)", "Impedans af " + nodeWords(*g) + ": z = √(R² + X²)", "12",
@@ -250,7 +328,12 @@ class Generator {
         const std::string triangle = "Effektfaktor og faseforskydning – modstandstrekanten";
         add("cosphi", "R_tot/Z", s_.shape == "series" ? "Effektfaktor: cos φ = R / Z" : triangle, "12", root);
         add("phi", "acos(cosphi)", s_.shape == "mixed" ? triangle : "Faseforskydningsvinkel", "8", root);
-        add("I", "U/Z", "Strømmen – Ohms lov med impedans", "12", root);
+        // Found from the current, U gets its own title: the chain would
+        // otherwise name the step after the law it turned round.
+        if (!s_.closed && !knownAtStart("U") && knownAtStart("I"))
+            add("U", "I*Z", "Spændingen – Ohms lov med impedans", "12", root);
+        else
+            add("I", "U/Z", "Strømmen – Ohms lov med impedans", "12", root);
     }
 
     // Down the tree: a series shares its current, a parallel its voltage;
@@ -260,7 +343,15 @@ class Generator {
         for (const CNodePtr& c : g->ch) {
             const std::string cu = voltageSymbol(*c), ci = currentSymbol(*c);
             const std::string z = s_.isAc ? zSym(*c) : resistanceSymbol(*c);
-            if (g->k == "P") {
+            if (g->k == "P" && g == block_ && !s_.closed) {
+                // The branches of the circuit's one parallel hang on the source itself.
+                add(ci, "U/" + z,
+                    "Strømmen i " + c->name + " – samme spænding " + sourceVoltage() +
+                        " over alle grene, I = U / " + symbolDisplay(z),
+                    "5–9", c);
+                add(cu, u, "Parallel: spændingen er den samme over " + nodeWords(*c), "4", c, true);
+                down(c, u, ci);
+            } else if (g->k == "P") {
                 add(ci, u + "/" + z, currentTitle(*c), s_.isAc ? "12" : "2", c);
                 add(cu, u, "Parallel: spændingen er den samme over " + nodeWords(*c), "4", c, true);
                 if (g->ch.size() == 1)
@@ -268,7 +359,8 @@ class Generator {
                         c, true);
                 down(c, u, ci);
             } else {
-                add(cu, i + "*" + z, voltageTitle(*c), s_.isAc ? "12" : "2", c);
+                // The voltage over the one parallel is the source's: no step of its own.
+                add(cu, i + "*" + z, voltageTitle(*c), s_.isAc ? "12" : "2", c, c == block_ && !s_.closed);
                 add(ci, i, "Serie: strømmen er den samme gennem " + nodeWords(*c), "3", c, true);
                 // Alone in its series, a part takes the series' whole voltage.
                 if (g->ch.size() == 1)
@@ -279,8 +371,15 @@ class Generator {
         }
     }
 
+    // "230 V" when the pass starts from a known voltage, else its symbol.
+    std::string sourceVoltage() const {
+        const double u = knownAtStart("U") ? known_->at("U") : seen("U");
+        return std::isfinite(u) ? tool::formatValue(u, "V") : symbolDisplay("U");
+    }
+
     std::string currentTitle(const CNode& c) const {
         if (!s_.isAc) return "Ohms lov for " + nodeWords(c);
+        if (s_.shape == "mixed") return "Strømmen i hver gren – Ohms lov med impedans";
         return "Strømmen i " + nodeWords(c) + " – Ohms lov med impedans";
     }
 
@@ -304,6 +403,100 @@ class Generator {
         }
     }
 
+    // Branch by branch: P = U·I·cos φ, Q = U·I·sin φ, S = U·I, with the
+    // sentence that tells where the branch's current stands. Then the sums:
+    // P adds up, Q too with the capacitive branches taken off.
+    void branchPowers(const CNodePtr& root) {
+        static const std::string kCapacitive = "<p class=\"hint0\">Grenen er kapacitiv. Q står som et "
+                                               "positivt tal, men trækkes fra de induktive grenes "
+                                               "Q, når grenene lægges sammen.</p>";
+        std::vector<std::string> ps, qInd, qCap;
+        for (const CNodePtr& b : block_->ch) {
+            const std::string I = currentSymbol(*b), P = powerSymbol(*b), Q = "Q_" + b->name,
+                              S = "S_" + b->name;
+            const std::string title =
+                "Effekt og effektfaktor i " + b->name + " (P = U · I · cos φ, Q = U · I · sin φ, S = U · I)";
+            const bool cap = capacitive(*b);
+            const bool r = ohmic(b), x = reactive(b);
+            if (r && !x) {
+                sheet(P, "U*" + I, title, "12–13", b,
+                      "<p class=\"hint0\">En modstand: strømmen er i fase med U, så φ = 0° og cos φ = 1 – al "
+                      "effekten er "
+                      "aktiv (varme).</p>");
+                ps.push_back(P);
+            } else if (x && !r) {
+                sheet(Q, "U*" + I, title, "12–13", b,
+                      cap ? "<p class=\"hint0\">En kondensator: strømmen er 90° før U (kapacitiv), så φ = "
+                            "90° og cos φ = 0 "
+                            "– ingen aktiv effekt, kun reaktiv.</p>" +
+                                kCapacitive
+                          : "<p class=\"hint0\">En ideel spole: strømmen er 90° efter U (induktiv), så φ = "
+                            "90° og cos φ = "
+                            "0 – spolen bruger ingen aktiv effekt, kun reaktiv.</p>");
+                (cap ? qCap : qInd).push_back(Q);
+            } else if (x && r) {
+                // cos φ = R / z in the branch's own triangle.
+                const bool coil = !b->group;
+                const std::string cosphi = "cosphi_" + b->name, phi = "phi_" + b->name;
+                sheet(cosphi, rPart(*b) + "/" + zSym(*b), title, "12–13", b,
+                      std::string("<p class=\"hint0\">") +
+                          (coil ? "Spolen har egen (ohmsk) modstand"
+                                : "Grenen har både ohmsk modstand og reaktans") +
+                          ", så strømmen er forskudt φ " +
+                          (cap ? "før U (kapacitiv)" : "efter U (induktiv)") +
+                          ". cos φ findes i modstandstrekanten for grenen:</p>");
+                sheet(phi, "acos(" + cosphi + ")", title, "12–13", b);
+                sheet(P, "U*" + I + "*" + cosphi, title, "12–13", b,
+                      std::string("<p class=\"hint0\">Effekten bliver til varme i ") +
+                          (coil ? "spolens egen modstand" : "grenens modstande") +
+                          " – P = I² · R giver det samme:</p>");
+                sheet(Q, "U*" + I + "*sin(" + phi + ")", title, "12–13", b,
+                      cap ? kCapacitive : std::string());
+                sheet(S, "U*" + I, title, "12–13", b);
+                ps.push_back(P);
+                (cap ? qCap : qInd).push_back(Q);
+            }
+        }
+        const std::string totals =
+            "<p class=\"hint0\">Den aktive effekt lægges sammen gren for gren. Den reaktive effekt også, men "
+            "de "
+            "kapacitive grenes Q trækkes fra de induktive (Q = Q<sub>L</sub> − Q<sub>C</sub>):</p>";
+        if (!ps.empty()) sheet("P", join(ps, "+"), "Aktiv effekt", "13", root, totals);
+        if (qInd.empty() && qCap.empty()) return;
+        // Q = Q_L − Q_C; when the capacitive side is larger the sum is turned
+        // round, so Q stands as a positive number like φ.
+        std::vector<std::pair<int, std::string>> straight, turned;
+        for (const std::string& q : qInd)
+            straight.push_back({1, q});
+        for (const std::string& q : qCap) {
+            straight.push_back({-1, q});
+            turned.push_back({1, q});
+        }
+        for (const std::string& q : qInd)
+            turned.push_back({-1, q});
+        const bool negative = seen("X_tot") < 0.0 && !qCap.empty();
+        StepEquation& q = sheet("Q", signedSum(negative ? turned : straight), "Reaktiv effekt", "13", root,
+                                ps.empty() ? totals : std::string());
+        if (!negative) return;
+        const std::string sum = signedSum(straight);
+        const CNodePtr r = s_.root;
+        q.leadAt = [sum, straight, r](const Values& v) {
+            double value = 0;
+            std::string terms;
+            for (const auto& [sign, sym] : straight) {
+                value += sign * lookup(v, sym);
+                terms +=
+                    (terms.empty() ? (sign < 0 ? "−" : "") : (sign < 0 ? " − " : " + ")) + symbolDisplay(sym);
+            }
+            if (!std::isfinite(value)) return std::string();
+            return "<p>" + symbolDisplay("Q") + " = " + terms + " = " + tool::formatValue(value, "VAr") +
+                   "</p><p class=\"hint0\">Resultatet er minus, fordi den kapacitive effekt er størst – "
+                   "kredsen er "
+                   "kapacitiv. Så vendes regnestykket om (Q = Q<sub>C</sub> − Q<sub>L</sub>), og " +
+                   symbolDisplay("Q") + " = <b>" + tool::formatValue(-value, "VAr") + "</b> (kapacitiv).</p>";
+        };
+    }
+
     void powers(const CNodePtr& root) {
         std::vector<std::tuple<CNodePtr, std::string, std::string>> nodes;
         refs(root, "U", "I", nodes);
@@ -318,7 +511,7 @@ class Generator {
                 add(p, u + "**2/" + r, "Effekt ud fra spænding og modstand for " + nodeWords(*c) + " (P = U²/R)", "2",
                     c, true);
                 if (!c->group) leafPowers.push_back(p);
-            } else if (!c->group && !rPart(*c).empty()) {
+            } else if (!c->group && !rPart(*c).empty() && !(isBranch(c) && !s_.closed)) {
                 // Only the ohmic part takes active power: P = I²·R.
                 const bool own = c->k == "L";
                 add(p, i + "**2*" + rPart(*c),
@@ -336,6 +529,7 @@ class Generator {
                 true);
             return;
         }
+        if (block_ && !s_.closed) branchPowers(root);
         add("P", "U*I*cosphi", "Aktiv effekt", "13", root);
         add("Q", "U*I*sin(phi)", "Reaktiv effekt", "13", root);
         add("S", "U*I", "Tilsyneladende effekt", "13", root);
@@ -368,6 +562,9 @@ class Generator {
     }
 
     const StepScope& s_;
+    const Values* known_;
+    const Values* preview_;
+    CNodePtr block_; // the one parallel of a "par" circuit; its children are the branches
     std::vector<StepEquation> out_;
 };
 
@@ -378,20 +575,40 @@ std::string stepUnit(const std::string& symbol, const CNodePtr& root) {
     return unitOf(symbol, root);
 }
 
-std::vector<StepEquation> equationsFor(const StepScope& scope) {
-    return Generator(scope).run();
+std::vector<StepEquation> equationsFor(const StepScope& scope, const Values* known, const Values* preview) {
+    return Generator(scope, known, preview).run();
 }
 
 std::vector<CircuitStep> stepsFor(const StepScope& scope, Values& values) {
-    std::vector<StepEquation> all = equationsFor(scope);
+    // The final sheet words some steps by the solved circuit (which side a
+    // branch is on); the closed pass has no such circuit yet.
+    Values preview;
+    if (!scope.closed && scope.isAc) {
+        try {
+            preview = forward(scope.root, values, true);
+        } catch (const std::runtime_error&) {
+            preview.clear();
+        }
+    }
+    // A voltage that the closed pass found from the given current is worked
+    // out on the sheet, not taken as given.
+    if (!scope.closed && scope.isAc && !scope.given.count("U") && scope.given.count("I") &&
+        values.count("U")) {
+        const double i = lookup(preview, "I");
+        if (std::isfinite(i)) {
+            values.erase("U");
+            values["I"] = i;
+        }
+    }
+    const Values known = values;
+    std::vector<StepEquation> all = equationsFor(scope, &known, &preview);
     std::vector<ChainEquation> list;
-    std::vector<CNodePtr> nodes;
-    std::vector<std::string> leads;
+    std::vector<StepEquation> kept;
     for (StepEquation& e : all) {
         if (e.closedOnly && !scope.closed) continue;
-        list.push_back(std::move(e.eq));
-        nodes.push_back(e.node);
-        leads.push_back(std::move(e.lead));
+        if (e.sheetOnly && scope.closed) continue;
+        list.push_back(e.eq);
+        kept.push_back(std::move(e));
     }
     ChainSetup setup;
     const CNodePtr root = scope.root;
@@ -411,8 +628,10 @@ std::vector<CircuitStep> stepsFor(const StepScope& scope, Values& values) {
         st.formula = chain.equations[eq].formula;
         st.title = block.title;
         st.pages = block.page;
-        st.html = leads[eq] + block.html;
-        st.node = nodes[eq];
+        const StepEquation& from = kept[eq];
+        st.html = from.lead + (from.leadAt ? from.leadAt(values) : std::string()) + block.html +
+                  (from.after ? from.after(values) : std::string());
+        st.node = from.node;
         std::stringstream uses(block.uses);
         for (std::string u; std::getline(uses, u, ',');)
             if (!u.empty()) st.uses.push_back(u);

@@ -9,6 +9,7 @@
 #include "fl/circuit/analysis.h"
 #include "fl/tools/chain.h"
 
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
@@ -46,12 +47,20 @@ struct StepEquation {
     CNodePtr node;
     bool closedOnly = false;
     std::string lead; // a hint paragraph before the equation lines
+    // Left out of the closed pass: an equation whose direction or words were
+    // chosen from the solved circuit (a branch's side, the sign of a sum).
+    bool sheetOnly = false;
+    // Paragraphs that depend on the values found, before and after the lines.
+    std::function<std::string(const Values&)> leadAt, after;
 };
 
 // The generator of `scope.shape`, in the order a student works: reactances,
 // groups from the innermost out, the whole circuit, then down the tree to
-// every part, the powers, and the sums that serve as checks.
-std::vector<StepEquation> equationsFor(const StepScope& scope);
+// every part, the powers, and the sums that serve as checks. `known` holds
+// what the pass starts from, `preview` the solved circuit where the words of
+// a step depend on it (a branch that is capacitive); both may be null.
+std::vector<StepEquation> equationsFor(const StepScope& scope, const Values* known = nullptr,
+                                       const Values* preview = nullptr);
 
 // Runs the generator over `values` through the equation chain: every
 // equation with exactly one unknown that can be isolated is evaluated and

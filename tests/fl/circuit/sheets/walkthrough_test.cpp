@@ -508,3 +508,131 @@ TEST_F(Walkthrough, theTaskSheetGivesTheGivensAndNoResult) {
 
 } // namespace
 } // namespace fl
+
+namespace fl {
+namespace {
+
+// The alternating-current steps of parallels and mixed circuits, in the words
+// a student finds them under: each row a circuit that calls for the text, and
+// the text whole as it stands on the calculated sheet.
+TEST_F(Walkthrough, parallelAndMixedStepsStandInTheirWords) {
+    struct Row {
+        const char* name;
+        Circuit c;
+        std::string text;
+        bool present = true;
+    };
+    const auto rlc = [] {
+        return circuit("ac", {group("P", {leaf("R", "100"), leaf("L", "0,5"), leaf("C", "10u")})},
+                       {{"U", "230"}});
+    };
+    const auto lossy = [] {
+        return circuit("ac", {group("P", {leaf("R", "100"), leaf("L", "0,5", "20")})}, {{"U", "230"}});
+    };
+    const auto branch = [] {
+        return circuit("ac",
+                       {group("P", {group("S", {leaf("R", "50"), leaf("L", "0,2")}), leaf("C", "22u")})},
+                       {{"U", "230"}});
+    };
+    const auto mixed = [] {
+        return circuit("ac", {leaf("R", "47"), group("P", {leaf("L", "0,2"), leaf("C", "22u")})},
+                       {{"U", "230"}});
+    };
+    // 100 Ω ∥ 47 µF at 50 Hz: X_C = 67,726 Ω, so the capacitor's Q outweighs.
+    const auto capacitive = [] {
+        return circuit("ac", {group("P", {leaf("R", "100"), leaf("C", "47u")})}, {{"U", "230"}});
+    };
+    const std::string power = " (P = U · I · cos φ, Q = U · I · sin φ, S = U · I) <span class=\"crumb\">"
+                              "(formelsamlingen s. 12–13)</span></p>";
+    const Row rows[] = {
+        {"a branch current", rlc(),
+         "Strømmen i R1 – samme spænding 230 V over alle grene, I = U / R<sub>1</sub> <span class=\"crumb\">"
+         "(formelsamlingen s. 5–9)</span>"},
+        {"a coil's branch current", rlc(),
+         "Strømmen i L1 – samme spænding 230 V over alle grene, I = U / X<sub>L1</sub> <span "
+         "class=\"crumb\">"},
+        {"a resistor's power", rlc(),
+         "Effekt og effektfaktor i R1" + power +
+             "<p class=\"hint0\">En modstand: strømmen er i fase med U, så φ = 0° og cos φ = 1 – al effekten "
+             "er aktiv "
+             "(varme).</p>"},
+        {"an ideal coil's power", rlc(),
+         "Effekt og effektfaktor i L1" + power +
+             "<p class=\"hint0\">En ideel spole: strømmen er 90° efter U (induktiv), så φ = 90° og cos φ = 0 "
+             "– spolen "
+             "bruger ingen aktiv effekt, kun reaktiv.</p>"},
+        {"a capacitor's power", rlc(),
+         "Effekt og effektfaktor i C1" + power +
+             "<p class=\"hint0\">En kondensator: strømmen er 90° før U (kapacitiv), så φ = 90° og cos φ = 0 "
+             "– ingen "
+             "aktiv effekt, kun reaktiv.</p><p class=\"hint0\">Grenen er kapacitiv. Q står som et positivt "
+             "tal, men "
+             "trækkes fra de induktive grenes Q, når grenene lægges sammen.</p>"},
+        {"the totals", rlc(),
+         "Aktiv effekt <span class=\"crumb\">(formelsamlingen s. 13)</span></p><p class=\"hint0\">Den aktive "
+         "effekt "
+         "lægges sammen gren for gren. Den reaktive effekt også, men de kapacitive grenes Q trækkes fra de "
+         "induktive "
+         "(Q = Q<sub>L</sub> − Q<sub>C</sub>):</p>"},
+        {"an inductive sum is not turned", rlc(), "Resultatet er minus", false},
+        {"a lossy coil's impedance", lossy(),
+         "Spolens impedans: z<sub>L</sub> = R<sub>L</sub> + iX<sub>L</sub> (L1) <span class=\"crumb\">"
+         "(formelsamlingen s. 6)</span>"},
+        {"a lossy coil's power factor", lossy(),
+         "Effekt og effektfaktor i L1" + power +
+             "<p class=\"hint0\">Spolen har egen (ohmsk) modstand, så strømmen er forskudt φ efter U "
+             "(induktiv). cos φ "
+             "findes i modstandstrekanten for grenen:</p>"},
+        {"a lossy coil's heat", lossy(),
+         "<p class=\"hint0\">Effekten bliver til varme i spolens egen modstand – P = I² · R giver det "
+         "samme:</p>"},
+        {"a series branch's resistance", branch(),
+         "Grenen B er en seriekreds: de ohmske modstande lægges sammen <span class=\"crumb\">"},
+        {"a series branch's reactance", branch(),
+         "Grenen B: reaktanserne lægges sammen (spole plus, kondensator minus) <span class=\"crumb\">"},
+        {"a series branch's power factor", branch(),
+         "<p class=\"hint0\">Grenen har både ohmsk modstand og reaktans, så strømmen er forskudt φ efter U "
+         "(induktiv). "
+         "cos φ findes i modstandstrekanten for grenen:</p>"},
+        {"a series branch's heat", branch(),
+         "<p class=\"hint0\">Effekten bliver til varme i grenens modstande – P = I² · R giver det "
+         "samme:</p>"},
+        {"the negative sum turned round", capacitive(),
+         "<p class=\"hint0\">Resultatet er minus, fordi den kapacitive effekt er størst – kredsen er "
+         "kapacitiv. Så "
+         "vendes regnestykket om (Q = Q<sub>C</sub> − Q<sub>L</sub>), og Q = <b>781,09 VAr</b> "
+         "(kapacitiv).</p>"},
+        {"mixed: the coils' reactance", mixed(),
+         "Spolernes induktive reaktans <span class=\"crumb\">(formelsamlingen s. 11)</span>"},
+        {"mixed: the capacitors' reactance", mixed(),
+         "Kondensatorernes kapacitive reaktans <span class=\"crumb\">(formelsamlingen s. 15)</span>"},
+        {"mixed: a lossy coil's impedance",
+         circuit("ac", {leaf("R", "47"), group("P", {leaf("L", "0,2", "10"), leaf("C", "22u")})},
+                 {{"U", "230"}}),
+         "Spolens impedans – spolen har både ohmsk modstand og reaktans <span "
+         "class=\"crumb\">(formelsamlingen s. "
+         "18)</span>"},
+        {"mixed: the parallel by complex numbers", mixed(),
+         "Parallel (L1, C1): z = (1/z₁ + 1/z₂ + …)⁻¹ med komplekse tal <span "
+         "class=\"crumb\">(formelsamlingen s. "
+         "10–11)</span>"},
+        // X_L = 62,83 Ω against X_C = 144,69 Ω: the coil takes more current.
+        {"mixed: the group's side", mixed(), "<p class=\"hint0\">φ er plus: gruppen virker induktivt</p>"},
+        {"mixed: the branch currents", mixed(),
+         "Strømmen i hver gren – Ohms lov med impedans <span class=\"crumb\">(formelsamlingen s. 12)</span>"},
+        {"mixed: the voltage from the current",
+         circuit("ac", {leaf("R", "47"), group("P", {leaf("L", "0,2"), leaf("C", "22u")})}, {{"I", "2"}}),
+         "Spændingen – Ohms lov med impedans <span class=\"crumb\">(formelsamlingen s. 12)</span>"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        Circuit c = row.c;
+        const Sheet s = computeSheet(c);
+        ASSERT_EQ(s.error, "");
+        const std::string html = takeRender(regneark(s, c, "x")).html;
+        EXPECT_EQ(contains(html, row.text), row.present) << html;
+    }
+}
+
+} // namespace
+} // namespace fl
