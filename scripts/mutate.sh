@@ -124,6 +124,9 @@ crash-record-sent-unnamed@@app/shell/service.cpp@@if (storeGet(key::Telemetry).a
 math-image-pixel-ratio-dropped@@app/sheet/mathpainter.cpp@@img.setDevicePixelRatio(dpr);@@img.setDevicePixelRatio(1.0);@@sheet_test
 bundle-validation-skipped@@app/pages/support/datapage.cpp@@if (!DataStore::instance().validateBundle(out.text, &out.date, &out.count)) {@@if (false) {@@support_test
 empty-damage-notice-shown@@app/shell/mainwindow.cpp@@if (const QString damaged = damagedDataNotice(); !damaged.isEmpty())@@if (const QString damaged = damagedDataNotice(); true)@@app_test
+interpretation-room-not-kept@@app/widgets/valuefield.cpp@@        interp->setMinimumHeight(*it);@@        (void)*it;@@app_test pages_test
+small-figure-widened@@app/sheet/sheettext.cpp@@if (w <= maxWidth) continue;@@if (false) continue;@@sheet_test
+stylesheet-token-left@@app/shell/theme.cpp@@{"@BTNTEXT", btnText},@@{"@BTNTEXTX", btnText},@@app_test
 EOF
 )
 

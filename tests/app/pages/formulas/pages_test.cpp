@@ -298,21 +298,6 @@ TEST_F(PagesTest, aFormulasPdfTakesTheFamilysName) {
     EXPECT_EQ(page.resultArea()->pdfTitle(), "Stjerne: UF = UN / √3");
 }
 
-// The interpretation line keeps its room while empty: what is below a field
-// stays where the student aims.
-TEST_F(PagesTest, theInterpretationLineMovesNothingWhenItAppears) {
-    app::MainWindow& w = open();
-    w.navigate("tfP");
-    auto* page = current<app::FormulaPage>();
-    ASSERT_NE(page, nullptr);
-    QApplication::processEvents();
-    const int before = page->field("I_N")->mapTo(page->widget(), QPoint()).y();
-    type(page->field("U_N")->edit, "400");
-    QApplication::processEvents();
-    EXPECT_TRUE(page->field("U_N")->interp->isVisible());
-    EXPECT_EQ(page->field("I_N")->mapTo(page->widget(), QPoint()).y(), before);
-}
-
 // The six subjects of the finder don't share one picture.
 TEST_F(PagesTest, finderSubjectsHaveTilesOfTheirOwn) {
     fl::FinderState s;
