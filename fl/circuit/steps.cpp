@@ -6,6 +6,7 @@
 #include "fl/circuit/steps.h"
 
 #include "fl/circuit/forward.h"
+#include "fl/circuit/sheet.h"
 #include "fl/expr/symbols.h"
 
 #include <algorithm>
@@ -100,6 +101,17 @@ class Generator {
         const CNodePtr& root = s_.root;
         if (!root || root->ch.empty()) return out_;
         if (s_.isAc && s_.shape == "par") block_ = parallelBlock(root);
+        if (block_ && !s_.closed) {
+            // Without U the branches are worked at an auxiliary voltage; with
+            // it, by their currents. The current sums go under I_R, I_L and
+            // I_C, which a group of that name would own: then by impedances.
+            aux_ = !knownAtStart("U") && knownAtStart("I");
+            bool anyOhmic = false;
+            for (const CNodePtr& b : block_->ch)
+                anyOhmic = anyOhmic || ohmic(b);
+            currents_ = !aux_ && anyOhmic && !findByName(root, "R") && !findByName(root, "L") &&
+                        !findByName(root, "C");
+        }
         if (s_.isAc) reactances(root);
         if (!s_.isAc)
             dcGroups(root);
@@ -107,7 +119,12 @@ class Generator {
             acSeriesTotals(root);
         else
             acGroups(root);
-        whole(root);
+        if (aux_)
+            auxiliary(root);
+        else if (currents_)
+            branchCurrents(root);
+        else
+            whole(root);
         down(root, "U", "I");
         powers(root);
         if (!s_.isAc) kirchhoff(root);
@@ -115,6 +132,12 @@ class Generator {
             add(follower, leader, symbolDisplay(follower) + " har samme værdi som " + symbolDisplay(leader) +
                                       " (opgivet i opgaven)",
                 "3", nullptr);
+        if (aux_ && !out_.empty())
+            out_.front().lead =
+                "<p class=\"hint0\">U er ikke opgivet. Strømmene i grenene er proportionale med U, så "
+                "kredsens impedans Z afhænger ikke af U. Regn derfor først med en hjælpespænding " +
+                symbolDisplay("U_h") + " = " + tool::formatValue(kAuxVoltage, "V") + ":</p>" +
+                out_.front().lead;
         return out_;
     }
 
@@ -161,6 +184,17 @@ class Generator {
             if (n->group) return;
             // A mixed circuit names the kind once; the formula line names the part.
             const bool mixed = s_.shape == "mixed";
+            if (aux_) {
+                const std::string title =
+                    "Reaktanserne: X<sub>L</sub> = 2 · π · f · L og X<sub>C</sub> = 1 / (2 · π · "
+                    "f · C)";
+                if (n->k == "L") add("X_" + n->name, "2*PI*f*" + n->name, title, "11, 15", n);
+                if (n->k == "C") add("X_" + n->name, "1/(2*PI*f*" + n->name + ")", title, "11, 15", n);
+                if (hasOwnR(*n))
+                    add("Z_" + n->name, "sqrt(R_" + n->name + "**2+X_" + n->name + "**2)", angleTitle(*n),
+                        "12, 18", n);
+                return;
+            }
             if (n->k == "L") {
                 add("X_" + n->name, "2*PI*f*" + n->name,
                     mixed ? std::string("Spolernes induktive reaktans")
@@ -247,8 +281,11 @@ class Generator {
     // series adds both parts; a parallel adds the parts of 1/z and turns the
     // sum back: 1/z = (R − iX)/z², so z = (G − iB)/(G² + B²) with G, B the sums.
     void acGroups(const CNodePtr& root) {
+        // The branch routes find Z without the parallel's complex sum.
+        const bool branchesOnly = aux_ || currents_;
         postOrder(root, [&](const CNodePtr& g) {
             if (!g->group || g->ch.empty()) return;
+            if (branchesOnly && (g == block_ || isRootNode(*g))) return;
             const std::string names = childNames(*g);
             const std::string R = nodeSymbol(*g, "R"), X = nodeSymbol(*g, "X"), Z = nodeSymbol(*g, "Z");
             if (g->k == "S") {
@@ -312,11 +349,14 @@ class Generator {
                            "</p>";
                 };
             }
-            if (!isRootNode(*g))
+            if (aux_ && isBranch(g))
+                add(Z, "sqrt(" + R + "**2+" + X + "**2)", angleTitle(*g), "12, 18", g);
+            else if (!isRootNode(*g))
                 add(Z, "sqrt(" + R + "**2+" + X + "**2)", "Impedans af " + nodeWords(*g) + ": z = √(R² + X²)", "12",
                     g);
         });
-        add("Z", "sqrt(R_tot**2+X_tot**2)", "Impedans for hele kredsen: Z = √(R² + X²)", "12", root);
+        if (!branchesOnly)
+            add("Z", "sqrt(R_tot**2+X_tot**2)", "Impedans for hele kredsen: Z = √(R² + X²)", "12", root);
     }
 
     // The whole circuit: Ohm's law, and in ac the power factor and the angle.
@@ -345,6 +385,7 @@ class Generator {
             const std::string z = s_.isAc ? zSym(*c) : resistanceSymbol(*c);
             if (g->k == "P" && g == block_ && !s_.closed) {
                 // The branches of the circuit's one parallel hang on the source itself.
+                if (aux_) add(ci, "U/" + z, "Gren " + c->name + " – strøm og effekt", "5–10", c);
                 add(ci, "U/" + z,
                     "Strømmen i " + c->name + " – samme spænding " + sourceVoltage() +
                         " over alle grene, I = U / " + symbolDisplay(z),
@@ -369,6 +410,132 @@ class Generator {
                 down(c, cu, i);
             }
         }
+    }
+
+    std::string angleTitle(const CNode& n) const {
+        return "Impedans og vinkel i " + n.name + " med både R og X: z = √(R² + X²) og cos φ = R / z";
+    }
+
+    // The reactive side of a branch as a positive X: a group's sum keeps
+    // its sign, so a capacitive one is taken by its size.
+    std::string positiveX(const CNode& b) const {
+        if (!b.group) return "X_" + b.name;
+        return capacitive(b) ? "abs(X_" + b.name + ")" : "X_" + b.name;
+    }
+
+    // A sum of currents under `symbol`, or the one current itself.
+    std::string currentSum(const std::vector<std::string>& parts, const std::string& symbol,
+                           const std::string& title) {
+        if (parts.size() == 1) return parts.front();
+        add(symbol, join(parts, "+"), title, "5", block_);
+        return symbol;
+    }
+
+    // The branches by their currents, all at the source voltage: each
+    // branch's current, split where it is at an angle; the sums by kind; the
+    // current triangle I² = I_R² + (I_L − I_C)²; then cos φ = I_R / I and Z = U / I.
+    void branchCurrents(const CNodePtr& root) {
+        std::vector<std::string> ir, il, ic;
+        bool angled = false;
+        for (const CNodePtr& b : block_->ch) {
+            const std::string I = currentSymbol(*b);
+            add(I, "U/" + zSym(*b),
+                "Strømmen i " + b->name + " – samme spænding " + sourceVoltage() +
+                    " over alle grene, I = U / " + symbolDisplay(zSym(*b)),
+                "5–9", b);
+            const bool cap = capacitive(*b);
+            if (ohmic(b) && reactive(b)) {
+                angled = true;
+                const std::string phi = "phi_" + b->name, w = "Iw_" + b->name, r = "Ib_" + b->name;
+                // tan φ = X / R
+                add(phi, "atan(" + positiveX(*b) + "/" + rPart(*b) + ")",
+                    cap ? "Vinklen i " + b->name +
+                              ": z = R − iX = z∠−φ, så tan φ = X / R – grenen er kapacitiv, så strømmen er φ "
+                              "før U"
+                        : "Vinklen i " + b->name + ": z = R + iX = z∠φ, så tan φ = X / R",
+                    "6, 10", b);
+                if (cap && b->group)
+                    out_.back().lead = "<p class=\"hint0\">Grenen " + b->name +
+                                       " er kapacitiv: X regnes som et positivt tal</p>";
+                const std::string shifted = "Strømmen i " + b->name + " er forskudt φ";
+                add(w, I + "*cos(" + phi + ")", shifted + " – den aktive del (i fase med U)",
+                    "26 (komposanter)", b);
+                add(r, I + "*sin(" + phi + ")", shifted + " – den reaktive del (90° forskudt)",
+                    "26 (komposanter)", b);
+                ir.push_back(w);
+                (cap ? ic : il).push_back(r);
+            } else if (ohmic(b)) {
+                ir.push_back(I);
+            } else {
+                (cap ? ic : il).push_back(I);
+            }
+        }
+        const std::string IR = currentSum(ir, "I_R", "Strømmene i modstandene lægges sammen");
+        std::string reactive;
+        if (!il.empty()) {
+            const std::string IL = currentSum(il, "I_L", "Strømmene i spolerne lægges sammen");
+            reactive = IL;
+        }
+        if (!ic.empty()) {
+            const std::string IC = currentSum(ic, "I_C", "Strømmene i kondensatorerne lægges sammen");
+            reactive = reactive.empty() ? IC : "(" + reactive + "-" + IC + ")";
+        }
+        add("I", reactive.empty() ? IR : "sqrt(" + IR + "**2+" + reactive + "**2)",
+            angled
+                ? "Den samlede strøm – strømtrekanten: I = I<sub>R</sub>∠0° + I<sub>L</sub>∠−φ<sub>L</sub> + "
+                  "I<sub>C</sub>∠90°"
+                : "Den samlede strøm – strømtrekanten: I² = I<sub>R</sub>² + (I<sub>L</sub> − "
+                  "I<sub>C</sub>)²",
+            "5, 7, 8", root);
+        add("cosphi", IR + "/I",
+            angled ? "Effektfaktor: cos φ = den aktive strøm / I" : "Effektfaktor: cos φ = I<sub>R</sub> / I",
+            "8", root);
+        add("phi", "acos(cosphi)", "Faseforskydningsvinkel", "8", root);
+        add("Z", "U/I", "Samlet impedans: I = U / z", "12", root);
+    }
+
+    // Only I is known: the branches at an auxiliary voltage U_h give the
+    // circuit's impedance, Z = U_h / I_h, which holds at every voltage; then U = I · Z.
+    void auxiliary(const CNodePtr& root) {
+        std::vector<std::pair<int, std::string>> active, reactiveParts;
+        for (const CNodePtr& b : block_->ch) {
+            const std::string z = zSym(*b), ih = "Ih_" + b->name, cosphi = "cosphi_" + b->name;
+            const bool both = ohmic(b) && reactive(b), cap = capacitive(*b);
+            if (both) add(cosphi, rPart(*b) + "/" + z, angleTitle(*b), "12, 18", b);
+            add(ih, "U_h/" + z,
+                "Strømmen i " + b->name + " – samme spænding " + tool::formatValue(kAuxVoltage, "V") +
+                    " over alle grene, I = U / " + symbolDisplay(z),
+                "5–9", b);
+            const int side = cap ? -1 : 1; // coils lag, capacitors lead
+            if (both) {
+                active.push_back({1, ih + "*" + cosphi});
+                reactiveParts.push_back({side, ih + "*sqrt(1-" + cosphi + "**2)"});
+            } else if (ohmic(b)) {
+                active.push_back({1, ih});
+            } else {
+                reactiveParts.push_back({side, ih});
+            }
+        }
+        const std::string parts =
+            "Strømmene er faseforskudt – del dem i en aktiv del (i fase med U) og en reaktiv "
+            "del (90° forskudt)";
+        add("Iw_h", signedSum(active), parts, "26 (komposanter)", block_);
+        add("Ib_h", signedSum(reactiveParts), parts, "26 (komposanter)", block_);
+        out_.back().after = [](const Values& v) {
+            return lookup(v, "Ib_h") < 0.0
+                       ? std::string("<p class=\"hint0\">Minus betyder, at kredsen er kapacitiv. "
+                                     "Videre regnes med talværdien.</p>")
+                       : std::string();
+        };
+        add("I_h", "sqrt(Iw_h**2+Ib_h**2)",
+            "Den samlede strøm – strømtrekanten: I² = I<sub>R</sub>² + (I<sub>L</sub> − I<sub>C</sub>)²",
+            "5, 7, 8", root);
+        add("Z", "U_h/I_h", "Find U – først kredsens impedans Z med en hjælpespænding", "12", root);
+        out_.back().lead = "<p class=\"hint0\">Kredsens impedans er den samme ved alle spændinger:</p>";
+        add("U", "I*Z", "Spændingen: U = I · Z", "12", root);
+        out_.back().lead = "<p class=\"hint0\">Nu kendes Z, og den opgivne strøm giver spændingen:</p>";
+        add("cosphi", "Iw_h/I_h", "Effektfaktor: cos φ = den aktive strøm / I", "8", root);
+        add("phi", "acos(cosphi)", "Faseforskydningsvinkel", "8", root);
     }
 
     // "230 V" when the pass starts from a known voltage, else its symbol.
@@ -438,14 +605,16 @@ class Generator {
                 // cos φ = R / z in the branch's own triangle.
                 const bool coil = !b->group;
                 const std::string cosphi = "cosphi_" + b->name, phi = "phi_" + b->name;
-                sheet(cosphi, rPart(*b) + "/" + zSym(*b), title, "12–13", b,
-                      std::string("<p class=\"hint0\">") +
-                          (coil ? "Spolen har egen (ohmsk) modstand"
-                                : "Grenen har både ohmsk modstand og reaktans") +
-                          ", så strømmen er forskudt φ " +
-                          (cap ? "før U (kapacitiv)" : "efter U (induktiv)") +
-                          ". cos φ findes i modstandstrekanten for grenen:</p>");
-                sheet(phi, "acos(" + cosphi + ")", title, "12–13", b);
+                const std::string why = std::string("<p class=\"hint0\">") +
+                                        (coil ? "Spolen har egen (ohmsk) modstand"
+                                              : "Grenen har både ohmsk modstand og reaktans") +
+                                        ", så strømmen er forskudt φ " +
+                                        (cap ? "før U (kapacitiv)" : "efter U (induktiv)") +
+                                        ". cos φ findes i modstandstrekanten for grenen:</p>";
+                // The sentence goes with the first of the two that is still to
+                // be found: at an auxiliary voltage cos φ came with the branch's impedance.
+                sheet(cosphi, rPart(*b) + "/" + zSym(*b), title, "12–13", b, aux_ ? std::string() : why);
+                sheet(phi, "acos(" + cosphi + ")", title, "12–13", b, aux_ ? why : std::string());
                 sheet(P, "U*" + I + "*" + cosphi, title, "12–13", b,
                       std::string("<p class=\"hint0\">Effekten bliver til varme i ") +
                           (coil ? "spolens egen modstand" : "grenens modstande") +
@@ -565,6 +734,8 @@ class Generator {
     const Values* known_;
     const Values* preview_;
     CNodePtr block_; // the one parallel of a "par" circuit; its children are the branches
+    bool aux_ = false;      // the branches at an auxiliary voltage, for U from the given current
+    bool currents_ = false; // the branches by their currents at the given voltage
     std::vector<StepEquation> out_;
 };
 
@@ -600,6 +771,8 @@ std::vector<CircuitStep> stepsFor(const StepScope& scope, Values& values) {
             values["I"] = i;
         }
     }
+    if (!scope.closed && scope.isAc && scope.shape == "par" && !values.count("U") && values.count("I"))
+        values["U_h"] = kAuxVoltage;
     const Values known = values;
     std::vector<StepEquation> all = equationsFor(scope, &known, &preview);
     std::vector<ChainEquation> list;

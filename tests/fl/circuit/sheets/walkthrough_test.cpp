@@ -542,6 +542,9 @@ TEST_F(Walkthrough, parallelAndMixedStepsStandInTheirWords) {
     const auto capacitive = [] {
         return circuit("ac", {group("P", {leaf("R", "100"), leaf("C", "47u")})}, {{"U", "230"}});
     };
+    const auto onlyCurrent = [] {
+        return circuit("ac", {group("P", {leaf("R", "100"), leaf("L", "0,5", "20")})}, {{"I", "3"}});
+    };
     const std::string power = " (P = U · I · cos φ, Q = U · I · sin φ, S = U · I) <span class=\"crumb\">"
                               "(formelsamlingen s. 12–13)</span></p>";
     const Row rows[] = {
@@ -623,6 +626,70 @@ TEST_F(Walkthrough, parallelAndMixedStepsStandInTheirWords) {
         {"mixed: the voltage from the current",
          circuit("ac", {leaf("R", "47"), group("P", {leaf("L", "0,2"), leaf("C", "22u")})}, {{"I", "2"}}),
          "Spændingen – Ohms lov med impedans <span class=\"crumb\">(formelsamlingen s. 12)</span>"},
+        {"the current triangle", rlc(),
+         "Den samlede strøm – strømtrekanten: I² = I<sub>R</sub>² + (I<sub>L</sub> − I<sub>C</sub>)² <span "
+         "class=\"crumb\">(formelsamlingen s. 5, 7, 8)</span>"},
+        {"the power factor from the currents", rlc(),
+         "Effektfaktor: cos φ = I<sub>R</sub> / I <span class=\"crumb\">(formelsamlingen s. 8)</span>"},
+        {"the impedance last", rlc(), "Samlet impedans: I = U / z <span class=\"crumb\">"},
+        {"no complex sum where the currents tell", rlc(), "med komplekse tal", false},
+        {"a branch's angle", lossy(),
+         "Vinklen i L1: z = R + iX = z∠φ, så tan φ = X / R <span class=\"crumb\">(formelsamlingen s. 6, "
+         "10)</span>"},
+        {"a branch's active part", lossy(),
+         "Strømmen i L1 er forskudt φ – den aktive del (i fase med U) <span class=\"crumb\">(formelsamlingen "
+         "s. 26 "
+         "(komposanter))</span>"},
+        {"the active currents summed", lossy(),
+         "Strømmene i modstandene lægges sammen <span class=\"crumb\">"},
+        {"the triangle with a branch at an angle", lossy(),
+         "Den samlede strøm – strømtrekanten: I = I<sub>R</sub>∠0° + I<sub>L</sub>∠−φ<sub>L</sub> + "
+         "I<sub>C</sub>∠90° <span class=\"crumb\">"},
+        {"the power factor from the active current", lossy(),
+         "Effektfaktor: cos φ = den aktive strøm / I <span class=\"crumb\">"},
+        {"a capacitive series branch",
+         circuit("ac", {group("P", {group("S", {leaf("R", "50"), leaf("C", "22u")}), leaf("L", "0,5")})},
+                 {{"U", "230"}}),
+         "<p class=\"hint0\">Grenen B er kapacitiv: X regnes som et positivt tal</p>"},
+        {"a capacitive series branch's angle",
+         circuit("ac", {group("P", {group("S", {leaf("R", "50"), leaf("C", "22u")}), leaf("L", "0,5")})},
+                 {{"U", "230"}}),
+         "Vinklen i B: z = R − iX = z∠−φ, så tan φ = X / R – grenen er kapacitiv, så strømmen er φ før U"},
+        {"two capacitors' currents summed",
+         circuit("ac", {group("P", {leaf("R", "100"), leaf("C", "10u"), leaf("C", "22u")})}, {{"U", "230"}}),
+         "Strømmene i kondensatorerne lægges sammen"},
+        // Three series branches are groups B, C and D: I_C belongs to one of
+        // them, so the sums by kind give way to the complex sum.
+        {"a group that owns the capacitors' symbol",
+         circuit("ac",
+                 {group("P", {group("S", {leaf("R", "50"), leaf("C", "22u")}),
+                              group("S", {leaf("R", "50"), leaf("L", "0,2")}),
+                              group("S", {leaf("R", "10"), leaf("L", "0,1")})})},
+                 {{"U", "230"}}),
+         "Parallel (B, C, D): z = (1/z₁ + 1/z₂ + …)⁻¹ med komplekse tal"},
+        {"only the current: the auxiliary voltage", onlyCurrent(),
+         "<p class=\"hint0\">U er ikke opgivet. Strømmene i grenene er proportionale med U, så kredsens "
+         "impedans Z "
+         "afhænger ikke af U. Regn derfor først med en hjælpespænding U<sub>h</sub> = 100 V:</p>"},
+        {"only the current: the reactances", onlyCurrent(),
+         "Reaktanserne: X<sub>L</sub> = 2 · π · f · L og X<sub>C</sub> = 1 / (2 · π · f · C) <span "
+         "class=\"crumb\">(formelsamlingen s. 11, 15)</span>"},
+        {"only the current: a branch with R and X", onlyCurrent(),
+         "Impedans og vinkel i L1 med både R og X: z = √(R² + X²) og cos φ = R / z <span class=\"crumb\">"
+         "(formelsamlingen s. 12, 18)</span>"},
+        {"only the current: Z first", onlyCurrent(),
+         "Find U – først kredsens impedans Z med en hjælpespænding <span class=\"crumb\">(formelsamlingen s. "
+         "12)</span></p><p class=\"hint0\">Kredsens impedans er den samme ved alle spændinger:</p>"},
+        {"only the current: then U", onlyCurrent(),
+         "Spændingen: U = I · Z <span class=\"crumb\">(formelsamlingen s. 12)</span></p><p "
+         "class=\"hint0\">Nu "
+         "kendes Z, og den opgivne strøm giver spændingen:</p>"},
+        {"only the current: each branch", onlyCurrent(),
+         "Gren R1 – strøm og effekt <span class=\"crumb\">(formelsamlingen s. 5–10)</span>"},
+        {"only the current: an inductive sum has no minus", onlyCurrent(), "Minus betyder", false},
+        {"only the current, capacitive",
+         circuit("ac", {group("P", {leaf("R", "100"), leaf("C", "47u")})}, {{"I", "3"}}),
+         "<p class=\"hint0\">Minus betyder, at kredsen er kapacitiv. Videre regnes med talværdien.</p>"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
