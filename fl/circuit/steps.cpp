@@ -330,10 +330,12 @@ class Generator {
                 add(G, signedSum(gs), title, "10–11", g);
                 // In a mixed circuit the group's result goes on in series with the rest.
                 if (s_.shape == "mixed")
-                    out_.back().lead =
-                        "<p class=\"hint0\">Grenstrømmene er faseforskudt, så impedanserne lægges sammen som komplekse "
-                        "tal: hver gren skrives som z∠φ, man tager 1/z, lægger sammen og vender tilbage. Resultatet "
-                        "skrives som R + iX, så det kan lægges i serie med resten.</p>";
+                    out_.back().lead = "<p class=\"hint0\">Grenstrømmene er faseforskudt, så impedanserne "
+                                       "lægges sammen som komplekse "
+                                       "tal: hver gren skrives som z∠φ, man tager 1/z, lægger sammen og "
+                                       "vender tilbage. Resultatet "
+                                       "skrives som R + iX, så det kan lægges i serie med resten.</p>" +
+                                       complexForms(*g);
                 out_.back().lead +=
                     "<p class=\"hint0\">1 / (z∠φ) = (1/z)∠−φ</p><p class=\"hint0\">Læg reelle og "
                     "imaginære dele sammen hver for sig</p>";
@@ -393,6 +395,9 @@ class Generator {
                 add(cu, u, "Parallel: spændingen er den samme over " + nodeWords(*c), "4", c, true);
                 down(c, u, ci);
             } else if (g->k == "P") {
+                // A mixed sheet says it once per branch; elsewhere the tables show it.
+                if (s_.shape == "mixed" && !s_.closed)
+                    add(cu, u, "Parallel: spændingen er den samme over alle grene", "4", c);
                 add(ci, u + "/" + z, currentTitle(*c), s_.isAc ? "12" : "2", c);
                 add(cu, u, "Parallel: spændingen er den samme over " + nodeWords(*c), "4", c, true);
                 if (g->ch.size() == 1)
@@ -410,6 +415,26 @@ class Generator {
                 down(c, cu, i);
             }
         }
+    }
+
+    // Each branch of a group as z∠φ, with where its angle comes from.
+    static std::string complexForms(const CNode& g) {
+        std::string out = "<p class=\"hint0\">Som komplekst tal: z = R + iX = z∠φ</p>";
+        for (const CNodePtr& c : g.ch) {
+            std::string tag;
+            if (c->group)
+                tag = "fra udregningen ovenfor";
+            else if (hasOwnR(*c))
+                tag = "spole med tab: z∠φ";
+            else if (c->k == "R")
+                tag = "modstand: vinkel 0°";
+            else if (c->k == "C")
+                tag = "kondensator: vinkel −90°";
+            else
+                tag = "spole: vinkel 90°";
+            out += "<p>" + c->name + " – " + tag + "</p>";
+        }
+        return out;
     }
 
     std::string angleTitle(const CNode& n) const {

@@ -620,6 +620,15 @@ TEST_F(Walkthrough, parallelAndMixedStepsStandInTheirWords) {
          "class=\"crumb\">(formelsamlingen s. "
          "10–11)</span>"},
         // X_L = 62,83 Ω against X_C = 144,69 Ω: the coil takes more current.
+        {"mixed: each branch as a complex number",
+         circuit("ac",
+                 {leaf("R", "47"), group("P", {leaf("L", "0,2", "10"), leaf("C", "22u"), leaf("R", "100")})},
+                 {{"U", "230"}}),
+         "<p class=\"hint0\">Som komplekst tal: z = R + iX = z∠φ</p><p>L1 – spole med tab: z∠φ</p><p>C1 – "
+         "kondensator: vinkel −90°</p><p>R2 – modstand: vinkel 0°</p>"},
+        {"mixed: one voltage over the branches", mixed(),
+         "Parallel: spændingen er den samme over alle grene <span class=\"crumb\">(formelsamlingen s. "
+         "4)</span>"},
         {"mixed: the group's side", mixed(), "<p class=\"hint0\">φ er plus: gruppen virker induktivt</p>"},
         {"mixed: the branch currents", mixed(),
          "Strømmen i hver gren – Ohms lov med impedans <span class=\"crumb\">(formelsamlingen s. 12)</span>"},
