@@ -140,7 +140,9 @@ restore() {
         current=""
     fi
 }
-trap 'restore; rm -f "$backup"' EXIT INT TERM
+trap 'restore; rm -f "$backup"' EXIT
+# A stopped run must end here, not restore and go on to the next mutant.
+trap 'exit 130' INT TERM
 
 replace() { # file from to
     python3 - "$@" <<'PY'
