@@ -73,6 +73,12 @@ recent-list-seven@@app/shell/visits.cpp@@kRecentMax = 6;@@kRecentMax = 7;@@app_t
 calculators-open-formula-finder@@app/shell/routes.cpp@@return new FinderPage(1, h);@@return new FinderPage(0, h);@@app_test pages_test
 capacitor-step-wrong-page@@fl/circuit/steps.cpp@@")", "15", n);@@")", "16", n);@@circuit_test circuit_sheets_test
 labels-may-overlap@@fl/fig/place.cpp@@if (t.overlaps(spaced)) return false;@@if (false && t.overlaps(spaced)) return false;@@fig_test
+kept-rectangle-turned@@fl/fig/canvas.cpp@@keep(Shape::Rect, {{x, y}, {w, h}}, cls, rx);@@keep(Shape::Rect, {{x, y}, {h, w}}, cls, rx);@@fig_test fl_tools_test app_test
+kept-bow-closed-as-a-sector@@fl/fig/canvas.cpp@@keep(Shape::Bow, {{cx, cy}}, cls, r, a0, a1);@@keep(Shape::Sector, {{cx, cy}}, cls, r, a0, a1);@@fig_test fl_tools_test app_test
+kept-text-anchors-swapped@@fl/fig/canvas.cpp@@a == "end" ? Shape::End : Shape::Start;@@a == "end" ? Shape::Start : Shape::End;@@fig_test fl_tools_test app_test
+kept-curve-closed@@fl/fig/canvas.cpp@@keep(Shape::Polyline, points, cls);@@keep(Shape::Polygon, points, cls);@@fig_test fl_tools_test app_test
+kept-text-without-halo@@fl/fig/canvas.cpp@@sh.halo = isHalo;@@sh.halo = false;@@fig_test fl_tools_test app_test
+finder-path-keeps-its-slash@@fl/formulas/finder.cpp@@        start = slash + 1;@@        start = slash;@@formulas_test formulas_pages_test
 prefix-diagnosis-hundred@@fl/practice/judge.cpp@@c.push_back({f * 1000, "Dit svar@@c.push_back({f * 100, "Dit svar@@practice_test
 flashcard-box-four-eight-days@@fl/practice/cards.cpp@@{0, 1, 3, 7, 16}@@{0, 1, 3, 8, 16}@@practice_test
 exam-clock-runs-fast@@fl/practice/exam.cpp@@int64_t{exam.limitMinutes} * 60000 - (nowMs@@int64_t{exam.limitMinutes} * 59000 - (nowMs@@practice_test practice_more_test

@@ -77,28 +77,12 @@ TEST(Topics, uniqueIdsAndWellFormedKeys) {
     }
 }
 
-TEST(FinderTree, findNodeByPath) {
-    struct Row {
-        const char* path;
-        const char* title;
-        size_t children;
-        size_t keys;
-    };
-    const Row rows[] = {
-        {"", "Alle emner", 6, 0},
-        {"dc", "Jævnstrøm", 5, 0},
-        {"dc/ohm", "Ohms lov og effekt", 0, 4},
-    };
+// Known paths are walked by the finder's own markup tests; here what isn't one.
+TEST(FinderTree, findNodeRefusesWhatIsNoPath) {
     for (const char* unknown : {"dc/nosuch", "dc/ohm/x", "dc/", "DC"})
         EXPECT_EQ(fl::findNode(unknown), nullptr) << unknown;
-    for (const Row& r : rows) {
-        SCOPED_TRACE(r.path);
-        const fl::FinderNode* n = fl::findNode(r.path);
-        ASSERT_NE(n, nullptr);
-        EXPECT_EQ(n->title, r.title);
-        EXPECT_EQ(n->children.size(), r.children);
-        EXPECT_EQ(n->keys.size(), r.keys);
-    }
+    ASSERT_NE(fl::findNode(""), nullptr);
+    EXPECT_EQ(fl::findNode("")->children.size(), 6u);
     // "wire" stands under both "dc/led" and "inst/fald"; the whole tree lists it once.
     const std::vector<std::string> all = fl::subtreeKeys(fl::finderTree());
     EXPECT_EQ(std::set<std::string>(all.begin(), all.end()).size(), all.size());
