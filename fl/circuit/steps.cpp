@@ -302,9 +302,23 @@ class Generator {
                     add(R, signedSum(rs),
                         "Grenen " + g->name + " er en seriekreds: de ohmske modstande lægges sammen",
                         "3, 18, 20", g);
-                    add(X, signedSum(xs),
-                        "Grenen " + g->name + ": reaktanserne lægges sammen (spole plus, kondensator minus)",
-                        "3, 18, 20", g);
+                    if ((currents_ || aux_) && capacitive(*g)) {
+                        // Turned round so that X stands positive, as the branch's
+                        // angle takes it; the tables keep the signed value.
+                        std::vector<std::pair<int, std::string>> turned;
+                        for (const auto& [sign, x] : xs)
+                            if (sign < 0) turned.push_back({1, x});
+                        for (const auto& [sign, x] : xs)
+                            if (sign > 0) turned.push_back({-1, x});
+                        sheet(X, signedSum(turned),
+                              "Grenen " + g->name + ": reaktanserne lægges sammen (kondensator plus, spole minus)",
+                              "3, 18, 20", g,
+                              "<p class=\"hint0\">Grenen " + g->name + " er kapacitiv: X regnes som et positivt tal</p>");
+                    } else {
+                        add(X, signedSum(xs),
+                            "Grenen " + g->name + ": reaktanserne lægges sammen (spole plus, kondensator minus)",
+                            "3, 18, 20", g);
+                    }
                 } else {
                     add(R, signedSum(rs), title, "3, 18, 20", g);
                     add(X, signedSum(xs), title, "3, 18, 20", g);
@@ -399,6 +413,7 @@ class Generator {
                 if (s_.shape == "mixed" && !s_.closed)
                     add(cu, u, "Parallel: spændingen er den samme over alle grene", "4", c);
                 add(ci, u + "/" + z, currentTitle(*c), s_.isAc ? "12" : "2", c);
+                if (s_.shape == "mixed" && !s_.closed) split(c, ci, z);
                 add(cu, u, "Parallel: spændingen er den samme over " + nodeWords(*c), "4", c, true);
                 if (g->ch.size() == 1)
                     add(ci, i, "Strømmen gennem " + nodeWords(*c) + " er hele strømmen gennem " + nodeWords(*g), "4",
@@ -415,6 +430,19 @@ class Generator {
                 down(c, cu, i);
             }
         }
+    }
+
+    // A branch at an angle in a mixed circuit: its current in the part in
+    // phase with the voltage, I · R / z, and the part 90° off, I · |X| / z.
+    // A pure R, L or C branch is one or the other already.
+    void split(const CNodePtr& c, const std::string& i, const std::string& z) {
+        if (!ohmic(c) || !reactive(c)) return;
+        const std::string x = "X_" + c->name;
+        const std::string title = "Strømmene er faseforskudt – del dem i en aktiv del (i fase med U) og en "
+                                  "reaktiv del (90° forskudt)";
+        add("Iw_" + c->name, i + "*" + rPart(*c) + "/" + z, title, "26 (komposanter)", c);
+        add("Ib_" + c->name, i + "*" + (capacitive(*c) ? "abs(" + x + ")" : x) + "/" + z, title,
+            "26 (komposanter)", c);
     }
 
     // Each branch of a group as z∠φ, with where its angle comes from.
@@ -439,13 +467,6 @@ class Generator {
 
     std::string angleTitle(const CNode& n) const {
         return "Impedans og vinkel i " + n.name + " med både R og X: z = √(R² + X²) og cos φ = R / z";
-    }
-
-    // The reactive side of a branch as a positive X: a group's sum keeps
-    // its sign, so a capacitive one is taken by its size.
-    std::string positiveX(const CNode& b) const {
-        if (!b.group) return "X_" + b.name;
-        return capacitive(b) ? "abs(X_" + b.name + ")" : "X_" + b.name;
     }
 
     // A sum of currents under `symbol`, or the one current itself.
@@ -473,15 +494,13 @@ class Generator {
                 angled = true;
                 const std::string phi = "phi_" + b->name, w = "Iw_" + b->name, r = "Ib_" + b->name;
                 // tan φ = X / R
-                add(phi, "atan(" + positiveX(*b) + "/" + rPart(*b) + ")",
+                // A capacitive branch's X was summed as a positive number.
+                add(phi, "atan(X_" + b->name + "/" + rPart(*b) + ")",
                     cap ? "Vinklen i " + b->name +
                               ": z = R − iX = z∠−φ, så tan φ = X / R – grenen er kapacitiv, så strømmen er φ "
                               "før U"
                         : "Vinklen i " + b->name + ": z = R + iX = z∠φ, så tan φ = X / R",
                     "6, 10", b);
-                if (cap && b->group)
-                    out_.back().lead = "<p class=\"hint0\">Grenen " + b->name +
-                                       " er kapacitiv: X regnes som et positivt tal</p>";
                 const std::string shifted = "Strømmen i " + b->name + " er forskudt φ";
                 add(w, I + "*cos(" + phi + ")", shifted + " – den aktive del (i fase med U)",
                     "26 (komposanter)", b);
@@ -495,7 +514,8 @@ class Generator {
                 (cap ? ic : il).push_back(I);
             }
         }
-        const std::string IR = currentSum(ir, "I_R", "Strømmene i modstandene lægges sammen");
+        // With a branch at an angle the sum is the circuit's active current.
+        const std::string IR = currentSum(ir, angled ? "Iw" : "I_R", "Strømmene i modstandene lægges sammen");
         std::string reactive;
         if (!il.empty()) {
             const std::string IL = currentSum(il, "I_L", "Strømmene i spolerne lægges sammen");
@@ -517,6 +537,12 @@ class Generator {
             "8", root);
         add("phi", "acos(cosphi)", "Faseforskydningsvinkel", "8", root);
         add("Z", "U/I", "Samlet impedans: I = U / z", "12", root);
+        // Only the current in phase with U carries active power; the branch
+        // sum and U · I · cos φ come after it as checks.
+        add("P", "U*" + IR,
+            angled ? "Aktiv effekt ud fra den aktive strøm (P = U · I<sub>v</sub>)"
+                   : "Aktiv effekt – kun modstandene bruger aktiv effekt (P = U · I<sub>R</sub>)",
+            "13", root);
     }
 
     // Only I is known: the branches at an auxiliary voltage U_h give the
@@ -670,7 +696,7 @@ class Generator {
             turned.push_back({-1, q});
         const bool negative = seen("X_tot") < 0.0 && !qCap.empty();
         StepEquation& q = sheet("Q", signedSum(negative ? turned : straight), "Reaktiv effekt", "13", root,
-                                ps.empty() ? totals : std::string());
+                                ps.empty() || currents_ ? totals : std::string());
         if (!negative) return;
         const std::string sum = signedSum(straight);
         const CNodePtr r = s_.root;

@@ -66,7 +66,7 @@ std::string fremgangsmaade(Circuit& c, const std::string& date) {
             std::string where;
             if (auto it = foundAt.find(sym); it != foundAt.end())
                 where = "fra trin " + std::to_string(it->second);
-            else if (given.count(sym) || s.links.count(sym))
+            else if (given.count(sym) || s.links.count(sym) || sym == "U_h") // U_h: set by the sheet's hint
                 where = "opgivet";
             out.push_back(describeSymbol(sym, s.root, s.isAc) +
                           (where.empty() ? std::string() : " <span class=\"crumb\">" + where + "</span>"));
