@@ -4,6 +4,7 @@
 // form of the power law) is used only when nothing before it can go on, and
 // otherwise stays fully known and serves as a check.
 #include "fl/circuit/steps.h"
+#include "fl/circuit/step_generator.h"
 
 #include "fl/circuit/forward.h"
 #include "fl/circuit/sheet.h"
@@ -16,7 +17,7 @@
 
 namespace fl {
 
-namespace {
+namespace stepgen {
 
 std::string join(const std::vector<std::string>& parts, const std::string& sep) {
     std::string s;
@@ -92,705 +93,443 @@ bool reactive(const CNodePtr& n) {
     return found;
 }
 
-class Generator {
-  public:
-    Generator(const StepScope& scope, const Values* known, const Values* preview)
-        : s_(scope), known_(known), preview_(preview) {}
-
-    std::vector<StepEquation> run() {
-        const CNodePtr& root = s_.root;
-        if (!root || root->ch.empty()) return out_;
-        if (s_.isAc && s_.shape == "par") block_ = parallelBlock(root);
-        if (block_ && !s_.closed) {
-            // Without U the branches are worked at an auxiliary voltage; with
-            // it, by their currents. The current sums go under I_R, I_L and
-            // I_C, which a group of that name would own: then by impedances.
-            aux_ = !knownAtStart("U") && knownAtStart("I");
-            bool anyOhmic = false;
-            for (const CNodePtr& b : block_->ch)
-                anyOhmic = anyOhmic || ohmic(b);
-            currents_ = !aux_ && anyOhmic && !findByName(root, "R") && !findByName(root, "L") &&
-                        !findByName(root, "C");
-        }
-        if (s_.isAc) reactances(root);
-        if (!s_.isAc)
-            dcGroups(root);
-        else if (s_.shape == "series")
-            acSeriesTotals(root);
-        else
-            acGroups(root);
-        if (aux_)
-            auxiliary(root);
-        else if (currents_)
-            branchCurrents(root);
-        else
-            whole(root);
-        down(root, "U", "I");
-        powers(root);
-        if (!s_.isAc) kirchhoff(root);
-        for (const auto& [follower, leader] : s_.links)
-            add(follower, leader, symbolDisplay(follower) + " har samme værdi som " + symbolDisplay(leader) +
-                                      " (opgivet i opgaven)",
-                "3", nullptr);
-        if (aux_ && !out_.empty())
-            out_.front().lead =
-                "<p class=\"hint0\">U er ikke opgivet. Strømmene i grenene er proportionale med U, så "
-                "kredsens impedans Z afhænger ikke af U. Regn derfor først med en hjælpespænding " +
-                symbolDisplay("U_h") + " = " + tool::formatValue(kAuxVoltage, "V") + ":</p>" +
-                out_.front().lead;
-        return out_;
+std::vector<StepEquation> StepGenerator::run() {
+    const CNodePtr& root = s_.root;
+    if (!root || root->ch.empty()) return out_;
+    if (s_.isAc && s_.shape == "par") block_ = parallelBlock(root);
+    if (block_ && !s_.closed) {
+        // Without U the branches are worked at an auxiliary voltage; with
+        // it, by their currents. The current sums go under I_R, I_L and
+        // I_C, which a group of that name would own: then by impedances.
+        aux_ = !knownAtStart("U") && knownAtStart("I");
+        bool anyOhmic = false;
+        for (const CNodePtr& b : block_->ch)
+            anyOhmic = anyOhmic || ohmic(b);
+        currents_ = !aux_ && anyOhmic && !findByName(root, "R") && !findByName(root, "L") &&
+                    !findByName(root, "C");
     }
+    if (s_.isAc) reactances(root);
+    if (!s_.isAc)
+        dcGroups(root);
+    else if (s_.shape == "series")
+        acSeriesTotals(root);
+    else
+        acGroups(root);
+    if (aux_)
+        auxiliary(root);
+    else if (currents_)
+        branchCurrents(root);
+    else
+        whole(root);
+    down(root, "U", "I");
+    powers(root);
+    if (!s_.isAc) kirchhoff(root);
+    for (const auto& [follower, leader] : s_.links)
+        add(follower, leader, symbolDisplay(follower) + " har samme værdi som " + symbolDisplay(leader) +
+                                  " (opgivet i opgaven)",
+            "3", nullptr);
+    if (aux_ && !out_.empty())
+        out_.front().lead =
+            "<p class=\"hint0\">U er ikke opgivet. Strømmene i grenene er proportionale med U, så "
+            "kredsens impedans Z afhænger ikke af U. Regn derfor først med en hjælpespænding " +
+            symbolDisplay("U_h") + " = " + tool::formatValue(kAuxVoltage, "V") + ":</p>" +
+            out_.front().lead;
+    return out_;
+}
 
-  private:
-    void add(const std::string& target, const std::string& formula, const std::string& title,
-             const std::string& pages, const CNodePtr& node, bool closedOnly = false) {
-        if (target == formula) return;
-        out_.push_back({{target, formula, title, pages, {}}, node, closedOnly, {}, false, {}, {}});
-    }
+void StepGenerator::add(const std::string& target, const std::string& formula, const std::string& title,
+         const std::string& pages, const CNodePtr& node, bool closedOnly) {
+    if (target == formula) return;
+    out_.push_back({{target, formula, title, pages, {}}, node, closedOnly, {}, false, {}, {}});
+}
 
-    // A step of the final sheet only, with its hint paragraph.
-    StepEquation& sheet(const std::string& target, const std::string& formula, const std::string& title,
-                        const std::string& pages, const CNodePtr& node, const std::string& lead = {}) {
-        out_.push_back({{target, formula, title, pages, {}}, node, false, lead, true, {}, {}});
-        return out_.back();
-    }
+StepEquation& StepGenerator::sheet(const std::string& target, const std::string& formula, const std::string& title,
+                    const std::string& pages, const CNodePtr& node, const std::string& lead) {
+    out_.push_back({{target, formula, title, pages, {}}, node, false, lead, true, {}, {}});
+    return out_.back();
+}
 
-    double seen(const std::string& symbol) const {
-        return preview_ ? lookup(*preview_, symbol) : std::numeric_limits<double>::quiet_NaN();
-    }
+double StepGenerator::seen(const std::string& symbol) const {
+    return preview_ ? lookup(*preview_, symbol) : std::numeric_limits<double>::quiet_NaN();
+}
 
-    bool knownAtStart(const std::string& symbol) const { return known_ && known_->count(symbol); }
+bool StepGenerator::knownAtStart(const std::string& symbol) const { return known_ && known_->count(symbol); }
 
-    // A branch is capacitive when its current leads the voltage: a capacitor,
-    // or a group whose reactance came out negative.
-    bool capacitive(const CNode& n) const {
-        if (!n.group) return n.k == "C";
-        return seen(nodeSymbol(n, "X")) < 0.0;
-    }
+bool StepGenerator::capacitive(const CNode& n) const {
+    if (!n.group) return n.k == "C";
+    return seen(nodeSymbol(n, "X")) < 0.0;
+}
 
-    bool isBranch(const CNodePtr& n) const {
-        return block_ && std::find(block_->ch.begin(), block_->ch.end(), n) != block_->ch.end();
-    }
+bool StepGenerator::isBranch(const CNodePtr& n) const {
+    return block_ && std::find(block_->ch.begin(), block_->ch.end(), n) != block_->ch.end();
+}
 
-    void postOrder(const CNodePtr& n, const std::function<void(const CNodePtr&)>& fn) {
-        for (const CNodePtr& c : n->ch)
-            postOrder(c, fn);
-        fn(n);
-    }
+void StepGenerator::postOrder(const CNodePtr& n, const std::function<void(const CNodePtr&)>& fn) {
+    for (const CNodePtr& c : n->ch)
+        postOrder(c, fn);
+    fn(n);
+}
 
-    // X = 2πfL, X = 1/(2πfC), and a lossy coil's z = √(R² + X²).
-    void reactances(const CNodePtr& root) {
-        walk(root, [&](const CNodePtr& n) {
-            if (n->group) return;
-            // A mixed circuit names the kind once; the formula line names the part.
-            const bool mixed = s_.shape == "mixed";
-            if (aux_) {
-                const std::string title =
-                    "Reaktanserne: X<sub>L</sub> = 2 · π · f · L og X<sub>C</sub> = 1 / (2 · π · "
-                    "f · C)";
-                if (n->k == "L") add("X_" + n->name, "2*PI*f*" + n->name, title, "11, 15", n);
-                if (n->k == "C") add("X_" + n->name, "1/(2*PI*f*" + n->name + ")", title, "11, 15", n);
-                if (hasOwnR(*n))
-                    add("Z_" + n->name, "sqrt(R_" + n->name + "**2+X_" + n->name + "**2)", angleTitle(*n),
-                        "12, 18", n);
-                return;
-            }
-            if (n->k == "L") {
-                add("X_" + n->name, "2*PI*f*" + n->name,
-                    mixed ? std::string("Spolernes induktive reaktans")
-                          : "Spolens induktive reaktans (" + n->name + ")",
-                    "11", n);
-                const std::string z = "sqrt(R_" + n->name + "**2+X_" + n->name + "**2)";
-                if (hasOwnR(*n) && block_)
-                    add("Z_" + n->name, z,
-                        "Spolens impedans: z<sub>L</sub> = R<sub>L</sub> + iX<sub>L</sub> (" + n->name + ")",
-                        "6", n);
-                else if (hasOwnR(*n))
-                    add("Z_" + n->name, z,
-                        std::string("Spolens impedans – spolen har både ohmsk modstand og reaktans") +
-                            (mixed ? "" : " (" + n->name + ")"),
-                        "18", n);
-            } else if (n->k == "C") {
-                add("X_" + n->name, "1/(2*PI*f*" + n->name + ")",
-                    mixed ? std::string("Kondensatorernes kapacitive reaktans")
-                          : "Kondensatorens kapacitive reaktans (" + n->name + ")",
-                    "15", n);
-            }
-        });
-    }
-
-    // Series: R = R₁ + R₂ + …; parallel: R = 1/(1/R₁ + 1/R₂ + …).
-    void dcGroups(const CNodePtr& root) {
-        postOrder(root, [&](const CNodePtr& g) {
-            if (!g->group || g->ch.empty()) return;
-            std::vector<std::string> terms;
-            for (const CNodePtr& c : g->ch)
-                terms.push_back(g->k == "P" ? "1/" + resistanceSymbol(*c) : resistanceSymbol(*c));
-            if (g->k == "P")
-                add(resistanceSymbol(*g), "1/(" + join(terms, "+") + ")",
-                    "Parallelforbindelse (" + childNames(*g) + "): 1/R = 1/R₁ + 1/R₂ + …", "4", g);
-            else
-                add(resistanceSymbol(*g), join(terms, "+"),
-                    "Serieforbindelse (" + childNames(*g) + "): modstandene lægges sammen", "3", g);
-        });
-    }
-
-    // A series of components only: the ohmic parts, the coils' and the
-    // capacitors' reactances each summed, then Z = √(R² + (X_L − X_C)²).
-    void acSeriesTotals(const CNodePtr& root) {
-        std::vector<std::string> rs, xl, xc;
-        bool lossy = false;
-        for (const CNodePtr& c : root->ch) {
-            if (c->group) continue;
-            if (c->k == "R") rs.push_back(c->name);
-            if (c->k == "L") xl.push_back("X_" + c->name);
-            if (c->k == "C") xc.push_back("X_" + c->name);
-            if (hasOwnR(*c)) {
-                rs.push_back("R_" + c->name);
-                lossy = true;
-            }
-        }
-        add("R_tot", rs.empty() ? "0" : join(rs, "+"),
-            std::string("Serie: de ohmske modstande lægges sammen") + (lossy ? " (også spolens egen modstand)" : ""),
-            "3, 18", root);
-        std::string xL = xl.size() == 1 ? xl.front() : "X_L";
-        std::string xC = xc.size() == 1 ? xc.front() : "X_C";
-        if (xl.size() > 1) add("X_L", join(xl, "+"), "Serie: spolernes reaktanser lægges sammen", "11", root);
-        if (xc.size() > 1) add("X_C", join(xc, "+"), "Serie: kondensatorernes reaktanser lægges sammen", "15", root);
-        std::string x;
-        if (!xl.empty() && !xc.empty())
-            x = xL + "-" + xC;
-        else if (!xl.empty())
-            x = xL;
-        else if (!xc.empty())
-            x = "-" + xC;
-        else
-            x = "0";
-        if (!xl.empty() && !xc.empty())
-            add("Z", "sqrt(R_tot**2+(" + x + ")**2)",
-                "Impedans for hele kredsen: Z = √(R² + (X<sub>L</sub> − X<sub>C</sub>)²)", "12", root);
-        else if (!xl.empty() || !xc.empty())
-            add("Z", "sqrt(R_tot**2+" + (xl.empty() ? xC : xL) + "**2)", "Impedans for hele kredsen: Z = √(R² + X²)", "12",
-                root);
-        else
-            add("Z", "R_tot", "Impedans for hele kredsen: kun ohmsk modstand", "12", root);
-        add("X_tot", x, "Kredsens samlede reaktans: spoler tæller plus, kondensatorer minus", "12", root);
-    }
-
-    // Groups by complex numbers, written as real and imaginary parts: a
-    // series adds both parts; a parallel adds the parts of 1/z and turns the
-    // sum back: 1/z = (R − iX)/z², so z = (G − iB)/(G² + B²) with G, B the sums.
-    void acGroups(const CNodePtr& root) {
-        // The branch routes find Z without the parallel's complex sum.
-        const bool branchesOnly = aux_ || currents_;
-        postOrder(root, [&](const CNodePtr& g) {
-            if (!g->group || g->ch.empty()) return;
-            if (branchesOnly && (g == block_ || isRootNode(*g))) return;
-            const std::string names = childNames(*g);
-            const std::string R = nodeSymbol(*g, "R"), X = nodeSymbol(*g, "X"), Z = nodeSymbol(*g, "Z");
-            if (g->k == "S") {
-                std::vector<std::pair<int, std::string>> rs, xs;
-                for (const CNodePtr& c : g->ch) {
-                    int sign = 1;
-                    if (std::string r = rPart(*c); !r.empty()) rs.push_back({1, r});
-                    if (std::string x = xPart(*c, &sign); !x.empty()) xs.push_back({sign, x});
-                }
-                const std::string title = "Serie (" + names +
-                                          "): ohmske dele og reaktanser lægges sammen hver for sig – spoler "
-                                          "tæller plus, kondensatorer minus";
-                if (isBranch(g)) {
-                    add(R, signedSum(rs),
-                        "Grenen " + g->name + " er en seriekreds: de ohmske modstande lægges sammen",
-                        "3, 18, 20", g);
-                    if ((currents_ || aux_) && capacitive(*g)) {
-                        // Turned round so that X stands positive, as the branch's
-                        // angle takes it; the tables keep the signed value.
-                        std::vector<std::pair<int, std::string>> turned;
-                        for (const auto& [sign, x] : xs)
-                            if (sign < 0) turned.push_back({1, x});
-                        for (const auto& [sign, x] : xs)
-                            if (sign > 0) turned.push_back({-1, x});
-                        sheet(X, signedSum(turned),
-                              "Grenen " + g->name + ": reaktanserne lægges sammen (kondensator plus, spole minus)",
-                              "3, 18, 20", g,
-                              "<p class=\"hint0\">Grenen " + g->name + " er kapacitiv: X regnes som et positivt tal</p>");
-                    } else {
-                        add(X, signedSum(xs),
-                            "Grenen " + g->name + ": reaktanserne lægges sammen (spole plus, kondensator minus)",
-                            "3, 18, 20", g);
-                    }
-                } else {
-                    add(R, signedSum(rs), title, "3, 18, 20", g);
-                    add(X, signedSum(xs), title, "3, 18, 20", g);
-                }
-            } else {
-                const std::string name = isRootNode(*g) ? std::string("tot") : g->name;
-                const std::string G = "G_" + name, B = "B_" + name;
-                std::vector<std::pair<int, std::string>> gs, bs;
-                for (const CNodePtr& c : g->ch) {
-                    int sign = 1;
-                    const std::string r = rPart(*c), x = xPart(*c, &sign), z = zSym(*c);
-                    if (!r.empty() && x.empty()) {
-                        gs.push_back({1, "1/" + r}); // a resistor: vinkel 0°
-                    } else if (r.empty() && !x.empty()) {
-                        bs.push_back({-sign, "1/" + x}); // an ideal coil −90°, a capacitor +90°
-                    } else {
-                        gs.push_back({1, r + "/" + z + "**2"});
-                        bs.push_back({-1, x + "/" + z + "**2"});
-                    }
-                }
-                // Four lines of one method: the parts of 1/z summed, then turned back.
-                const std::string title = "Parallel (" + names + "): z = (1/z₁ + 1/z₂ + …)⁻¹ med komplekse tal";
-                add(G, signedSum(gs), title, "10–11", g);
-                // In a mixed circuit the group's result goes on in series with the rest.
-                if (s_.shape == "mixed")
-                    out_.back().lead = "<p class=\"hint0\">Grenstrømmene er faseforskudt, så impedanserne "
-                                       "lægges sammen som komplekse "
-                                       "tal: hver gren skrives som z∠φ, man tager 1/z, lægger sammen og "
-                                       "vender tilbage. Resultatet "
-                                       "skrives som R + iX, så det kan lægges i serie med resten.</p>" +
-                                       complexForms(*g);
-                out_.back().lead +=
-                    "<p class=\"hint0\">1 / (z∠φ) = (1/z)∠−φ</p><p class=\"hint0\">Læg reelle og "
-                    "imaginære dele sammen hver for sig</p>";
-                add(B, signedSum(bs), title, "10–11", g);
-                add(R, G + "/(" + G + "**2+" + B + "**2)", title, "10–11", g);
-                add(X, "-" + B + "/(" + G + "**2+" + B + "**2)", title, "10–11", g);
-                out_.back().after = [X](const Values& v) {
-                    const double x = lookup(v, X);
-                    if (!std::isfinite(x)) return std::string();
-                    return std::string("<p class=\"hint0\">") +
-                           (x < 0 ? "φ er minus: gruppen virker kapacitivt"
-                                  : "φ er plus: gruppen virker induktivt") +
-                           "</p>";
-                };
-            }
-            if (aux_ && isBranch(g))
-                add(Z, "sqrt(" + R + "**2+" + X + "**2)", angleTitle(*g), "12, 18", g);
-            else if (!isRootNode(*g))
-                add(Z, "sqrt(" + R + "**2+" + X + "**2)", "Impedans af " + nodeWords(*g) + ": z = √(R² + X²)", "12",
-                    g);
-        });
-        if (!branchesOnly)
-            add("Z", "sqrt(R_tot**2+X_tot**2)", "Impedans for hele kredsen: Z = √(R² + X²)", "12", root);
-    }
-
-    // The whole circuit: Ohm's law, and in ac the power factor and the angle.
-    void whole(const CNodePtr& root) {
-        if (!s_.isAc) {
-            add("I", "U/R_tot", "Ohms lov for hele kredsen", "2", root);
-            return;
-        }
-        const std::string triangle = "Effektfaktor og faseforskydning – modstandstrekanten";
-        add("cosphi", "R_tot/Z", s_.shape == "series" ? "Effektfaktor: cos φ = R / Z" : triangle, "12", root);
-        add("phi", "acos(cosphi)", s_.shape == "mixed" ? triangle : "Faseforskydningsvinkel", "8", root);
-        // Found from the current, U gets its own title: the chain would
-        // otherwise name the step after the law it turned round.
-        if (!s_.closed && !knownAtStart("U") && knownAtStart("I"))
-            add("U", "I*Z", "Spændingen – Ohms lov med impedans", "12", root);
-        else
-            add("I", "U/Z", "Strømmen – Ohms lov med impedans", "12", root);
-    }
-
-    // Down the tree: a series shares its current, a parallel its voltage;
-    // `u` and `i` are the symbols the group's voltage and current go by.
-    void down(const CNodePtr& g, const std::string& u, const std::string& i) {
-        if (!g->group) return;
-        for (const CNodePtr& c : g->ch) {
-            const std::string cu = voltageSymbol(*c), ci = currentSymbol(*c);
-            const std::string z = s_.isAc ? zSym(*c) : resistanceSymbol(*c);
-            if (g->k == "P" && g == block_ && !s_.closed) {
-                // The branches of the circuit's one parallel hang on the source itself.
-                if (aux_) add(ci, "U/" + z, "Gren " + c->name + " – strøm og effekt", "5–10", c);
-                add(ci, "U/" + z,
-                    "Strømmen i " + c->name + " – samme spænding " + sourceVoltage() +
-                        " over alle grene, I = U / " + symbolDisplay(z),
-                    "5–9", c);
-                add(cu, u, "Parallel: spændingen er den samme over " + nodeWords(*c), "4", c, true);
-                down(c, u, ci);
-            } else if (g->k == "P") {
-                // A mixed sheet says it once per branch; elsewhere the tables show it.
-                if (s_.shape == "mixed" && !s_.closed)
-                    add(cu, u, "Parallel: spændingen er den samme over alle grene", "4", c);
-                add(ci, u + "/" + z, currentTitle(*c), s_.isAc ? "12" : "2", c);
-                if (s_.shape == "mixed" && !s_.closed) split(c, ci, z);
-                add(cu, u, "Parallel: spændingen er den samme over " + nodeWords(*c), "4", c, true);
-                if (g->ch.size() == 1)
-                    add(ci, i, "Strømmen gennem " + nodeWords(*c) + " er hele strømmen gennem " + nodeWords(*g), "4",
-                        c, true);
-                down(c, u, ci);
-            } else {
-                // The voltage over the one parallel is the source's: no step of its own.
-                add(cu, i + "*" + z, voltageTitle(*c), s_.isAc ? "12" : "2", c, c == block_ && !s_.closed);
-                add(ci, i, "Serie: strømmen er den samme gennem " + nodeWords(*c), "3", c, true);
-                // Alone in its series, a part takes the series' whole voltage.
-                if (g->ch.size() == 1)
-                    add(cu, u, "Spændingen over " + nodeWords(*c) + " er hele spændingen over " + nodeWords(*g), "3",
-                        c, true);
-                down(c, cu, i);
-            }
-        }
-    }
-
-    // A branch at an angle in a mixed circuit: its current in the part in
-    // phase with the voltage, I · R / z, and the part 90° off, I · |X| / z.
-    // A pure R, L or C branch is one or the other already.
-    void split(const CNodePtr& c, const std::string& i, const std::string& z) {
-        if (!ohmic(c) || !reactive(c)) return;
-        const std::string x = "X_" + c->name;
-        const std::string title = "Strømmene er faseforskudt – del dem i en aktiv del (i fase med U) og en "
-                                  "reaktiv del (90° forskudt)";
-        add("Iw_" + c->name, i + "*" + rPart(*c) + "/" + z, title, "26 (komposanter)", c);
-        add("Ib_" + c->name, i + "*" + (capacitive(*c) ? "abs(" + x + ")" : x) + "/" + z, title,
-            "26 (komposanter)", c);
-    }
-
-    // Each branch of a group as z∠φ, with where its angle comes from.
-    static std::string complexForms(const CNode& g) {
-        std::string out = "<p class=\"hint0\">Som komplekst tal: z = R + iX = z∠φ</p>";
-        for (const CNodePtr& c : g.ch) {
-            std::string tag;
-            if (c->group)
-                tag = "fra udregningen ovenfor";
-            else if (hasOwnR(*c))
-                tag = "spole med tab: z∠φ";
-            else if (c->k == "R")
-                tag = "modstand: vinkel 0°";
-            else if (c->k == "C")
-                tag = "kondensator: vinkel −90°";
-            else
-                tag = "spole: vinkel 90°";
-            out += "<p>" + c->name + " – " + tag + "</p>";
-        }
-        return out;
-    }
-
-    std::string angleTitle(const CNode& n) const {
-        return "Impedans og vinkel i " + n.name + " med både R og X: z = √(R² + X²) og cos φ = R / z";
-    }
-
-    // A sum of currents under `symbol`, or the one current itself.
-    std::string currentSum(const std::vector<std::string>& parts, const std::string& symbol,
-                           const std::string& title) {
-        if (parts.size() == 1) return parts.front();
-        add(symbol, join(parts, "+"), title, "5", block_);
-        return symbol;
-    }
-
-    // The branches by their currents, all at the source voltage: each
-    // branch's current, split where it is at an angle; the sums by kind; the
-    // current triangle I² = I_R² + (I_L − I_C)²; then cos φ = I_R / I and Z = U / I.
-    void branchCurrents(const CNodePtr& root) {
-        std::vector<std::string> ir, il, ic;
-        bool angled = false;
-        for (const CNodePtr& b : block_->ch) {
-            const std::string I = currentSymbol(*b);
-            add(I, "U/" + zSym(*b),
-                "Strømmen i " + b->name + " – samme spænding " + sourceVoltage() +
-                    " over alle grene, I = U / " + symbolDisplay(zSym(*b)),
-                "5–9", b);
-            const bool cap = capacitive(*b);
-            if (ohmic(b) && reactive(b)) {
-                angled = true;
-                const std::string phi = "phi_" + b->name, w = "Iw_" + b->name, r = "Ib_" + b->name;
-                // tan φ = X / R
-                // A capacitive branch's X was summed as a positive number.
-                add(phi, "atan(X_" + b->name + "/" + rPart(*b) + ")",
-                    cap ? "Vinklen i " + b->name +
-                              ": z = R − iX = z∠−φ, så tan φ = X / R – grenen er kapacitiv, så strømmen er φ "
-                              "før U"
-                        : "Vinklen i " + b->name + ": z = R + iX = z∠φ, så tan φ = X / R",
-                    "6, 10", b);
-                const std::string shifted = "Strømmen i " + b->name + " er forskudt φ";
-                add(w, I + "*cos(" + phi + ")", shifted + " – den aktive del (i fase med U)",
-                    "26 (komposanter)", b);
-                add(r, I + "*sin(" + phi + ")", shifted + " – den reaktive del (90° forskudt)",
-                    "26 (komposanter)", b);
-                ir.push_back(w);
-                (cap ? ic : il).push_back(r);
-            } else if (ohmic(b)) {
-                ir.push_back(I);
-            } else {
-                (cap ? ic : il).push_back(I);
-            }
-        }
-        // With a branch at an angle the sum is the circuit's active current.
-        const std::string IR = currentSum(ir, angled ? "Iw" : "I_R", "Strømmene i modstandene lægges sammen");
-        std::string reactive;
-        if (!il.empty()) {
-            const std::string IL = currentSum(il, "I_L", "Strømmene i spolerne lægges sammen");
-            reactive = IL;
-        }
-        if (!ic.empty()) {
-            const std::string IC = currentSum(ic, "I_C", "Strømmene i kondensatorerne lægges sammen");
-            reactive = reactive.empty() ? IC : "(" + reactive + "-" + IC + ")";
-        }
-        add("I", reactive.empty() ? IR : "sqrt(" + IR + "**2+" + reactive + "**2)",
-            angled
-                ? "Den samlede strøm – strømtrekanten: I = I<sub>R</sub>∠0° + I<sub>L</sub>∠−φ<sub>L</sub> + "
-                  "I<sub>C</sub>∠90°"
-                : "Den samlede strøm – strømtrekanten: I² = I<sub>R</sub>² + (I<sub>L</sub> − "
-                  "I<sub>C</sub>)²",
-            "5, 7, 8", root);
-        add("cosphi", IR + "/I",
-            angled ? "Effektfaktor: cos φ = den aktive strøm / I" : "Effektfaktor: cos φ = I<sub>R</sub> / I",
-            "8", root);
-        add("phi", "acos(cosphi)", "Faseforskydningsvinkel", "8", root);
-        add("Z", "U/I", "Samlet impedans: I = U / z", "12", root);
-        // Only the current in phase with U carries active power; the branch
-        // sum and U · I · cos φ come after it as checks.
-        add("P", "U*" + IR,
-            angled ? "Aktiv effekt ud fra den aktive strøm (P = U · I<sub>v</sub>)"
-                   : "Aktiv effekt – kun modstandene bruger aktiv effekt (P = U · I<sub>R</sub>)",
-            "13", root);
-    }
-
-    // Only I is known: the branches at an auxiliary voltage U_h give the
-    // circuit's impedance, Z = U_h / I_h, which holds at every voltage; then U = I · Z.
-    void auxiliary(const CNodePtr& root) {
-        std::vector<std::pair<int, std::string>> active, reactiveParts;
-        for (const CNodePtr& b : block_->ch) {
-            const std::string z = zSym(*b), ih = "Ih_" + b->name, cosphi = "cosphi_" + b->name;
-            const bool both = ohmic(b) && reactive(b), cap = capacitive(*b);
-            if (both) add(cosphi, rPart(*b) + "/" + z, angleTitle(*b), "12, 18", b);
-            add(ih, "U_h/" + z,
-                "Strømmen i " + b->name + " – samme spænding " + tool::formatValue(kAuxVoltage, "V") +
-                    " over alle grene, I = U / " + symbolDisplay(z),
-                "5–9", b);
-            const int side = cap ? -1 : 1; // coils lag, capacitors lead
-            if (both) {
-                active.push_back({1, ih + "*" + cosphi});
-                reactiveParts.push_back({side, ih + "*sqrt(1-" + cosphi + "**2)"});
-            } else if (ohmic(b)) {
-                active.push_back({1, ih});
-            } else {
-                reactiveParts.push_back({side, ih});
-            }
-        }
-        const std::string parts =
-            "Strømmene er faseforskudt – del dem i en aktiv del (i fase med U) og en reaktiv "
-            "del (90° forskudt)";
-        add("Iw_h", signedSum(active), parts, "26 (komposanter)", block_);
-        add("Ib_h", signedSum(reactiveParts), parts, "26 (komposanter)", block_);
-        out_.back().after = [](const Values& v) {
-            return lookup(v, "Ib_h") < 0.0
-                       ? std::string("<p class=\"hint0\">Minus betyder, at kredsen er kapacitiv. "
-                                     "Videre regnes med talværdien.</p>")
-                       : std::string();
-        };
-        add("I_h", "sqrt(Iw_h**2+Ib_h**2)",
-            "Den samlede strøm – strømtrekanten: I² = I<sub>R</sub>² + (I<sub>L</sub> − I<sub>C</sub>)²",
-            "5, 7, 8", root);
-        add("Z", "U_h/I_h", "Find U – først kredsens impedans Z med en hjælpespænding", "12", root);
-        out_.back().lead = "<p class=\"hint0\">Kredsens impedans er den samme ved alle spændinger:</p>";
-        add("U", "I*Z", "Spændingen: U = I · Z", "12", root);
-        out_.back().lead = "<p class=\"hint0\">Nu kendes Z, og den opgivne strøm giver spændingen:</p>";
-        add("cosphi", "Iw_h/I_h", "Effektfaktor: cos φ = den aktive strøm / I", "8", root);
-        add("phi", "acos(cosphi)", "Faseforskydningsvinkel", "8", root);
-    }
-
-    // "230 V" when the pass starts from a known voltage, else its symbol.
-    std::string sourceVoltage() const {
-        const double u = knownAtStart("U") ? known_->at("U") : seen("U");
-        return std::isfinite(u) ? tool::formatValue(u, "V") : symbolDisplay("U");
-    }
-
-    std::string currentTitle(const CNode& c) const {
-        if (!s_.isAc) return "Ohms lov for " + nodeWords(c);
-        if (s_.shape == "mixed") return "Strømmen i hver gren – Ohms lov med impedans";
-        return "Strømmen i " + nodeWords(c) + " – Ohms lov med impedans";
-    }
-
-    std::string voltageTitle(const CNode& c) const {
-        if (!s_.isAc) return "Ohms lov for " + nodeWords(c);
-        if (c.group) return "Spænding over " + nodeWords(c) + " (U = I · Z)";
-        if (c.k == "R") return "Spænding over " + c.name + " (Ohms lov)";
-        if (hasOwnR(c)) return "Spænding over spolen " + c.name + " (U = I · Z, fordi spolen har tab)";
-        return "Spænding over " + c.name + " (U = I · X)";
-    }
-
-    // The symbol a node's current and voltage go by where its own isn't
-    // written: a series member's current is its group's.
-    void refs(const CNodePtr& g, const std::string& u, const std::string& i,
-              std::vector<std::tuple<CNodePtr, std::string, std::string>>& out) {
-        for (const CNodePtr& c : g->ch) {
-            const std::string cu = g->k == "P" ? u : voltageSymbol(*c);
-            const std::string ci = g->k == "P" ? currentSymbol(*c) : i;
-            out.push_back({c, cu, ci});
-            if (c->group) refs(c, cu, ci, out);
-        }
-    }
-
-    // Branch by branch: P = U·I·cos φ, Q = U·I·sin φ, S = U·I, with the
-    // sentence that tells where the branch's current stands. Then the sums:
-    // P adds up, Q too with the capacitive branches taken off.
-    void branchPowers(const CNodePtr& root) {
-        static const std::string kCapacitive = "<p class=\"hint0\">Grenen er kapacitiv. Q står som et "
-                                               "positivt tal, men trækkes fra de induktive grenes "
-                                               "Q, når grenene lægges sammen.</p>";
-        std::vector<std::string> ps, qInd, qCap;
-        for (const CNodePtr& b : block_->ch) {
-            const std::string I = currentSymbol(*b), P = powerSymbol(*b), Q = "Q_" + b->name,
-                              S = "S_" + b->name;
+void StepGenerator::reactances(const CNodePtr& root) {
+    walk(root, [&](const CNodePtr& n) {
+        if (n->group) return;
+        // A mixed circuit names the kind once; the formula line names the part.
+        const bool mixed = s_.shape == "mixed";
+        if (aux_) {
             const std::string title =
-                "Effekt og effektfaktor i " + b->name + " (P = U · I · cos φ, Q = U · I · sin φ, S = U · I)";
-            const bool cap = capacitive(*b);
-            const bool r = ohmic(b), x = reactive(b);
-            if (r && !x) {
-                sheet(P, "U*" + I, title, "12–13", b,
-                      "<p class=\"hint0\">En modstand: strømmen er i fase med U, så φ = 0° og cos φ = 1 – al "
-                      "effekten er "
-                      "aktiv (varme).</p>");
-                ps.push_back(P);
-            } else if (x && !r) {
-                sheet(Q, "U*" + I, title, "12–13", b,
-                      cap ? "<p class=\"hint0\">En kondensator: strømmen er 90° før U (kapacitiv), så φ = "
-                            "90° og cos φ = 0 "
-                            "– ingen aktiv effekt, kun reaktiv.</p>" +
-                                kCapacitive
-                          : "<p class=\"hint0\">En ideel spole: strømmen er 90° efter U (induktiv), så φ = "
-                            "90° og cos φ = "
-                            "0 – spolen bruger ingen aktiv effekt, kun reaktiv.</p>");
-                (cap ? qCap : qInd).push_back(Q);
-            } else if (x && r) {
-                // cos φ = R / z in the branch's own triangle.
-                const bool coil = !b->group;
-                const std::string cosphi = "cosphi_" + b->name, phi = "phi_" + b->name;
-                const std::string why = std::string("<p class=\"hint0\">") +
-                                        (coil ? "Spolen har egen (ohmsk) modstand"
-                                              : "Grenen har både ohmsk modstand og reaktans") +
-                                        ", så strømmen er forskudt φ " +
-                                        (cap ? "før U (kapacitiv)" : "efter U (induktiv)") +
-                                        ". cos φ findes i modstandstrekanten for grenen:</p>";
-                // The sentence goes with the first of the two that is still to
-                // be found: at an auxiliary voltage cos φ came with the branch's impedance.
-                sheet(cosphi, rPart(*b) + "/" + zSym(*b), title, "12–13", b, aux_ ? std::string() : why);
-                sheet(phi, "acos(" + cosphi + ")", title, "12–13", b, aux_ ? why : std::string());
-                sheet(P, "U*" + I + "*" + cosphi, title, "12–13", b,
-                      std::string("<p class=\"hint0\">Effekten bliver til varme i ") +
-                          (coil ? "spolens egen modstand" : "grenens modstande") +
-                          " – P = I² · R giver det samme:</p>");
-                sheet(Q, "U*" + I + "*sin(" + phi + ")", title, "12–13", b,
-                      cap ? kCapacitive : std::string());
-                sheet(S, "U*" + I, title, "12–13", b);
-                ps.push_back(P);
-                (cap ? qCap : qInd).push_back(Q);
-            }
-        }
-        const std::string totals =
-            "<p class=\"hint0\">Den aktive effekt lægges sammen gren for gren. Den reaktive effekt også, men "
-            "de "
-            "kapacitive grenes Q trækkes fra de induktive (Q = Q<sub>L</sub> − Q<sub>C</sub>):</p>";
-        if (!ps.empty()) sheet("P", join(ps, "+"), "Aktiv effekt", "13", root, totals);
-        if (qInd.empty() && qCap.empty()) return;
-        // Q = Q_L − Q_C; when the capacitive side is larger the sum is turned
-        // round, so Q stands as a positive number like φ.
-        std::vector<std::pair<int, std::string>> straight, turned;
-        for (const std::string& q : qInd)
-            straight.push_back({1, q});
-        for (const std::string& q : qCap) {
-            straight.push_back({-1, q});
-            turned.push_back({1, q});
-        }
-        for (const std::string& q : qInd)
-            turned.push_back({-1, q});
-        const bool negative = seen("X_tot") < 0.0 && !qCap.empty();
-        StepEquation& q = sheet("Q", signedSum(negative ? turned : straight), "Reaktiv effekt", "13", root,
-                                ps.empty() || currents_ ? totals : std::string());
-        if (!negative) return;
-        const std::string sum = signedSum(straight);
-        const CNodePtr r = s_.root;
-        q.leadAt = [sum, straight, r](const Values& v) {
-            double value = 0;
-            std::string terms;
-            for (const auto& [sign, sym] : straight) {
-                value += sign * lookup(v, sym);
-                terms +=
-                    (terms.empty() ? (sign < 0 ? "−" : "") : (sign < 0 ? " − " : " + ")) + symbolDisplay(sym);
-            }
-            if (!std::isfinite(value)) return std::string();
-            return "<p>" + symbolDisplay("Q") + " = " + terms + " = " + tool::formatValue(value, "VAr") +
-                   "</p><p class=\"hint0\">Resultatet er minus, fordi den kapacitive effekt er størst – "
-                   "kredsen er "
-                   "kapacitiv. Så vendes regnestykket om (Q = Q<sub>C</sub> − Q<sub>L</sub>), og " +
-                   symbolDisplay("Q") + " = <b>" + tool::formatValue(-value, "VAr") + "</b> (kapacitiv).</p>";
-        };
-    }
-
-    void powers(const CNodePtr& root) {
-        std::vector<std::tuple<CNodePtr, std::string, std::string>> nodes;
-        refs(root, "U", "I", nodes);
-        std::vector<std::string> leafPowers;
-        for (const auto& [c, u, i] : nodes) {
-            const std::string p = powerSymbol(*c);
-            if (!s_.isAc) {
-                const std::string r = resistanceSymbol(*c);
-                add(p, u + "*" + i, "Effektloven for " + nodeWords(*c), "2", c, c->group);
-                add(p, i + "**2*" + r, "Effekt ud fra strøm og modstand for " + nodeWords(*c) + " (P = I²·R)", "2", c,
-                    true);
-                add(p, u + "**2/" + r, "Effekt ud fra spænding og modstand for " + nodeWords(*c) + " (P = U²/R)", "2",
-                    c, true);
-                if (!c->group) leafPowers.push_back(p);
-            } else if (!c->group && !rPart(*c).empty() && !(isBranch(c) && !s_.closed)) {
-                // Only the ohmic part takes active power: P = I²·R.
-                const bool own = c->k == "L";
-                add(p, i + "**2*" + rPart(*c),
-                    own ? "Effekt (tab i spolens egen modstand) i " + c->name + " (P = I² · R)"
-                        : "Effekt i " + c->name + " (P = I² · R)",
-                    "13", c);
-            }
-        }
-        if (!s_.isAc) {
-            add("P_tot", join(leafPowers, "+"), "Effekterne lægges sammen (" + join(names(nodes), ", ") + ")", "2",
-                root);
-            add("P_tot", "U*I", "Effektloven for hele kredsen", "2", root, true);
-            add("P_tot", "I**2*R_tot", "Effekt ud fra strøm og modstand for hele kredsen (P = I²·R)", "2", root, true);
-            add("P_tot", "U**2/R_tot", "Effekt ud fra spænding og modstand for hele kredsen (P = U²/R)", "2", root,
-                true);
+                "Reaktanserne: X<sub>L</sub> = 2 · π · f · L og X<sub>C</sub> = 1 / (2 · π · "
+                "f · C)";
+            if (n->k == "L") add("X_" + n->name, "2*PI*f*" + n->name, title, "11, 15", n);
+            if (n->k == "C") add("X_" + n->name, "1/(2*PI*f*" + n->name + ")", title, "11, 15", n);
+            if (hasOwnR(*n))
+                add("Z_" + n->name, "sqrt(R_" + n->name + "**2+X_" + n->name + "**2)", angleTitle(*n),
+                    "12, 18", n);
             return;
         }
-        if (block_ && !s_.closed) branchPowers(root);
-        add("P", "U*I*cosphi", "Aktiv effekt", "13", root);
-        add("Q", "U*I*sin(phi)", "Reaktiv effekt", "13", root);
-        add("S", "U*I", "Tilsyneladende effekt", "13", root);
-        add("P", "I**2*R_tot", "Aktiv effekt ud fra strøm og modstand (P = I² · R)", "13", root, true);
-    }
+        if (n->k == "L") {
+            add("X_" + n->name, "2*PI*f*" + n->name,
+                mixed ? std::string("Spolernes induktive reaktans")
+                      : "Spolens induktive reaktans (" + n->name + ")",
+                "11", n);
+            const std::string z = "sqrt(R_" + n->name + "**2+X_" + n->name + "**2)";
+            if (hasOwnR(*n) && block_)
+                add("Z_" + n->name, z,
+                    "Spolens impedans: z<sub>L</sub> = R<sub>L</sub> + iX<sub>L</sub> (" + n->name + ")",
+                    "6", n);
+            else if (hasOwnR(*n))
+                add("Z_" + n->name, z,
+                    std::string("Spolens impedans – spolen har både ohmsk modstand og reaktans") +
+                        (mixed ? "" : " (" + n->name + ")"),
+                    "18", n);
+        } else if (n->k == "C") {
+            add("X_" + n->name, "1/(2*PI*f*" + n->name + ")",
+                mixed ? std::string("Kondensatorernes kapacitive reaktans")
+                      : "Kondensatorens kapacitive reaktans (" + n->name + ")",
+                "15", n);
+        }
+    });
+}
 
-    static std::vector<std::string> names(const std::vector<std::tuple<CNodePtr, std::string, std::string>>& nodes) {
-        std::vector<std::string> out;
-        for (const auto& entry : nodes)
-            if (!std::get<0>(entry)->group) out.push_back(std::get<0>(entry)->name);
-        return out;
-    }
+void StepGenerator::dcGroups(const CNodePtr& root) {
+    postOrder(root, [&](const CNodePtr& g) {
+        if (!g->group || g->ch.empty()) return;
+        std::vector<std::string> terms;
+        for (const CNodePtr& c : g->ch)
+            terms.push_back(g->k == "P" ? "1/" + resistanceSymbol(*c) : resistanceSymbol(*c));
+        if (g->k == "P")
+            add(resistanceSymbol(*g), "1/(" + join(terms, "+") + ")",
+                "Parallelforbindelse (" + childNames(*g) + "): 1/R = 1/R₁ + 1/R₂ + …", "4", g);
+        else
+            add(resistanceSymbol(*g), join(terms, "+"),
+                "Serieforbindelse (" + childNames(*g) + "): modstandene lægges sammen", "3", g);
+    });
+}
 
-    // Kirchhoff's laws: a series' voltages add up to its own, a parallel's
-    // currents to its own. Used when a total is sought; otherwise checks.
-    void kirchhoff(const CNodePtr& root) {
-        std::vector<std::tuple<CNodePtr, std::string, std::string>> nodes{{root, "U", "I"}};
-        refs(root, "U", "I", nodes);
-        for (const auto& [g, u, i] : nodes) {
-            if (!g->group || g->ch.size() < 2) continue;
-            std::vector<std::string> parts;
-            for (const CNodePtr& c : g->ch)
-                parts.push_back(g->k == "S" ? voltageSymbol(*c) : currentSymbol(*c));
-            if (g->k == "S")
-                add(u, join(parts, "+"), "Kirchhoffs 2. lov (" + childNames(*g) + "): spændingerne lægges sammen", "3",
-                    g);
-            else
-                add(i, join(parts, "+"), "Kirchhoffs 1. lov (" + childNames(*g) + "): strømmene lægges sammen", "4", g);
+void StepGenerator::acSeriesTotals(const CNodePtr& root) {
+    std::vector<std::string> rs, xl, xc;
+    bool lossy = false;
+    for (const CNodePtr& c : root->ch) {
+        if (c->group) continue;
+        if (c->k == "R") rs.push_back(c->name);
+        if (c->k == "L") xl.push_back("X_" + c->name);
+        if (c->k == "C") xc.push_back("X_" + c->name);
+        if (hasOwnR(*c)) {
+            rs.push_back("R_" + c->name);
+            lossy = true;
         }
     }
+    add("R_tot", rs.empty() ? "0" : join(rs, "+"),
+        std::string("Serie: de ohmske modstande lægges sammen") + (lossy ? " (også spolens egen modstand)" : ""),
+        "3, 18", root);
+    std::string xL = xl.size() == 1 ? xl.front() : "X_L";
+    std::string xC = xc.size() == 1 ? xc.front() : "X_C";
+    if (xl.size() > 1) add("X_L", join(xl, "+"), "Serie: spolernes reaktanser lægges sammen", "11", root);
+    if (xc.size() > 1) add("X_C", join(xc, "+"), "Serie: kondensatorernes reaktanser lægges sammen", "15", root);
+    std::string x;
+    if (!xl.empty() && !xc.empty())
+        x = xL + "-" + xC;
+    else if (!xl.empty())
+        x = xL;
+    else if (!xc.empty())
+        x = "-" + xC;
+    else
+        x = "0";
+    if (!xl.empty() && !xc.empty())
+        add("Z", "sqrt(R_tot**2+(" + x + ")**2)",
+            "Impedans for hele kredsen: Z = √(R² + (X<sub>L</sub> − X<sub>C</sub>)²)", "12", root);
+    else if (!xl.empty() || !xc.empty())
+        add("Z", "sqrt(R_tot**2+" + (xl.empty() ? xC : xL) + "**2)", "Impedans for hele kredsen: Z = √(R² + X²)", "12",
+            root);
+    else
+        add("Z", "R_tot", "Impedans for hele kredsen: kun ohmsk modstand", "12", root);
+    add("X_tot", x, "Kredsens samlede reaktans: spoler tæller plus, kondensatorer minus", "12", root);
+}
 
-    const StepScope& s_;
-    const Values* known_;
-    const Values* preview_;
-    CNodePtr block_; // the one parallel of a "par" circuit; its children are the branches
-    bool aux_ = false;      // the branches at an auxiliary voltage, for U from the given current
-    bool currents_ = false; // the branches by their currents at the given voltage
-    std::vector<StepEquation> out_;
-};
+void StepGenerator::acGroups(const CNodePtr& root) {
+    // The branch routes find Z without the parallel's complex sum.
+    const bool branchesOnly = aux_ || currents_;
+    postOrder(root, [&](const CNodePtr& g) {
+        if (!g->group || g->ch.empty()) return;
+        if (branchesOnly && (g == block_ || isRootNode(*g))) return;
+        const std::string names = childNames(*g);
+        const std::string R = nodeSymbol(*g, "R"), X = nodeSymbol(*g, "X"), Z = nodeSymbol(*g, "Z");
+        if (g->k == "S") {
+            std::vector<std::pair<int, std::string>> rs, xs;
+            for (const CNodePtr& c : g->ch) {
+                int sign = 1;
+                if (std::string r = rPart(*c); !r.empty()) rs.push_back({1, r});
+                if (std::string x = xPart(*c, &sign); !x.empty()) xs.push_back({sign, x});
+            }
+            const std::string title = "Serie (" + names +
+                                      "): ohmske dele og reaktanser lægges sammen hver for sig – spoler "
+                                      "tæller plus, kondensatorer minus";
+            if (isBranch(g)) {
+                add(R, signedSum(rs),
+                    "Grenen " + g->name + " er en seriekreds: de ohmske modstande lægges sammen",
+                    "3, 18, 20", g);
+                if ((currents_ || aux_) && capacitive(*g)) {
+                    // Turned round so that X stands positive, as the branch's
+                    // angle takes it; the tables keep the signed value.
+                    std::vector<std::pair<int, std::string>> turned;
+                    for (const auto& [sign, x] : xs)
+                        if (sign < 0) turned.push_back({1, x});
+                    for (const auto& [sign, x] : xs)
+                        if (sign > 0) turned.push_back({-1, x});
+                    sheet(X, signedSum(turned),
+                          "Grenen " + g->name + ": reaktanserne lægges sammen (kondensator plus, spole minus)",
+                          "3, 18, 20", g,
+                          "<p class=\"hint0\">Grenen " + g->name + " er kapacitiv: X regnes som et positivt tal</p>");
+                } else {
+                    add(X, signedSum(xs),
+                        "Grenen " + g->name + ": reaktanserne lægges sammen (spole plus, kondensator minus)",
+                        "3, 18, 20", g);
+                }
+            } else {
+                add(R, signedSum(rs), title, "3, 18, 20", g);
+                add(X, signedSum(xs), title, "3, 18, 20", g);
+            }
+        } else {
+            const std::string name = isRootNode(*g) ? std::string("tot") : g->name;
+            const std::string G = "G_" + name, B = "B_" + name;
+            std::vector<std::pair<int, std::string>> gs, bs;
+            for (const CNodePtr& c : g->ch) {
+                int sign = 1;
+                const std::string r = rPart(*c), x = xPart(*c, &sign), z = zSym(*c);
+                if (!r.empty() && x.empty()) {
+                    gs.push_back({1, "1/" + r}); // a resistor: vinkel 0°
+                } else if (r.empty() && !x.empty()) {
+                    bs.push_back({-sign, "1/" + x}); // an ideal coil −90°, a capacitor +90°
+                } else {
+                    gs.push_back({1, r + "/" + z + "**2"});
+                    bs.push_back({-1, x + "/" + z + "**2"});
+                }
+            }
+            // Four lines of one method: the parts of 1/z summed, then turned back.
+            const std::string title = "Parallel (" + names + "): z = (1/z₁ + 1/z₂ + …)⁻¹ med komplekse tal";
+            add(G, signedSum(gs), title, "10–11", g);
+            // In a mixed circuit the group's result goes on in series with the rest.
+            if (s_.shape == "mixed")
+                out_.back().lead = "<p class=\"hint0\">Grenstrømmene er faseforskudt, så impedanserne "
+                                   "lægges sammen som komplekse "
+                                   "tal: hver gren skrives som z∠φ, man tager 1/z, lægger sammen og "
+                                   "vender tilbage. Resultatet "
+                                   "skrives som R + iX, så det kan lægges i serie med resten.</p>" +
+                                   complexForms(*g);
+            out_.back().lead +=
+                "<p class=\"hint0\">1 / (z∠φ) = (1/z)∠−φ</p><p class=\"hint0\">Læg reelle og "
+                "imaginære dele sammen hver for sig</p>";
+            add(B, signedSum(bs), title, "10–11", g);
+            add(R, G + "/(" + G + "**2+" + B + "**2)", title, "10–11", g);
+            add(X, "-" + B + "/(" + G + "**2+" + B + "**2)", title, "10–11", g);
+            out_.back().after = [X](const Values& v) {
+                const double x = lookup(v, X);
+                if (!std::isfinite(x)) return std::string();
+                return std::string("<p class=\"hint0\">") +
+                       (x < 0 ? "φ er minus: gruppen virker kapacitivt"
+                              : "φ er plus: gruppen virker induktivt") +
+                       "</p>";
+            };
+        }
+        if (aux_ && isBranch(g))
+            add(Z, "sqrt(" + R + "**2+" + X + "**2)", angleTitle(*g), "12, 18", g);
+        else if (!isRootNode(*g))
+            add(Z, "sqrt(" + R + "**2+" + X + "**2)", "Impedans af " + nodeWords(*g) + ": z = √(R² + X²)", "12",
+                g);
+    });
+    if (!branchesOnly)
+        add("Z", "sqrt(R_tot**2+X_tot**2)", "Impedans for hele kredsen: Z = √(R² + X²)", "12", root);
+}
 
-} // namespace
+void StepGenerator::whole(const CNodePtr& root) {
+    if (!s_.isAc) {
+        add("I", "U/R_tot", "Ohms lov for hele kredsen", "2", root);
+        return;
+    }
+    const std::string triangle = "Effektfaktor og faseforskydning – modstandstrekanten";
+    add("cosphi", "R_tot/Z", s_.shape == "series" ? "Effektfaktor: cos φ = R / Z" : triangle, "12", root);
+    add("phi", "acos(cosphi)", s_.shape == "mixed" ? triangle : "Faseforskydningsvinkel", "8", root);
+    // Found from the current, U gets its own title: the chain would
+    // otherwise name the step after the law it turned round.
+    if (!s_.closed && !knownAtStart("U") && knownAtStart("I"))
+        add("U", "I*Z", "Spændingen – Ohms lov med impedans", "12", root);
+    else
+        add("I", "U/Z", "Strømmen – Ohms lov med impedans", "12", root);
+}
+
+void StepGenerator::down(const CNodePtr& g, const std::string& u, const std::string& i) {
+    if (!g->group) return;
+    for (const CNodePtr& c : g->ch) {
+        const std::string cu = voltageSymbol(*c), ci = currentSymbol(*c);
+        const std::string z = s_.isAc ? zSym(*c) : resistanceSymbol(*c);
+        if (g->k == "P" && g == block_ && !s_.closed) {
+            // The branches of the circuit's one parallel hang on the source itself.
+            if (aux_) add(ci, "U/" + z, "Gren " + c->name + " – strøm og effekt", "5–10", c);
+            add(ci, "U/" + z,
+                "Strømmen i " + c->name + " – samme spænding " + sourceVoltage() +
+                    " over alle grene, I = U / " + symbolDisplay(z),
+                "5–9", c);
+            add(cu, u, "Parallel: spændingen er den samme over " + nodeWords(*c), "4", c, true);
+            down(c, u, ci);
+        } else if (g->k == "P") {
+            // A mixed sheet says it once per branch; elsewhere the tables show it.
+            if (s_.shape == "mixed" && !s_.closed)
+                add(cu, u, "Parallel: spændingen er den samme over alle grene", "4", c);
+            add(ci, u + "/" + z, currentTitle(*c), s_.isAc ? "12" : "2", c);
+            if (s_.shape == "mixed" && !s_.closed) split(c, ci, z);
+            add(cu, u, "Parallel: spændingen er den samme over " + nodeWords(*c), "4", c, true);
+            if (g->ch.size() == 1)
+                add(ci, i, "Strømmen gennem " + nodeWords(*c) + " er hele strømmen gennem " + nodeWords(*g), "4",
+                    c, true);
+            down(c, u, ci);
+        } else {
+            // The voltage over the one parallel is the source's: no step of its own.
+            add(cu, i + "*" + z, voltageTitle(*c), s_.isAc ? "12" : "2", c, c == block_ && !s_.closed);
+            add(ci, i, "Serie: strømmen er den samme gennem " + nodeWords(*c), "3", c, true);
+            // Alone in its series, a part takes the series' whole voltage.
+            if (g->ch.size() == 1)
+                add(cu, u, "Spændingen over " + nodeWords(*c) + " er hele spændingen over " + nodeWords(*g), "3",
+                    c, true);
+            down(c, cu, i);
+        }
+    }
+}
+
+void StepGenerator::split(const CNodePtr& c, const std::string& i, const std::string& z) {
+    if (!ohmic(c) || !reactive(c)) return;
+    const std::string x = "X_" + c->name;
+    const std::string title = "Strømmene er faseforskudt – del dem i en aktiv del (i fase med U) og en "
+                              "reaktiv del (90° forskudt)";
+    add("Iw_" + c->name, i + "*" + rPart(*c) + "/" + z, title, "26 (komposanter)", c);
+    add("Ib_" + c->name, i + "*" + (capacitive(*c) ? "abs(" + x + ")" : x) + "/" + z, title,
+        "26 (komposanter)", c);
+}
+
+std::string StepGenerator::complexForms(const CNode& g) {
+    std::string out = "<p class=\"hint0\">Som komplekst tal: z = R + iX = z∠φ</p>";
+    for (const CNodePtr& c : g.ch) {
+        std::string tag;
+        if (c->group)
+            tag = "fra udregningen ovenfor";
+        else if (hasOwnR(*c))
+            tag = "spole med tab: z∠φ";
+        else if (c->k == "R")
+            tag = "modstand: vinkel 0°";
+        else if (c->k == "C")
+            tag = "kondensator: vinkel −90°";
+        else
+            tag = "spole: vinkel 90°";
+        out += "<p>" + c->name + " – " + tag + "</p>";
+    }
+    return out;
+}
+
+std::string StepGenerator::currentTitle(const CNode& c) const {
+    if (!s_.isAc) return "Ohms lov for " + nodeWords(c);
+    if (s_.shape == "mixed") return "Strømmen i hver gren – Ohms lov med impedans";
+    return "Strømmen i " + nodeWords(c) + " – Ohms lov med impedans";
+}
+
+std::string StepGenerator::voltageTitle(const CNode& c) const {
+    if (!s_.isAc) return "Ohms lov for " + nodeWords(c);
+    if (c.group) return "Spænding over " + nodeWords(c) + " (U = I · Z)";
+    if (c.k == "R") return "Spænding over " + c.name + " (Ohms lov)";
+    if (hasOwnR(c)) return "Spænding over spolen " + c.name + " (U = I · Z, fordi spolen har tab)";
+    return "Spænding over " + c.name + " (U = I · X)";
+}
+
+void StepGenerator::refs(const CNodePtr& g, const std::string& u, const std::string& i,
+          std::vector<std::tuple<CNodePtr, std::string, std::string>>& out) {
+    for (const CNodePtr& c : g->ch) {
+        const std::string cu = g->k == "P" ? u : voltageSymbol(*c);
+        const std::string ci = g->k == "P" ? currentSymbol(*c) : i;
+        out.push_back({c, cu, ci});
+        if (c->group) refs(c, cu, ci, out);
+    }
+}
+
+void StepGenerator::powers(const CNodePtr& root) {
+    std::vector<std::tuple<CNodePtr, std::string, std::string>> nodes;
+    refs(root, "U", "I", nodes);
+    std::vector<std::string> leafPowers;
+    for (const auto& [c, u, i] : nodes) {
+        const std::string p = powerSymbol(*c);
+        if (!s_.isAc) {
+            const std::string r = resistanceSymbol(*c);
+            add(p, u + "*" + i, "Effektloven for " + nodeWords(*c), "2", c, c->group);
+            add(p, i + "**2*" + r, "Effekt ud fra strøm og modstand for " + nodeWords(*c) + " (P = I²·R)", "2", c,
+                true);
+            add(p, u + "**2/" + r, "Effekt ud fra spænding og modstand for " + nodeWords(*c) + " (P = U²/R)", "2",
+                c, true);
+            if (!c->group) leafPowers.push_back(p);
+        } else if (!c->group && !rPart(*c).empty() && !(isBranch(c) && !s_.closed)) {
+            // Only the ohmic part takes active power: P = I²·R.
+            const bool own = c->k == "L";
+            add(p, i + "**2*" + rPart(*c),
+                own ? "Effekt (tab i spolens egen modstand) i " + c->name + " (P = I² · R)"
+                    : "Effekt i " + c->name + " (P = I² · R)",
+                "13", c);
+        }
+    }
+    if (!s_.isAc) {
+        add("P_tot", join(leafPowers, "+"), "Effekterne lægges sammen (" + join(names(nodes), ", ") + ")", "2",
+            root);
+        add("P_tot", "U*I", "Effektloven for hele kredsen", "2", root, true);
+        add("P_tot", "I**2*R_tot", "Effekt ud fra strøm og modstand for hele kredsen (P = I²·R)", "2", root, true);
+        add("P_tot", "U**2/R_tot", "Effekt ud fra spænding og modstand for hele kredsen (P = U²/R)", "2", root,
+            true);
+        return;
+    }
+    if (block_ && !s_.closed) branchPowers(root);
+    add("P", "U*I*cosphi", "Aktiv effekt", "13", root);
+    add("Q", "U*I*sin(phi)", "Reaktiv effekt", "13", root);
+    add("S", "U*I", "Tilsyneladende effekt", "13", root);
+    add("P", "I**2*R_tot", "Aktiv effekt ud fra strøm og modstand (P = I² · R)", "13", root, true);
+}
+
+std::vector<std::string> StepGenerator::names(const std::vector<std::tuple<CNodePtr, std::string, std::string>>& nodes) {
+    std::vector<std::string> out;
+    for (const auto& entry : nodes)
+        if (!std::get<0>(entry)->group) out.push_back(std::get<0>(entry)->name);
+    return out;
+}
+
+void StepGenerator::kirchhoff(const CNodePtr& root) {
+    std::vector<std::tuple<CNodePtr, std::string, std::string>> nodes{{root, "U", "I"}};
+    refs(root, "U", "I", nodes);
+    for (const auto& [g, u, i] : nodes) {
+        if (!g->group || g->ch.size() < 2) continue;
+        std::vector<std::string> parts;
+        for (const CNodePtr& c : g->ch)
+            parts.push_back(g->k == "S" ? voltageSymbol(*c) : currentSymbol(*c));
+        if (g->k == "S")
+            add(u, join(parts, "+"), "Kirchhoffs 2. lov (" + childNames(*g) + "): spændingerne lægges sammen", "3",
+                g);
+        else
+            add(i, join(parts, "+"), "Kirchhoffs 1. lov (" + childNames(*g) + "): strømmene lægges sammen", "4", g);
+    }
+}
+
+} // namespace stepgen
 
 std::string stepUnit(const std::string& symbol, const CNodePtr& root) {
     if (symbol.rfind("G_", 0) == 0 || symbol.rfind("B_", 0) == 0) return "S";
@@ -798,7 +537,7 @@ std::string stepUnit(const std::string& symbol, const CNodePtr& root) {
 }
 
 std::vector<StepEquation> equationsFor(const StepScope& scope, const Values* known, const Values* preview) {
-    return Generator(scope, known, preview).run();
+    return stepgen::StepGenerator(scope, known, preview).run();
 }
 
 std::vector<CircuitStep> stepsFor(const StepScope& scope, Values& values) {
