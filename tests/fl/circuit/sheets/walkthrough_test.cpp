@@ -123,11 +123,15 @@ TEST_F(Walkthrough, everyShownNumberIsTheSolversValueAndEveryStepRunsOnTheNumber
                 const bool turned = contains(st.html, "X regnes som et positivt tal");
                 const double expected = solver.at(st.target);
                 EXPECT_EQ(text, tool::formatValue(turned ? std::fabs(expected) : expected, unit));
-                if (turned) EXPECT_LT(expected, 0.0);
+                if (turned) {
+                    EXPECT_LT(expected, 0.0);
+                }
             }
 
             // A branch's reactive part stands as a positive number, as its angle does.
-            if (st.target.rfind("Ib_", 0) == 0 && st.target != "Ib_h") EXPECT_GE(value, 0.0);
+            if (st.target.rfind("Ib_", 0) == 0 && st.target != "Ib_h") {
+                EXPECT_GE(value, 0.0);
+            }
 
             // The equation the step used, with the numbers shown so far.
             const NodePtr formula = parse(st.formula);
