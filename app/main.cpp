@@ -6,11 +6,9 @@
 #include "app/shell/service.h"
 #include "app/shell/startup.h"
 #include "app/shell/theme.h"
-#include "app/shell/translations.h"
 #include "store/datastore.h"
 
 #include <QApplication>
-#include <QFont>
 
 #include <cstdlib>
 
@@ -23,12 +21,7 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName("Ostrovalden Skole");
     // Lets the desktop match the window to the menu entry and its icon.
     QGuiApplication::setDesktopFileName("dk.ostrovalden.skole");
-    QApplication::setStyle("Fusion");
-    app::installFontSubstitutions();
-    app::installTranslations();
-    QFont font("Segoe UI");
-    font.setPointSizeF(10.5);
-    QApplication::setFont(font);
+    app::installLook();
 
     const QString dataDir = app::startData();
     app::loadSettings();

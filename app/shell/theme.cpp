@@ -4,6 +4,7 @@
 #include "app/shell/theme.h"
 
 #include "app/shell/stylesheets.h"
+#include "app/shell/translations.h"
 #include "fl/fig/style.h"
 #include "fl/expr/replace_each.h"
 
@@ -168,6 +169,15 @@ void installFontSubstitutions() {
     QFont::insertSubstitutions(QStringLiteral("system-ui"), sans);
     QFont::insertSubstitutions(QStringLiteral("Cambria"), serif);
     QFont::insertSubstitutions(QStringLiteral("Cambria Math"), serif);
+}
+
+void installLook() {
+    QApplication::setStyle("Fusion");
+    installFontSubstitutions();
+    installTranslations();
+    QFont font("Segoe UI");
+    font.setPointSizeF(10.5);
+    QApplication::setFont(font);
 }
 
 }  // namespace app

@@ -73,4 +73,9 @@ inline QString qstr(const std::string& colour) { return QString::fromStdString(c
 // Call once, after the QApplication exists and before any widget.
 void installFontSubstitutions();
 
+// The program's look as a whole: the Fusion style, the face substitutes, Qt's
+// own words in Danish and the interface face as the application font. Call
+// once, after the QApplication exists and before any widget.
+void installLook();
+
 }  // namespace app

@@ -8,17 +8,13 @@
 #include "app/pages/circuit/kredspage.h"
 #include "app/sheet/resultarea.h"
 #include "app/shell/mainwindow.h"
-#include "app/shell/options.h"
 #include "app/shell/theme.h"
-#include "app/shell/translations.h"
 #include "fl/circuit/model.h"
-#include "store/datastore.h"
+#include "scripts/gallery/shots.h"
 
 #include <QApplication>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QPushButton>
-#include <QScreen>
 #include <QScrollBar>
 #include <QTemporaryDir>
 
@@ -29,17 +25,7 @@
 
 namespace {
 
-void settle(int ms = 450) {
-    QElapsedTimer t;
-    t.start();
-    while (t.elapsed() < ms)
-        QApplication::processEvents(QEventLoop::AllEvents, 20);
-}
-
-QPixmap grabScreen(QWidget* window) {
-    if (QGuiApplication::platformName() == QLatin1String("offscreen")) return window->grab();
-    return QGuiApplication::primaryScreen()->grabWindow(0, 0, 0, 1280, 800);
-}
+using shots::settle;
 
 fl::CNodePtr node(const std::string& k, const std::string& v, std::vector<fl::CNodePtr> ch = {}) {
     fl::CNodePtr n = fl::makeNode(k);
@@ -136,12 +122,7 @@ int main(int argc, char** argv) {
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QApplication application(argc, argv);
     QApplication::setApplicationName("Ostrovalden Skole");
-    QApplication::setStyle("Fusion");
-    app::installFontSubstitutions();
-    app::installTranslations();
-    QFont font("Segoe UI");
-    font.setPointSizeF(10.5);
-    QApplication::setFont(font);
+    app::installLook();
 
     const QString out = QString::fromLocal8Bit(argv[1]);
     QDir().mkpath(out);
@@ -153,21 +134,10 @@ int main(int argc, char** argv) {
     for (const Scene& scene : scenes()) {
         if (!wanted.isEmpty() && !wanted.contains(QLatin1String(scene.name))) continue;
         for (const bool dark : {false, true}) {
-            // Each picture from a fresh store and window.
-            DataStore::instance().resetForTest();
-            DataStore::instance().setPath((dir.path() + "/data.json").toStdString());
-            fl::resetCurrentCircuitForTest();
-            app::options() = app::AppOptions{};
-            app::applyDisplaySettings();
-            app::setThemeMode(dark ? app::ThemeDark : app::ThemeLight);
-
-            auto window = std::make_unique<app::MainWindow>();
-            window->setGeometry(0, 0, 1280, 800);
-            window->show();
-            settle(200);
+            auto window = shots::freshWindow(dir.path() + "/data.json", dark);
             QPixmap shot = scene.run(*window);
             settle();
-            if (shot.isNull()) shot = grabScreen(window.get());
+            if (shot.isNull()) shot = shots::grabScreen(window.get());
             shot.save(QDir(out).filePath(QStringLiteral("%1_%2.png").arg(QLatin1String(scene.name),
                                                                           dark ? "dark" : "light")));
         }

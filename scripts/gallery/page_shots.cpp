@@ -16,20 +16,17 @@
 #include "app/shell/options.h"
 #include "app/shell/settingspanel.h"
 #include "app/shell/theme.h"
-#include "app/shell/translations.h"
 #include "app/widgets/valuefield.h"
-#include "store/datastore.h"
+#include "scripts/gallery/shots.h"
 
 #include <QAbstractScrollArea>
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QScreen>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>
@@ -43,18 +40,8 @@
 
 namespace {
 
-void settle(int ms = 450) {
-    QElapsedTimer t;
-    t.start();
-    while (t.elapsed() < ms)
-        QApplication::processEvents(QEventLoop::AllEvents, 20);
-}
-
-QPixmap grabScreen(QWidget* window) {
-    // Offscreen there is no root window to grab; the window alone will do.
-    if (QGuiApplication::platformName() == QLatin1String("offscreen")) return window->grab();
-    return QGuiApplication::primaryScreen()->grabWindow(0, 0, 0, 1280, 800);
-}
+using shots::grabScreen;
+using shots::settle;
 
 app::FormulaPage* formulaPage(app::MainWindow& w, const QString& key) {
     w.navigate(key);
@@ -289,12 +276,7 @@ int main(int argc, char** argv) {
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QApplication application(argc, argv);
     QApplication::setApplicationName("Ostrovalden Skole");
-    QApplication::setStyle("Fusion");
-    app::installFontSubstitutions();
-    app::installTranslations();
-    QFont font("Segoe UI");
-    font.setPointSizeF(10.5);
-    QApplication::setFont(font);
+    app::installLook();
 
     const QString out = QString::fromLocal8Bit(argv[1]);
     QDir().mkpath(out);
@@ -311,22 +293,11 @@ int main(int argc, char** argv) {
         if (!wanted.isEmpty() && !wanted.contains(QLatin1String(scene.name))) continue;
         for (const bool dark : {false, true})
             for (const double scale : {1.0, 1.3}) {
-                // Each picture from a fresh store and window, as a new student starts.
-                DataStore::instance().resetForTest();
-                DataStore::instance().setPath((dir.path() + "/data.json").toStdString());
-                app::options() = app::AppOptions{};
-                app::applyDisplaySettings();
-                app::setTextScale(scale);
-                app::setThemeMode(dark ? app::ThemeDark : app::ThemeLight);
-
                 const QString name = QStringLiteral("%1_%2_%3")
                                          .arg(QLatin1String(scene.name), dark ? "dark" : "light",
                                               scale > 1.0 ? "130" : "100");
                 shotBase = QDir(out).filePath(name);
-                auto window = std::make_unique<app::MainWindow>();
-                window->setGeometry(0, 0, 1280, 800);
-                window->show();
-                settle(200);
+                auto window = shots::freshWindow(dir.path() + "/data.json", dark, scale);
                 QPixmap shot = scene.run(*window);
                 settle();
                 if (shot.isNull()) shot = grabScreen(window.get());
