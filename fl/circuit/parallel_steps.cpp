@@ -27,10 +27,7 @@ void StepGenerator::branchCurrents(const CNodePtr& root) {
     bool angled = false;
     for (const CNodePtr& b : block_->ch) {
         const std::string I = currentSymbol(*b);
-        add(I, "U/" + zSym(*b),
-            "Strømmen i " + b->name + " – samme spænding " + sourceVoltage() + " over alle grene, I = U / " +
-                symbolDisplay(zSym(*b)),
-            "5–9", b);
+        add(I, "U/" + zSym(*b), sameVoltageTitle(b->name, sourceVoltage(), zSym(*b)), "5–9", b);
         const bool cap = capacitive(*b);
         if (ohmic(b) && reactive(b)) {
             angled = true;
@@ -92,10 +89,7 @@ void StepGenerator::auxiliary(const CNodePtr& root) {
         const std::string z = zSym(*b), ih = "Ih_" + b->name, cosphi = "cosphi_" + b->name;
         const bool both = ohmic(b) && reactive(b), cap = capacitive(*b);
         if (both) add(cosphi, rPart(*b) + "/" + z, angleTitle(*b), "12, 18", b);
-        add(ih, "U_h/" + z,
-            "Strømmen i " + b->name + " – samme spænding " + tool::formatValue(kAuxVoltage, "V") +
-                " over alle grene, I = U / " + symbolDisplay(z),
-            "5–9", b);
+        add(ih, "U_h/" + z, sameVoltageTitle(b->name, tool::formatValue(kAuxVoltage, "V"), z), "5–9", b);
         const int side = cap ? -1 : 1; // coils lag, capacitors lead
         if (both) {
             active.push_back({1, ih + "*" + cosphi});

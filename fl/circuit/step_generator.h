@@ -23,6 +23,9 @@ std::string xPart(const CNode& n, int* sign);
 std::string signedSum(const std::vector<std::pair<int, std::string>>& terms);
 bool ohmic(const CNodePtr& n);
 bool reactive(const CNodePtr& n);
+// A branch's current from the voltage all branches share: "Strømmen i B –
+// samme spænding 230 V over alle grene, I = U / Z_B".
+std::string sameVoltageTitle(const std::string& branch, const std::string& voltage, const std::string& z);
 
 class StepGenerator {
   public:

@@ -93,6 +93,11 @@ bool reactive(const CNodePtr& n) {
     return found;
 }
 
+std::string sameVoltageTitle(const std::string& branch, const std::string& voltage, const std::string& z) {
+    return "Strømmen i " + branch + " – samme spænding " + voltage + " over alle grene, I = U / " +
+           symbolDisplay(z);
+}
+
 std::vector<StepEquation> StepGenerator::run() {
     const CNodePtr& root = s_.root;
     if (!root || root->ch.empty()) return out_;
@@ -384,10 +389,7 @@ void StepGenerator::down(const CNodePtr& g, const std::string& u, const std::str
         if (g->k == "P" && g == block_ && !s_.closed) {
             // The branches of the circuit's one parallel hang on the source itself.
             if (aux_) add(ci, "U/" + z, "Gren " + c->name + " – strøm og effekt", "5–10", c);
-            add(ci, "U/" + z,
-                "Strømmen i " + c->name + " – samme spænding " + sourceVoltage() +
-                    " over alle grene, I = U / " + symbolDisplay(z),
-                "5–9", c);
+            add(ci, "U/" + z, sameVoltageTitle(c->name, sourceVoltage(), z), "5–9", c);
             add(cu, u, "Parallel: spændingen er den samme over " + nodeWords(*c), "4", c, true);
             down(c, u, ci);
         } else if (g->k == "P") {
