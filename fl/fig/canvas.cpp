@@ -405,14 +405,16 @@ ShapeFigurePtr takeShapeFigure(FigureOut& fig) {
     return out;
 }
 
-std::string figureMarkup(const FigureOut& fig) {
-    return figureMarkup(FigureOut(fig));
-}
-
 std::string figureMarkup(FigureOut&& fig) {
     if (fig.empty()) return {};
     ShapeFigurePtr shapes = takeShapeFigure(fig);
     return figure(fig.body, fig.w, fig.h, fig.caption, std::move(shapes));
+}
+
+std::string figureShownAt(FigureOut&& fig, int width, int height) {
+    const std::string svg = svgDocument(fig);
+    return "<p class=\"fig\"><img src=\"" + addFigure(svg, takeShapeFigure(fig)) + "\" width=\"" +
+           std::to_string(width) + "\" height=\"" + std::to_string(height) + "\"></p>";
 }
 
 // ---- Fig ----

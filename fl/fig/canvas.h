@@ -153,8 +153,10 @@ ShapeFigurePtr takeShapeFigure(FigureOut& fig);
 std::string svgDocument(const FigureOut& fig);
 // The figure as an image of the current rendering pass, with its caption
 // (fl/expr/markup.h's figure block), and its shapes beside it when it has them.
-std::string figureMarkup(const FigureOut& fig);
 std::string figureMarkup(FigureOut&& fig);
+// The same image tag, without a caption, for a figure shown at a size other
+// than its own (a schematic narrowed to what a page has room for).
+std::string figureShownAt(FigureOut&& fig, int width, int height);
 
 struct FigEdge {
     int a = 0, b = 0;      // indices in `pts`

@@ -182,13 +182,11 @@ std::string circuitStatement(const Exercise& ex) {
     Circuit c = *ex.circuit; // drawing numbers the nodes again
     double w = 0, h = 0;
     FigureOut fig = schematicFigure(c, {}, {}, &w, &h);
-    const std::string svg = svgDocument(fig);
     // Drawn at its natural size, narrowed to what a page or a sheet has room for.
     const double shown = std::min(w, 560.0);
     const int width = static_cast<int>(std::lround(shown)),
               height = static_cast<int>(std::lround(h * shown / w));
-    return "<p class=\"fig\"><img src=\"" + addFigure(svg, takeShapeFigure(fig)) + "\" width=\"" +
-           std::to_string(width) + "\" height=\"" + std::to_string(height) + "\"></p>" + ex.statement;
+    return figureShownAt(std::move(fig), width, height) + ex.statement;
 }
 
 std::string circuitHint(const Exercise& ex) {

@@ -73,9 +73,9 @@ MachineValues drawn(const std::map<std::string, double>& vars, const std::set<st
     return v;
 }
 
-std::string figureWithFound(const FigureOut& fig) {
+std::string figureWithFound(FigureOut&& fig) {
     if (fig.empty()) return {};
-    return figureMarkup(fig) + "<p class=\"crumb center\">Blå værdier er fundet ved udregning</p>";
+    return figureMarkup(std::move(fig)) + "<p class=\"crumb center\">Blå værdier er fundet ved udregning</p>";
 }
 
 void finishWithNotes(ToolOut& out, const ToolSheet& sheet, const std::string& notes,

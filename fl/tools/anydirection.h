@@ -39,7 +39,7 @@ std::vector<RecentValue> found(const std::vector<ToolQuantity>& table,
 // The values for a figure: what isn't given was found.
 MachineValues drawn(const std::map<std::string, double>& vars, const std::set<std::string>& given);
 // The figure with the line that says what its blue means.
-std::string figureWithFound(const FigureOut& fig);
+std::string figureWithFound(FigureOut&& fig);
 
 // finish() with `notes` (msg blocks) standing above the sheet inside the result.
 void finishWithNotes(ToolOut& out, const ToolSheet& sheet, const std::string& notes,

@@ -94,10 +94,8 @@ std::string schematicFigure(const ValueList& list, bool parallel) {
     double w = 0, h = 0;
     FigureOut fig = schematicFigure(c, {}, {}, &w, &h);
     if (fig.empty()) return {};
-    const std::string svg = svgDocument(fig);
-    return "<p class=\"fig\"><img src=\"" + addFigure(svg, takeShapeFigure(fig)) + "\" width=\"" +
-           std::to_string(std::lround(w)) + "\" height=\"" + std::to_string(std::lround(h)) +
-           "\"></p><p class=\"figcap\">Modstandene " + (parallel ? "i parallel" : "i serie") +
+    return figureShownAt(std::move(fig), static_cast<int>(std::lround(w)), static_cast<int>(std::lround(h))) +
+           "<p class=\"figcap\">Modstandene " + (parallel ? "i parallel" : "i serie") +
            ", tegnet som på kredsløbssiden.</p>";
 }
 

@@ -42,9 +42,7 @@ std::string drawing(Circuit& drawn, const Values& values, double maxWidth) {
     FigureOut fig = schematicFigure(drawn, values, SchematicOptions{}, &w, &h);
     double scale = maxWidth > 0 && w > maxWidth ? maxWidth / w : 1.0;
     const int iw = static_cast<int>(std::ceil(w * scale)), ih = static_cast<int>(std::ceil(h * scale));
-    const std::string svg = svgDocument(fig);
-    return "<p class=\"fig\"><img src=\"" + addFigure(svg, takeShapeFigure(fig)) + "\" width=\"" +
-           std::to_string(iw) + "\" height=\"" + std::to_string(ih) + "\"></p>";
+    return figureShownAt(std::move(fig), iw, ih);
 }
 
 std::string givenLines(const Sheet& s) {
@@ -364,7 +362,7 @@ std::string graphics(const Sheet& s) {
     if (!s.isAc) {
         if (s.root->k == "S" && s.root->ch.size() >= 2) {
             FigureOut bar = voltageBar(s.root, s.values);
-            out += figureMarkup(bar);
+            out += figureMarkup(std::move(bar));
         }
         return out;
     }
@@ -378,7 +376,7 @@ std::string graphics(const Sheet& s) {
         FigureOut f = drawVectors(sc);
         if (f.empty()) return;
         f.caption = sc.caption;
-        out += figureMarkup(f);
+        out += figureMarkup(std::move(f));
     };
     try {
         if (firstParallel(s.root))

@@ -249,9 +249,9 @@ TEST(CanvasTest, aFigureCarriesItsShapesIntoTheSheetOnlyWhenTheyAreWhole) {
     for (const auto& r : rows) {
         SCOPED_TRACE(r.name);
         resetFigures();
-        const FigureOut fig = figureOf("x", r.more);
+        FigureOut fig = figureOf("x", r.more);
         EXPECT_EQ(fig.shapes.empty(), !r.whole);
-        figureMarkup(fig);
+        figureMarkup(std::move(fig));
         const RenderResult sheet = takeRender("");
         ASSERT_EQ(sheet.figs.size(), 1u);
         EXPECT_EQ(sheet.shapesOf(0) != nullptr, r.whole);
