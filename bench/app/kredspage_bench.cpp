@@ -20,13 +20,6 @@
 
 namespace {
 
-fl::CNodePtr node(const std::string& k, const std::string& v, std::vector<fl::CNodePtr> ch = {}) {
-    fl::CNodePtr n = fl::makeNode(k);
-    n->v = v;
-    n->ch = std::move(ch);
-    return n;
-}
-
 // Twelve components: four series runs of a resistor beside a pair in series,
 // as mixed as a task on paper gets; in ac the pairs are a coil and a capacitor.
 fl::Circuit twelve(bool ac) {
@@ -34,10 +27,11 @@ fl::Circuit twelve(bool ac) {
     c.root->ch.clear();
     c.src["U"] = "230";
     for (int k = 0; k < 4; ++k)
-        c.root->ch.push_back(node("P", "",
-                                  {node("R", "100"), node("S", "",
-                                                          {node(ac ? "L" : "R", ac ? "0,2" : "47"),
-                                                           node(ac ? "C" : "R", ac ? "47u" : "22")})}));
+        c.root->ch.push_back(fl::makeNode(
+            "P", "",
+            {fl::makeNode("R", "100"), fl::makeNode("S", "",
+                                                    {fl::makeNode(ac ? "L" : "R", ac ? "0,2" : "47"),
+                                                     fl::makeNode(ac ? "C" : "R", ac ? "47u" : "22")})}));
     return c;
 }
 

@@ -67,6 +67,13 @@ CNodePtr makeNode(const std::string& k) {
     return n;
 }
 
+CNodePtr makeNode(const std::string& k, const std::string& v, std::vector<CNodePtr> ch) {
+    CNodePtr n = makeNode(k);
+    n->v = v;
+    n->ch = std::move(ch);
+    return n;
+}
+
 void noteIds(const CNodePtr& root) {
     walk(root, [](const CNodePtr& n) {
         const std::string& id = n->id;

@@ -49,6 +49,9 @@ struct Circuit {
 
 // A node of kind `k` with a fresh id; groups for "S" and "P".
 CNodePtr makeNode(const std::string& k);
+// The same with its typed value and, for a group, its children: a drawing
+// built in code.
+CNodePtr makeNode(const std::string& k, const std::string& v, std::vector<CNodePtr> ch = {});
 // Raises the id counter above every "n<digits>" id in the tree.
 void noteIds(const CNodePtr& root);
 

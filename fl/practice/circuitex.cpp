@@ -17,29 +17,17 @@ namespace {
 
 constexpr int kAttempts = 80;
 
-CNodePtr part(const std::string& k, const std::string& value) {
-    CNodePtr n = makeNode(k);
-    n->v = value;
-    return n;
-}
-
-CNodePtr group(const std::string& k, std::vector<CNodePtr> ch) {
-    CNodePtr g = makeNode(k);
-    g->ch = std::move(ch);
-    return g;
-}
-
 CNodePtr resistor(double lo, double hi) {
-    return part("R", fmtValue10(pickE12(lo, hi)));
+    return makeNode("R", fmtValue10(pickE12(lo, hi)));
 }
 
 CNodePtr coil() {
-    return part("L", fmtValue10(pickOne(std::vector<double>{0.05, 0.1, 0.15, 0.2, 0.3, 0.5})));
+    return makeNode("L", fmtValue10(pickOne(std::vector<double>{0.05, 0.1, 0.15, 0.2, 0.3, 0.5})));
 }
 
 // Typed as on a capacitor's label: "47u".
 CNodePtr capacitor(const std::vector<double>& microfarads) {
-    return part("C", fmtValue10(pickOne(microfarads)) + "u");
+    return makeNode("C", fmtValue10(pickOne(microfarads)) + "u");
 }
 
 Circuit build(const std::string& mode, std::vector<CNodePtr> ch, double volts) {
@@ -135,11 +123,12 @@ const std::vector<CircuitTemplate>& circuitTemplates() {
          [] {
              std::vector<CNodePtr> branches{resistor(10, 1000), resistor(10, 1000)};
              if (randInt(2)) branches.push_back(resistor(10, 1000));
-             return build("dc", {group("P", std::move(branches))}, dcVolts());
+             return build("dc", {makeNode("P", "", std::move(branches))}, dcVolts());
          }},
         {"dc", "Blandet forbindelse",
          [] {
-             return build("dc", {resistor(10, 470), group("P", {resistor(22, 1000), resistor(22, 1000)})},
+             return build("dc",
+                          {resistor(10, 470), makeNode("P", "", {resistor(22, 1000), resistor(22, 1000)})},
                           dcVolts());
          }},
         {"ac", "RL i serie",
@@ -156,13 +145,15 @@ const std::vector<CircuitTemplate>& circuitTemplates() {
          }},
         {"ac", "RL parallel",
          [] {
-             return build("ac", {group("P", {resistor(22, 1000), coil()})}, 230);
+             return build("ac", {makeNode("P", "", {resistor(22, 1000), coil()})}, 230);
          }},
         // A motor winding (R and L in series) with a capacitor across it.
         {"ac", "Kompensering",
          [] {
              return build(
-                 "ac", {group("P", {group("S", {resistor(10, 100), coil()}), capacitor({10, 22, 33, 47})})},
+                 "ac",
+                 {makeNode("P", "",
+                           {makeNode("S", "", {resistor(10, 100), coil()}), capacitor({10, 22, 33, 47})})},
                  230);
          }},
     };

@@ -27,17 +27,11 @@ namespace {
 
 using shots::settle;
 
-fl::CNodePtr node(const std::string& k, const std::string& v, std::vector<fl::CNodePtr> ch = {}) {
-    fl::CNodePtr n = fl::makeNode(k);
-    n->v = v;
-    n->ch = std::move(ch);
-    return n;
-}
-
 // The task of the issue in dc: R1 in series with R2 ∥ R3, a current given.
 fl::Circuit dcTask() {
     fl::Circuit c = fl::defaultCircuit("dc");
-    c.root->ch = {node("R", "100"), node("P", "", {node("R", "220"), node("R", "")})};
+    c.root->ch = {fl::makeNode("R", "100"),
+                  fl::makeNode("P", "", {fl::makeNode("R", "220"), fl::makeNode("R", "")})};
     c.root->ch[1]->ch[1]->I = "0,5";
     c.src["U"] = "230";
     return c;
@@ -47,7 +41,8 @@ fl::Circuit dcTask() {
 // beside a capacitor.
 fl::Circuit acTask() {
     fl::Circuit c = fl::defaultCircuit("ac");
-    c.root->ch = {node("R", "47"), node("P", "", {node("L", "0,2"), node("C", "22u")})};
+    c.root->ch = {fl::makeNode("R", "47"),
+                  fl::makeNode("P", "", {fl::makeNode("L", "0,2"), fl::makeNode("C", "22u")})};
     c.root->ch[1]->ch[0]->r = "12";
     c.src["U"] = "230";
     c.src["f"] = "50";

@@ -13,13 +13,6 @@ namespace {
 
 using namespace fl;
 
-CNodePtr node(const std::string& k, const std::string& v = std::string(), std::vector<CNodePtr> ch = {}) {
-    CNodePtr n = makeNode(k);
-    n->v = v;
-    n->ch = std::move(ch);
-    return n;
-}
-
 // A mixed alternating-current tree of `count` components: series runs of
 // parallel pairs, each pair a resistor beside a coil or capacitor branch.
 Circuit tree(int count) {
@@ -31,11 +24,12 @@ Circuit tree(int count) {
     int made = 0;
     while (made < count) {
         if (count - made >= 3) {
-            c.root->ch.push_back(
-                node("P", "", {node("R", "100"), node("S", "", {node("L", "0,2"), node("C", "47u")})}));
+            c.root->ch.push_back(makeNode(
+                "P", "",
+                {makeNode("R", "100"), makeNode("S", "", {makeNode("L", "0,2"), makeNode("C", "47u")})}));
             made += 3;
         } else {
-            c.root->ch.push_back(node(kinds[made % 3], values[made % 3]));
+            c.root->ch.push_back(makeNode(kinds[made % 3], values[made % 3]));
             ++made;
         }
     }
@@ -111,7 +105,7 @@ void BM_worstCase(benchmark::State& state) {
     c.root->ch.clear();
     c.src["U"] = "100";
     for (int i = 0; i < state.range(0); ++i) {
-        CNodePtr r = node("R");
+        CNodePtr r = makeNode("R");
         r->U = std::to_string(25 + i);
         c.root->ch.push_back(r);
     }

@@ -10,24 +10,17 @@ namespace {
 
 using namespace fl;
 
-CNodePtr node(const std::string& k, const std::string& v = std::string(), std::vector<CNodePtr> ch = {}) {
-    CNodePtr n = makeNode(k);
-    n->v = v;
-    n->ch = std::move(ch);
-    return n;
-}
-
 // Twenty components in series runs of parallel groups with a branch of two.
 Circuit twenty(bool ac) {
     Circuit c = defaultCircuit(ac ? "ac" : "dc");
     c.root->ch.clear();
     c.src["U"] = "230";
     for (int k = 0; k < 5; ++k)
-        c.root->ch.push_back(
-            node("P", "",
-                 {node("R", "100"), node("R", "220"),
-                  node("S", "",
-                       {node(ac ? "L" : "R", ac ? "0,2" : "47"), node(ac ? "C" : "R", ac ? "47u" : "22")})}));
+        c.root->ch.push_back(makeNode("P", "",
+                                      {makeNode("R", "100"), makeNode("R", "220"),
+                                       makeNode("S", "",
+                                                {makeNode(ac ? "L" : "R", ac ? "0,2" : "47"),
+                                                 makeNode(ac ? "C" : "R", ac ? "47u" : "22")})}));
     nameCircuit(c);
     return c;
 }

@@ -14,13 +14,6 @@ namespace {
 
 using namespace fl;
 
-CNodePtr node(const std::string& k, const std::string& v = std::string(), std::vector<CNodePtr> ch = {}) {
-    CNodePtr n = makeNode(k);
-    n->v = v;
-    n->ch = std::move(ch);
-    return n;
-}
-
 // Nested series and parallel groups, `count` components in all.
 Circuit tree(int count, const std::string& mode) {
     Circuit c = defaultCircuit(mode);
@@ -30,13 +23,16 @@ Circuit tree(int count, const std::string& mode) {
     int made = 0;
     while (made < count) {
         if (count - made >= 4) {
-            c.root->ch.push_back(node("P", "", {node("R", "100"),
-                                                node("S", "", {node(ac ? "L" : "R", ac ? "0,2" : "47"),
-                                                               node("P", "", {node(ac ? "C" : "R", ac ? "47u" : "22"),
-                                                                              node("R", "68")})})}));
+            c.root->ch.push_back(makeNode(
+                "P", "",
+                {makeNode("R", "100"),
+                 makeNode("S", "",
+                          {makeNode(ac ? "L" : "R", ac ? "0,2" : "47"),
+                           makeNode("P", "",
+                                    {makeNode(ac ? "C" : "R", ac ? "47u" : "22"), makeNode("R", "68")})})}));
             made += 4;
         } else {
-            c.root->ch.push_back(node("R", "47"));
+            c.root->ch.push_back(makeNode("R", "47"));
             ++made;
         }
     }

@@ -498,20 +498,13 @@ TEST_F(SheetViewTest, figuresWithShapesArePaintedFromThemAndTheRestFromTheirSvg)
     }
 }
 
-fl::CNodePtr part(const std::string& k, const std::string& v, std::vector<fl::CNodePtr> ch = {}) {
-    fl::CNodePtr n = fl::makeNode(k);
-    n->v = v;
-    n->ch = std::move(ch);
-    return n;
-}
-
 // R1 in series with R2 ∥ R3, a current given: the student's first circuit.
 fl::Circuit dcCircuit() {
     fl::Circuit c = fl::defaultCircuit("dc");
     c.src["U"] = "230";
-    fl::CNodePtr r3 = part("R", "");
+    fl::CNodePtr r3 = fl::makeNode("R", "");
     r3->I = "0,5";
-    c.root->ch = {part("R", "100"), part("P", "", {part("R", "220"), r3})};
+    c.root->ch = {fl::makeNode("R", "100"), fl::makeNode("P", "", {fl::makeNode("R", "220"), r3})};
     return c;
 }
 
@@ -520,9 +513,11 @@ fl::Circuit dcCircuit() {
 fl::Circuit acCircuit() {
     fl::Circuit c = fl::defaultCircuit("ac");
     c.src["U"] = "230";
-    c.root->ch = {part("R", "47"),
-                  part("P", "", {part("L", "0,2"), part("S", "", {part("R", "100"), part("C", "47u")})}),
-                  part("A", "")};
+    c.root->ch = {fl::makeNode("R", "47"),
+                  fl::makeNode("P", "",
+                               {fl::makeNode("L", "0,2"),
+                                fl::makeNode("S", "", {fl::makeNode("R", "100"), fl::makeNode("C", "47u")})}),
+                  fl::makeNode("A", "")};
     return c;
 }
 
