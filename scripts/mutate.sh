@@ -69,15 +69,28 @@ store-prefix@@store/datastore.cpp@@const std::string kPrefix = "fs_";@@const std
 json-escapes-space@@store/json.cpp@@if (c >= 0x20 && c != '"'@@if (c > 0x20 && c != '"'@@json_test
 recent-key-renamed@@store/keys.h@@Recent[] = "recent";@@Recent[] = "recents";@@app_test
 practice-stats-key-renamed@@store/keys.h@@OvStats[] = "ov_stats";@@OvStats[] = "ov_stat";@@practice_test
+ac-circuit-key-renamed@@store/keys.h@@KredsAc[] = "kreds_ac";@@KredsAc[] = "kreds_vs";@@circuit_test
 recent-list-seven@@app/shell/visits.cpp@@kRecentMax = 6;@@kRecentMax = 7;@@app_test
 calculators-open-formula-finder@@app/shell/routes.cpp@@return new FinderPage(1, h);@@return new FinderPage(0, h);@@app_test pages_test
-capacitor-step-wrong-page@@fl/circuit/steps.cpp@@")", "15", n);@@")", "16", n);@@circuit_test circuit_sheets_test
+capacitor-step-wrong-page@@fl/circuit/steps.cpp@@"15", n);@@"16", n);@@circuit_test circuit_sheets_test
+rounding-band-three-percent@@fl/circuit/sheets/regneark.cpp@@if (rel < 0.01)@@if (rel < 0.03)@@circuit_sheets_test
+guide-points-at-the-next-step@@fl/circuit/sheets/guide.cpp@@where = "fra trin " + std::to_string(it->second);@@where = "fra trin " + std::to_string(it->second + 1);@@circuit_sheets_test
+why-whole-circuit-key-unmatched@@fl/circuit/sheets/why.cpp@@{"Ohms lov for hele kredsen",@@{"Ohms lov for hele kredsen!",@@circuit_sheets_test
+capacitive-reactive-sum-not-turned@@fl/circuit/parallel_steps.cpp@@const bool negative = seen("X_tot") < 0.0 && !qCap.empty();@@const bool negative = false && !qCap.empty();@@circuit_sheets_test
 labels-may-overlap@@fl/fig/place.cpp@@if (t.overlaps(spaced)) return false;@@if (false && t.overlaps(spaced)) return false;@@fig_test
 kept-rectangle-turned@@fl/fig/canvas.cpp@@keep(Shape::Rect, {{x, y}, {w, h}}, cls, rx);@@keep(Shape::Rect, {{x, y}, {h, w}}, cls, rx);@@fig_test fl_tools_test app_test
 kept-bow-closed-as-a-sector@@fl/fig/canvas.cpp@@keep(Shape::Bow, {{cx, cy}}, cls, r, a0, a1);@@keep(Shape::Sector, {{cx, cy}}, cls, r, a0, a1);@@fig_test fl_tools_test app_test
 kept-text-anchors-swapped@@fl/fig/canvas.cpp@@a == "end" ? Shape::End : Shape::Start;@@a == "end" ? Shape::Start : Shape::End;@@fig_test fl_tools_test app_test
 kept-curve-closed@@fl/fig/canvas.cpp@@keep(Shape::Polyline, points, cls);@@keep(Shape::Polygon, points, cls);@@fig_test fl_tools_test app_test
 kept-text-without-halo@@fl/fig/canvas.cpp@@sh.halo = isHalo;@@sh.halo = false;@@fig_test fl_tools_test app_test
+svg-number-two-decimals@@fl/fig/style.cpp@@const double x = std::round(10.0 * v) / 10.0;@@const double x = std::round(100.0 * v) / 100.0;@@fig_test
+tick-step-skips-two-and-a-half@@fl/fig/canvas.cpp@@for (double m : {1.0, 2.5, 5.0, 10.0})@@for (double m : {1.0, 5.0, 10.0})@@fig_test
+parallel-rails-narrower@@fl/fig/schematic.cpp@@in.w += 44;@@in.w += 40;@@fig_test
+group-frame-axis-higher@@fl/fig/schematic.cpp@@n.extent = {in.w + 16, in.h + 26, in.above + 18};@@n.extent = {in.w + 16, in.h + 26, in.above + 13};@@fig_test
+current-scene-turned-the-wrong-way@@fl/fig/phasor.cpp@@const Cx turn = std::conj(u) / std::abs(u);@@const Cx turn = u / std::abs(u);@@fig_test
+steep-triangle-drawn-true@@fl/fig/triangles.cpp@@return std::clamp(trueDeg, 30.0, 60.0);@@return std::clamp(trueDeg, 30.0, 90.0);@@fig_test
+current-triangle-coil-up@@fl/fig/triangles.cpp@@t.upright = -Ib;@@t.upright = Ib;@@fig_test
+sought-not-highlighted@@fl/fig/formulafig_parts.h@@return symbol == sought ? "hl" : "";@@return "";@@fig_test
 finder-path-keeps-its-slash@@fl/formulas/finder.cpp@@        start = slash + 1;@@        start = slash;@@formulas_test formulas_pages_test
 prefix-diagnosis-hundred@@fl/practice/judge.cpp@@c.push_back({f * 1000, "Dit svar@@c.push_back({f * 100, "Dit svar@@practice_test
 flashcard-box-four-eight-days@@fl/practice/cards.cpp@@{0, 1, 3, 7, 16}@@{0, 1, 3, 8, 16}@@practice_test
@@ -125,6 +138,15 @@ search-follower-ignored@@fl/circuit/search.cpp@@in_[slot] = in_[unknownSlot_[u]]
 ac-frequency-zero-accepted@@fl/circuit/setup.cpp@@if (!(f > 0.0) || !std::isfinite(f)) {@@if (!(f >= 0.0) || !std::isfinite(f)) {@@circuit_test
 group-resistance-named-as-a-part@@fl/circuit/analysis.cpp@@if (node.group || isRootNode(node)) return nodeSymbol(node, "R");@@if (isRootNode(node)) return nodeSymbol(node, "R");@@circuit_test
 voltage-symbol-renamed@@fl/circuit/analysis.cpp@@return nodeSymbol(node, "U");@@return nodeSymbol(node, "V");@@circuit_test
+json-depth-bound-one-deeper@@fl/circuit/json.cpp@@if (p.depth >= kMaxCircuitDepth && !kids.empty()) return false;@@if (p.depth > kMaxCircuitDepth && !kids.empty()) return false;@@circuit_test
+json-leaf-with-children-read@@fl/circuit/json.cpp@@if (!knownKind(n->k) || n->group != (n->k == "S" || n->k == "P")) return false;@@if (!knownKind(n->k)) return false;@@circuit_test
+ammeter-in-parallel-allowed@@fl/circuit/meters.cpp@@if (rec.ideal && m->k == "A" && g->k == "P" && info->error.empty())@@if (rec.ideal && m->k == "A" && g->k == "X" && info->error.empty())@@circuit_test
+search-one-start-too-many@@fl/circuit/search.h@@constexpr size_t kMaxStarts = 400;@@constexpr size_t kMaxStarts = 401;@@circuit_test
+cos-ninety-read-as-angle@@fl/circuit/setup.cpp@@if (v > 1.0 && v < 90.0) {@@if (v > 1.0 && v <= 90.0) {@@circuit_test
+cos-hundred-not-a-percentage@@fl/circuit/setup.cpp@@if (v > 1.0 && v <= 100.0) {@@if (v > 1.0 && v < 100.0) {@@circuit_test
+count-message-singular-for-none@@fl/circuit/setup.cpp@@(reachable == 1 ? "kendt værdi" : "kendte værdier")@@(reachable <= 1 ? "kendt værdi" : "kendte værdier")@@circuit_test
+series-appends-at-the-end@@fl/circuit/model.cpp@@ch.insert(std::find(ch.begin(), ch.end(), node) + 1, leaf);@@ch.push_back(leaf);@@circuit_test
+delete-in-main-series-selects-root@@fl/circuit/model.cpp@@c.sel = parent == c.root ? std::string() : parent->id;@@c.sel = parent->id;@@circuit_test
 save-failure-not-shown@@app/shell/mainwindow.cpp@@const bool failing = DataStore::instance().saveFailing();@@const bool failing = false;@@app_test
 crash-record-sent-unnamed@@app/shell/service.cpp@@if (storeGet(key::Telemetry).asBool(false)) symboliseCrashFile(dataDir + "/crash.txt");@@if (false) symboliseCrashFile(dataDir + "/crash.txt");@@startup_test
 math-image-pixel-ratio-dropped@@app/sheet/mathpainter.cpp@@img.setDevicePixelRatio(dpr);@@img.setDevicePixelRatio(1.0);@@sheet_test
