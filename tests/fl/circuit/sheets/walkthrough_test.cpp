@@ -114,6 +114,7 @@ TEST_F(Walkthrough, everyShownNumberIsTheSolversValueAndEveryStepRunsOnTheNumber
         for (const CircuitStep& st : s.steps) {
             SCOPED_TRACE(st.title);
             ASSERT_FALSE(st.target.empty());
+            EXPECT_FALSE(st.pages.empty());
             const std::string text = shownResult(st.html);
             const double value = readShown(text);
             ASSERT_TRUE(std::isfinite(value)) << "[" << text << "]";
@@ -168,17 +169,6 @@ TEST_F(Walkthrough, everyShownNumberIsTheSolversValueAndEveryStepRunsOnTheNumber
     EXPECT_GT(checkedSteps, 1500);
 }
 
-TEST_F(Walkthrough, everyFormulaStepNamesItsPage) {
-    std::mt19937 rng(7);
-    for (int round = 0; round < 40; ++round) {
-        Circuit c = typedCircuit(rng, round % 2);
-        const Sheet s = computeSheet(c);
-        for (const CircuitStep& st : s.steps) {
-            EXPECT_FALSE(st.pages.empty()) << st.title;
-        }
-    }
-}
-
 // Each kind of step cites the page of the book its formula stands on.
 TEST_F(Walkthrough, stepsCiteThePageOfTheirFormula) {
     Circuit c = circuit("ac", {leaf("R", "100"), leaf("L", "0,5", "20"), leaf("C", "10u")}, {{"U", "230"}});
@@ -203,12 +193,8 @@ TEST_F(Walkthrough, whyTextsTakeTheFirstKeyInTheirOrder) {
         {"Ohms lov for R1", "Ohms lov gælder for hver enkelt del"},
         {"Spændingen over L1", "Spændingen over en del findes"},
         {"Spænding over R1 (U = I · X)", "Spændingen over en del er strømmen"},
-        {"Serieforbindelse (R1, R2): modstandene lægges sammen", "I en serieforbindelse sidder"},
         {"Strømmen i C1 – Ohms lov med impedans", "Ohms lov gælder for hver enkelt del"},
         {"Kirchhoffs 2. lov (R1, A): spændingerne lægges sammen", "Kirchhoffs 2. lov (spændingsloven)"},
-        {"De ukendte kan ikke isoleres – programmet prøver sig frem", "Her hænger de ukendte sammen"},
-        {"Grupperne A og B er ens", "Ens grupper opfører sig ens"},
-        {"Måler A1", "Et amperemeter sidder i serie"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.title);
@@ -265,17 +251,6 @@ TEST_F(Walkthrough, theCalculatedSheetOfTheStudentsCircuit) {
     EXPECT_FALSE(contains(r.html, "Strømtrekant"));
 }
 
-TEST_F(Walkthrough, aSheetWithoutARealAnswerStopsWithTheSentence) {
-    Circuit c = circuit("ac", {leaf("R", "10"), leaf("C", "0")}, {{"U", "10"}});
-    const Sheet s = computeSheet(c);
-    ASSERT_EQ(s.error, "");
-    const std::string html = regneark(s, c, "x");
-    EXPECT_TRUE(contains(html, "<div class=\"msg bad\">Udregningen stoppede, fordi tallene ikke giver et reelt svar. "
-                               "Tjek de indtastede værdier.</div></div>"));
-    EXPECT_FALSE(contains(html, "Resultater"));
-    EXPECT_FALSE(contains(html, "class=\"step\""));
-}
-
 TEST_F(Walkthrough, mismatchesUnderOnePercentAreRoundingAndAboveAreWrong) {
     struct Row {
         const char* current;
@@ -297,139 +272,306 @@ TEST_F(Walkthrough, mismatchesUnderOnePercentAreRoundingAndAboveAreWrong) {
     }
 }
 
-TEST_F(Walkthrough, alternatingCurrentTablesShowCapacitorsInMicrofaradAndTheSideOfGroups) {
-    Circuit c = circuit("ac", {leaf("R", "100"), group("P", {leaf("R", "50"), leaf("C", "47u")})}, {{"U", "230"}});
-    const Sheet s = computeSheet(c);
-    const RenderResult r = takeRender(regneark(s, c, "x"));
-    EXPECT_TRUE(contains(r.html, "<td>47 µF</td>")) << r.html;
-    EXPECT_TRUE(contains(r.html, "<span class=\"crumb\">kap.</span>"));
-    EXPECT_TRUE(contains(r.html, "<h3 class=\"sh\">Effekt i hver gren</h3>"));
-    EXPECT_TRUE(contains(r.html, "(Kirchhoffs 1. lov er opfyldt som vektorer)"));
-    EXPECT_TRUE(contains(r.html, "Modstandstrekant"));
-}
-
-// The sheets' own sentences, letter for letter, each reached by a circuit
-// that calls for it. `present` false: the text must not be there.
+// The sheets' own sentences, letter for letter: each row a circuit, the sheet
+// it is shown on, the texts that sheet holds and the texts it must not.
 TEST_F(Walkthrough, sentencesOfTheSheetsStandInTheirWords) {
     enum Kind { Calculated, Guide, Task };
     struct Row {
         const char* name;
         Circuit c;
         Kind kind;
-        std::string text;
-        bool present = true;
+        std::vector<std::string> present, absent = {};
     };
-    const std::string stopped = "<div class=\"msg bad\">Udregningen stoppede, fordi tallene ikke giver et reelt svar. "
-                                "Tjek de indtastede værdier.</div>";
-    // R1 takes 100 W at 100 V in series with 10 Ω: R1² − 80·R1 + 100 = 0.
-    const auto twoAnswers = [] {
-        return circuit("dc", {known(leaf("R"), "", "", "100"), leaf("R", "10")}, {{"U", "100"}});
+    const auto ac = [](std::vector<CNodePtr> ch, const char* U = "230") {
+        return circuit("ac", std::move(ch), {{"U", U}});
     };
+    const auto zeroCapacitor = [&] { return ac({leaf("R", "10"), leaf("C", "0")}, "10"); };
+    const auto seriesDc = [] { return circuit("dc", {leaf("R", "4"), leaf("R", "2")}, {{"U", "12"}}); };
+    const auto seriesAc = [&] { return ac({leaf("R", "4"), leaf("L", "0,1")}, "12"); };
+    const auto lossy = [] { return group("P", {leaf("R", "100"), leaf("L", "0,5", "20")}); };
+    const auto capBranch = [] {
+        return group("P", {group("S", {leaf("R", "50"), leaf("C", "22u")}), leaf("L", "0,5")});
+    };
+    const auto lc = [] { return group("P", {leaf("L", "0,2"), leaf("C", "22u")}); };
+    const std::string power = " (P = U · I · cos φ, Q = U · I · sin φ, S = U · I) <span class=\"crumb\">"
+                              "(formelsamlingen s. 12–13)</span></p>";
     const Row rows[] = {
-        {"a capacitor of zero", circuit("ac", {leaf("R", "10"), leaf("C", "0")}, {{"U", "10"}}), Calculated, stopped},
-        {"a frequency so high that the reactance is infinite",
-         circuit("ac", {leaf("R", "10"), leaf("L", "1")}, {{"U", "10"}, {"f", "1e308"}}), Calculated, stopped},
-        {"the guide of a calculation that stops", circuit("ac", {leaf("R", "10"), leaf("C", "0")}, {{"U", "10"}}),
-         Guide,
-         "<p class=\"hint0\">Bemærk: med de opgivne tal stoppede den fulde udregning undervejs, så tjek tallene, før du "
-         "regner.</p>"},
-        {"a guide with no step", circuit("ac", {leaf("R", "10"), leaf("C", "0")}, {{"U", "10"}}), Guide,
-         "<div class=\"msg\">Programmet kunne ikke finde en fremgangsmåde ud fra de opgivne værdier – der mangler nok en "
-         "oplysning.</div>"},
-        {"only the impedance", circuit("ac", {leaf("R", "30"), leaf("L")}, {{"Z", "50"}}), Calculated,
-         "<p class=\"hint0\">Impedanser og vinkler afhænger ikke af spændingen, så komponenten kan findes ud fra Z "
-         "alene. Skriv også U (eller I), hvis du skal bruge strømme, spændinger og effekter.</p>"},
-        {"one resistor from U and I is isolated, not searched",
-         circuit("dc", {leaf("R")}, {{"U", "10"}, {"I", "2"}}), Calculated, "kan ikke isoleres", false},
-        {"the search told", twoAnswers(), Calculated,
-         "<p class=\"hint0\">De ukendte (R<sub>1</sub>) kan ikke isoleres i én formel ad gangen her, fordi de hænger "
-         "sammen gennem hele kredsen. Så programmet prøver sig frem: det gætter på de ukendte, regner hele kredsen igennem "
-         "(med de samme formler som nedenfor – for vekselstrøm med komplekse tal, Parallel s. 10–11) og retter gættet, "
-         "indtil de udregnede værdier passer med de opgivne: P<sub>R1</sub> = 100 W.</p>"},
-        {"the values found", twoAnswers(), Calculated, "<p><b>R<sub>1</sub> = 1,2702 Ω</b></p>"},
-        {"the second solution under the table", twoAnswers(), Calculated,
-         "<p>Bemærk: der findes også en anden løsning, som passer lige så godt: R<sub>1</sub> = 78,73 Ω. Tjek opgaven "
-         "for, hvilken der er den rigtige.</p>"},
-        {"the second solution on the sheet", twoAnswers(), Calculated,
-         "<div class=\"msg\"><b>Bemærk:</b> der findes også en anden løsning, som passer lige så godt med de opgivne "
-         "tal: R<sub>1</sub> = 78,73 Ω. Formlerne herunder finder den ene. Tjek opgaven for, hvilken der er den "
-         "rigtige.</div>"},
-        {"after the search", twoAnswers(), Calculated,
-         "Nu kendes alle komponentværdier – hele kredsen regnes igennem</p>"},
-        {"after the search, its hint", twoAnswers(), Calculated,
-         "<p class=\"hint0\">Herunder regnes kredsen igennem med formlerne, så alle strømme, spændinger og effekter kommer "
-         "med. Til sidst tjekkes det, at resultatet giver de opgivne værdier.</p>"},
-        {"givens that contradict", circuit("dc", {leaf("R", "4"), leaf("R", "2")}, {{"U", "12"}, {"I", "2,04"}}),
-         Calculated, "<div class=\"msg\"><b>De opgivne tal passer ikke sammen</b> – se under Kontrol nederst.</div>"},
-        // 100 V and 3 A over 10 Ω and 31,4 Ω: only with about 1,14 Ω in the coil.
-        {"a coil that must have losses", circuit("ac", {leaf("R", "10"), leaf("L", "0,1")}, {{"U", "100"}, {"I", "3"}}),
+        {"a capacitor of zero",
+         zeroCapacitor(),
          Calculated,
-         "<div class=\"msg\"><b>Bemærk:</b> L1 kan ikke være en ideel spole. Med de opgivne tal går det kun op, hvis "
-         "spolen også har en ohmsk modstand (tab i kobbertråden). Programmet har derfor selv fundet spolens egen "
-         "modstand: <b>R<sub>L1</sub> = 1,1423 Ω</b>. Skulle spolen være ideel, er nogle af de opgivne tal forkerte."
-         "</div>"},
+         {"<div class=\"msg bad\">Udregningen stoppede, fordi tallene ikke giver et reelt svar. Tjek de "
+          "indtastede værdier.</div>"},
+         {"Resultater"}},
+        {"the guide of a calculation that stops",
+         zeroCapacitor(),
+         Guide,
+         {"<p class=\"hint0\">Bemærk: med de opgivne tal stoppede den fulde udregning undervejs, så tjek "
+          "tallene, før du regner.</p>",
+          "<div class=\"msg\">Programmet kunne ikke finde en fremgangsmåde ud fra de opgivne værdier – der "
+          "mangler nok en oplysning.</div>"}},
+        {"only the impedance",
+         circuit("ac", {leaf("R", "30"), leaf("L")}, {{"Z", "50"}}),
+         Calculated,
+         {"<p class=\"hint0\">Impedanser og vinkler afhænger ikke af spændingen, så komponenten kan findes "
+          "ud fra Z alene. Skriv også U (eller I), hvis du skal bruge strømme, spændinger og effekter.</p>"}},
+        {"one resistor from U and I is isolated, not searched",
+         circuit("dc", {leaf("R")}, {{"U", "10"}, {"I", "2"}}),
+         Calculated,
+         {},
+         {"kan ikke isoleres"}},
+        // R1 takes 100 W at 100 V in series with 10 Ω: R1² − 80·R1 + 100 = 0.
+        {"a search with two answers",
+         circuit("dc", {known(leaf("R"), "", "", "100"), leaf("R", "10")}, {{"U", "100"}}),
+         Calculated,
+         {"<p class=\"hint0\">De ukendte (R<sub>1</sub>) kan ikke isoleres i én formel ad gangen her, fordi "
+          "de hænger sammen gennem hele kredsen. Så programmet prøver sig frem: det gætter på de ukendte, "
+          "regner hele kredsen igennem (med de samme formler som nedenfor – for vekselstrøm med komplekse "
+          "tal, Parallel s. 10–11) og retter gættet, indtil de udregnede værdier passer med de opgivne: "
+          "P<sub>R1</sub> = 100 W.</p>",
+          "<p><b>R<sub>1</sub> = 1,2702 Ω</b></p>",
+          "<p>Bemærk: der findes også en anden løsning, som passer lige så godt: R<sub>1</sub> = 78,73 Ω. "
+          "Tjek opgaven for, hvilken der er den rigtige.</p>",
+          "<div class=\"msg\"><b>Bemærk:</b> der findes også en anden løsning, som passer lige så godt med "
+          "de opgivne tal: R<sub>1</sub> = 78,73 Ω. Formlerne herunder finder den ene. Tjek opgaven for, "
+          "hvilken der er den rigtige.</div>",
+          "Nu kendes alle komponentværdier – hele kredsen regnes igennem</p>",
+          "<p class=\"hint0\">Herunder regnes kredsen igennem med formlerne, så alle strømme, spændinger og "
+          "effekter kommer med. Til sidst tjekkes det, at resultatet giver de opgivne værdier.</p>"}},
+        {"givens that contradict",
+         circuit("dc", {leaf("R", "4"), leaf("R", "2")}, {{"U", "12"}, {"I", "2,04"}}),
+         Calculated,
+         {"<div class=\"msg\"><b>De opgivne tal passer ikke sammen</b> – se under Kontrol nederst.</div>"}},
+        // 100 V and 3 A over 10 Ω and 31,4 Ω: only with about 1,14 Ω in the coil.
+        {"a coil that must have losses",
+         circuit("ac", {leaf("R", "10"), leaf("L", "0,1")}, {{"U", "100"}, {"I", "3"}}),
+         Calculated,
+         {"<div class=\"msg\"><b>Bemærk:</b> L1 kan ikke være en ideel spole. Med de opgivne tal går det kun "
+          "op, hvis spolen også har en ohmsk modstand (tab i kobbertråden). Programmet har derfor selv "
+          "fundet spolens egen modstand: <b>R<sub>L1</sub> = 1,1423 Ω</b>. Skulle spolen være ideel, er "
+          "nogle af de opgivne tal forkerte.</div>"}},
         // 5 A is more than 100 V can drive through 31,4 Ω of reactance.
         {"a coil whose losses don't help either",
-         circuit("ac", {leaf("R", "10"), leaf("L", "0,1")}, {{"U", "100"}, {"I", "5"}}), Calculated,
-         "<div class=\"msg\"><b>De opgivne tal passer ikke sammen</b> – se under Kontrol nederst. Programmet prøvede "
-         "også at give L1 en ukendt egen modstand, men det gik heller ikke op – tjek tallene.</div>"},
+         circuit("ac", {leaf("R", "10"), leaf("L", "0,1")}, {{"U", "100"}, {"I", "5"}}),
+         Calculated,
+         {"<div class=\"msg\"><b>De opgivne tal passer ikke sammen</b> – se under Kontrol nederst. "
+          "Programmet prøvede også at give L1 en ukendt egen modstand, men det gik heller ikke op – tjek "
+          "tallene.</div>"}},
         // √(30² + 31,831²) = 43,740 Ω
         {"a total impedance that doesn't fit",
-         circuit("ac", {leaf("R", "30"), leaf("C", "100u")}, {{"U", "100"}, {"Z", "50"}}), Calculated,
-         "<div class=\"msg bad\">Nogle af de givne værdier passer ikke sammen:<br><span class=\"v\">Z</span> = 50 Ω, "
-         "men udregningen giver 43,74 Ω</div>"},
-        {"nothing to check", circuit("dc", {leaf("R", "5")}, {{"U", "10"}}), Calculated,
-         "<h3 class=\"sh\">Kontrol</h3><p class=\"hint0\">Ingen kontrol mulig med de fundne værdier.</p>"},
-        {"a given that comes out exactly", circuit("dc", {leaf("R", "4"), leaf("R")}, {{"U", "12"}, {"I", "2"}}),
+         circuit("ac", {leaf("R", "30"), leaf("C", "100u")}, {{"U", "100"}, {"Z", "50"}}),
          Calculated,
-         "<p class=\"hint0\">De fundne værdier giver præcis det, opgaven oplyste:</p><div class=\"known\"><div>"
-         "<span class=\"v\">I</span>: opgivet 2 A, udregnet 2 A</div></div>"},
-        {"every check passes in direct current", circuit("dc", {leaf("R", "4"), leaf("R", "2")}, {{"U", "12"}}),
+         {"<div class=\"msg bad\">Nogle af de givne værdier passer ikke sammen:<br><span "
+          "class=\"v\">Z</span> = 50 Ω, men udregningen giver 43,74 Ω</div>"}},
+        {"nothing to check",
+         circuit("dc", {leaf("R", "5")}, {{"U", "10"}}),
          Calculated,
-         "<p class=\"ok\">✓ Alle formlerne passer med de fundne værdier (Kirchhoffs 1. lov er opfyldt som "
-         "vektorer).</p>"},
-        {"the guide's check in direct current", circuit("dc", {leaf("R", "4"), leaf("R", "2")}, {{"U", "12"}}), Guide,
-         "<h3 class=\"sh\">Tjek dit resultat</h3><p class=\"hint0\">Brug Kirchhoffs love som kontrol: delspændingerne "
-         "i en serie skal give kildespændingen, og grenstrømmene i en parallel skal give den samlede strøm. Effekterne "
-         "i komponenterne skal tilsammen give den samlede effekt.</p>"},
-        {"the guide's check in alternating current",
-         circuit("ac", {leaf("R", "4"), leaf("L", "0,1")}, {{"U", "12"}}), Guide,
-         "<h3 class=\"sh\">Tjek dit resultat</h3><p class=\"hint0\">Regn effekttrekanten igennem til sidst: S² skal "
-         "give P² + Q², og cos φ = P/S skal passe med vinklen fra impedanstrekanten. Grenstrømmene lagt sammen som "
-         "vektorer skal give den samlede strøm.</p>"},
-        {"a guide step's reference after its head",
-         circuit("dc", {leaf("R", "4"), leaf("R", "2")}, {{"U", "12"}}), Guide,
-         "<p class=\"h4\"><span class=\"stnum\">1</span> Find kredsens samlede modstand – Serieforbindelse (R1, R2): "
-         "modstandene lægges sammen</p><span class=\"crumb\">formelsamlingen s. 3</span>"},
+         {"<h3 class=\"sh\">Kontrol</h3><p class=\"hint0\">Ingen kontrol mulig med de fundne værdier.</p>"}},
+        {"a given that comes out exactly",
+         circuit("dc", {leaf("R", "4"), leaf("R")}, {{"U", "12"}, {"I", "2"}}),
+         Calculated,
+         {"<p class=\"hint0\">De fundne værdier giver præcis det, opgaven oplyste:</p><div "
+          "class=\"known\"><div><span class=\"v\">I</span>: opgivet 2 A, udregnet 2 A</div></div>"}},
+        {"a direct-current series",
+         seriesDc(),
+         Calculated,
+         {"<p class=\"ok\">✓ Alle formlerne passer med de fundne værdier (Kirchhoffs 1. lov er opfyldt som "
+          "vektorer).</p>"}},
+        {"the guide of a direct-current series",
+         seriesDc(),
+         Guide,
+         {"<h3 class=\"sh\">Tjek dit resultat</h3><p class=\"hint0\">Brug Kirchhoffs love som kontrol: "
+          "delspændingerne i en serie skal give kildespændingen, og grenstrømmene i en parallel skal give "
+          "den samlede strøm. Effekterne i komponenterne skal tilsammen give den samlede effekt.</p>",
+          "<p class=\"h4\"><span class=\"stnum\">1</span> Find kredsens samlede modstand – Serieforbindelse "
+          "(R1, R2): modstandene lægges sammen</p><span class=\"crumb\">formelsamlingen s. 3</span>"}},
+        {"the task of a direct-current series",
+         seriesDc(),
+         Task,
+         {"<h3 class=\"sh\">Find</h3><ol><li>strømmen I og strømmen i hver gren</li><li>spændingen over hver "
+          "komponent</li><li>effekten i hver komponent og den samlede effekt.</li></ol><p "
+          "class=\"hint0\">Skriv formlen først, sæt tallene ind, og husk enheden på resultatet. Tjek til "
+          "sidst med Kirchhoffs love.</p>",
+          "<p class=\"crumb\">Facit kan ses i \"Tegn et kredsløb\" (hele udregningen) eller trin for trin i "
+          "\"Kredsløb – fremgangsmåde\".</p>"}},
+        {"an alternating-current series",
+         seriesAc(),
+         Calculated,
+         {"Effektfaktor: cos φ = R / Z <span class=\"crumb\">(formelsamlingen s. 12)</span>",
+          "Tilsyneladende effekt <span class=\"crumb\">(formelsamlingen s. 13)</span>"}},
+        {"the guide of an alternating-current series",
+         seriesAc(),
+         Guide,
+         {"<h3 class=\"sh\">Tjek dit resultat</h3><p class=\"hint0\">Regn effekttrekanten igennem til sidst: "
+          "S² skal give P² + Q², og cos φ = P/S skal passe med vinklen fra impedanstrekanten. Grenstrømmene "
+          "lagt sammen som vektorer skal give den samlede strøm.</p>"}},
+        {"the task of an alternating-current series",
+         seriesAc(),
+         Task,
+         {"<h3 class=\"sh\">Find</h3><ol><li>reaktanserne X<sub>L</sub> og X<sub>C</sub></li><li>impedansen "
+          "Z og vinklen φ</li><li>strømmen I og strømmen i hver gren</li><li>spændingen over hver "
+          "komponent</li><li>den aktive, den reaktive og den tilsyneladende effekt og effekttrekanten (S² = "
+          "P² + Q²).</li></ol><p class=\"hint0\">Skriv formlen først, sæt tallene ind, og husk enheden på "
+          "resultatet. Tjek til sidst med Kirchhoffs love og effekttrekanten (S² = P² + Q²).</p>"}},
+        {"no reactance to find among resistors", ac({leaf("R", "4")}, "12"), Task, {}, {"reaktans"}},
+        {"R ∥ L ∥ C",
+         ac({group("P", {leaf("R", "100"), leaf("L", "0,5"), leaf("C", "10u")})}),
+         Calculated,
+         {"Strømmen i R1 – samme spænding 230 V over alle grene, I = U / R<sub>1</sub> <span class=\"crumb\">"
+          "(formelsamlingen s. 5–9)</span>",
+          "Effekt og effektfaktor i R1" + power +
+              "<p class=\"hint0\">En modstand: strømmen er i fase med U, så φ = 0° og cos φ = 1 – al "
+              "effekten er aktiv (varme).</p>",
+          "Effekt og effektfaktor i L1" + power +
+              "<p class=\"hint0\">En ideel spole: strømmen er 90° efter U (induktiv), så φ = 90° og cos φ = "
+              "0 – spolen bruger ingen aktiv effekt, kun reaktiv.</p>",
+          "Effekt og effektfaktor i C1" + power +
+              "<p class=\"hint0\">En kondensator: strømmen er 90° før U (kapacitiv), så φ = 90° og cos φ = 0 "
+              "– ingen aktiv effekt, kun reaktiv.</p><p class=\"hint0\">Grenen er kapacitiv. Q står som et "
+              "positivt tal, men trækkes fra de induktive grenes Q, når grenene lægges sammen.</p>",
+          "Aktiv effekt – kun modstandene bruger aktiv effekt (P = U · I<sub>R</sub>) <span class=\"crumb\">"
+          "(formelsamlingen s. 13)</span>",
+          "Reaktiv effekt <span class=\"crumb\">(formelsamlingen s. 13)</span></p><p class=\"hint0\">Den "
+          "aktive effekt lægges sammen gren for gren. Den reaktive effekt også, men de kapacitive grenes Q "
+          "trækkes fra de induktive (Q = Q<sub>L</sub> − Q<sub>C</sub>):</p>",
+          "Den samlede strøm – strømtrekanten: I² = I<sub>R</sub>² + (I<sub>L</sub> − I<sub>C</sub>)² <span "
+          "class=\"crumb\">(formelsamlingen s. 5, 7, 8)</span>",
+          "Effektfaktor: cos φ = I<sub>R</sub> / I <span class=\"crumb\">(formelsamlingen s. 8)</span>",
+          "Samlet impedans: I = U / z <span class=\"crumb\">"},
+         {"Resultatet er minus", "med komplekse tal"}},
+        {"R ∥ a lossy coil",
+         ac({lossy()}),
+         Calculated,
+         {"Aktiv effekt ud fra den aktive strøm (P = U · I<sub>v</sub>) <span class=\"crumb\">"
+          "(formelsamlingen s. 13)</span>",
+          "Spolens impedans: z<sub>L</sub> = R<sub>L</sub> + iX<sub>L</sub> (L1) <span class=\"crumb\">"
+          "(formelsamlingen s. 6)</span>",
+          "Effekt og effektfaktor i L1" + power +
+              "<p class=\"hint0\">Spolen har egen (ohmsk) modstand, så strømmen er forskudt φ efter U "
+              "(induktiv). cos φ findes i modstandstrekanten for grenen:</p>",
+          "<p class=\"hint0\">Effekten bliver til varme i spolens egen modstand – P = I² · R giver det "
+          "samme:</p>",
+          "Vinklen i L1: z = R + iX = z∠φ, så tan φ = X / R <span class=\"crumb\">(formelsamlingen s. 6, "
+          "10)</span>",
+          "Strømmen i L1 er forskudt φ – den aktive del (i fase med U) <span "
+          "class=\"crumb\">(formelsamlingen s. 26 (komposanter))</span>",
+          "Strømmene i modstandene lægges sammen <span class=\"crumb\">",
+          "Den samlede strøm – strømtrekanten: I = I<sub>R</sub>∠0° + I<sub>L</sub>∠−φ<sub>L</sub> + "
+          "I<sub>C</sub>∠90° <span class=\"crumb\">",
+          "Effektfaktor: cos φ = den aktive strøm / I <span class=\"crumb\">"}},
+        {"an inductive series branch ∥ C",
+         ac({group("P", {group("S", {leaf("R", "50"), leaf("L", "0,2")}), leaf("C", "22u")})}),
+         Calculated,
+         {"Grenen B er en seriekreds: de ohmske modstande lægges sammen <span class=\"crumb\">",
+          "Grenen B: reaktanserne lægges sammen (spole plus, kondensator minus) <span class=\"crumb\">",
+          "<p class=\"hint0\">Grenen har både ohmsk modstand og reaktans, så strømmen er forskudt φ efter U "
+          "(induktiv). cos φ findes i modstandstrekanten for grenen:</p>",
+          "<p class=\"hint0\">Effekten bliver til varme i grenens modstande – P = I² · R giver det "
+          "samme:</p>"}},
+        // 100 Ω ∥ 47 µF at 50 Hz: X_C = 67,726 Ω, so the capacitor's Q outweighs.
+        {"a capacitive parallel",
+         ac({group("P", {leaf("R", "100"), leaf("C", "47u")})}),
+         Calculated,
+         {"<p class=\"hint0\">Resultatet er minus, fordi den kapacitive effekt er størst – kredsen er "
+          "kapacitiv. Så vendes regnestykket om (Q = Q<sub>C</sub> − Q<sub>L</sub>), og Q = <b>781,09 "
+          "VAr</b> (kapacitiv).</p>"}},
+        {"a parallel in series with a resistor",
+         ac({leaf("R", "100"), group("P", {leaf("R", "50"), leaf("C", "47u")})}),
+         Calculated,
+         {"<td>47 µF</td>", "<span class=\"crumb\">kap.</span>", "<h3 class=\"sh\">Effekt i hver gren</h3>",
+          "(Kirchhoffs 1. lov er opfyldt som vektorer)", "Modstandstrekant"}},
+        {"mixed",
+         ac({leaf("R", "47"), lc()}),
+         Calculated,
+         {"<p class=\"hint0\">Grenstrømmene er faseforskudt, så impedanserne lægges sammen som komplekse "
+          "tal: hver gren skrives som z∠φ, man tager 1/z, lægger sammen og vender tilbage. Resultatet "
+          "skrives som R + iX, så det kan lægges i serie med resten.</p>",
+          "Spolernes induktive reaktans <span class=\"crumb\">(formelsamlingen s. 11)</span>",
+          "Kondensatorernes kapacitive reaktans <span class=\"crumb\">(formelsamlingen s. 15)</span>",
+          "Parallel (L1, C1): z = (1/z₁ + 1/z₂ + …)⁻¹ med komplekse tal <span "
+          "class=\"crumb\">(formelsamlingen s. 10–11)</span>",
+          "Parallel: spændingen er den samme over alle grene <span class=\"crumb\">(formelsamlingen s. "
+          "4)</span>",
+          "<p class=\"hint0\">φ er plus: gruppen virker induktivt</p>",
+          "Strømmen i hver gren – Ohms lov med impedans <span class=\"crumb\">(formelsamlingen s. "
+          "12)</span>"},
+         {"26 (komposanter)"}},
+        {"mixed, with a lossy coil",
+         ac({leaf("R", "47"), group("P", {leaf("L", "0,2", "10"), leaf("C", "22u")})}),
+         Calculated,
+         {"Spolens impedans – spolen har både ohmsk modstand og reaktans <span "
+          "class=\"crumb\">(formelsamlingen s. 18)</span>",
+          "Strømmene er faseforskudt – del dem i en aktiv del (i fase med U) og en reaktiv del (90° "
+          "forskudt) <span class=\"crumb\">(formelsamlingen s. 26 (komposanter))</span>"}},
+        // X_L = 62,83 Ω against X_C = 144,69 Ω: the coil takes more current.
+        {"mixed, each branch as a complex number",
+         ac({leaf("R", "47"), group("P", {leaf("L", "0,2", "10"), leaf("C", "22u"), leaf("R", "100")})}),
+         Calculated,
+         {"<p class=\"hint0\">Som komplekst tal: z = R + iX = z∠φ</p><p>L1 – spole med tab: z∠φ</p><p>C1 – "
+          "kondensator: vinkel −90°</p><p>R2 – modstand: vinkel 0°</p>"}},
+        // Its reactance is negative: the part 90° off is taken by its size.
+        {"mixed, a capacitive series branch",
+         ac({leaf("R", "47"),
+             group("P", {group("S", {leaf("R", "50"), leaf("C", "22u")}), leaf("L", "0,2")})}),
+         Calculated,
+         {"<span class=\"v\">I<sub>r,B</sub></span></td>"}},
+        {"mixed, from the current",
+         circuit("ac", {leaf("R", "47"), lc()}, {{"I", "2"}}),
+         Calculated,
+         {"Spændingen – Ohms lov med impedans <span class=\"crumb\">(formelsamlingen s. 12)</span>"}},
+        {"a capacitive series branch",
+         ac({capBranch()}),
+         Calculated,
+         {"Grenen B: reaktanserne lægges sammen (kondensator plus, spole minus) <span class=\"crumb\">"
+          "(formelsamlingen s. 3, 18, 20)</span></p><p class=\"hint0\">Grenen B er kapacitiv: X regnes som "
+          "et positivt tal</p>",
+          "Vinklen i B: z = R − iX = z∠−φ, så tan φ = X / R – grenen er kapacitiv, så strømmen er φ før U"}},
+        // X_C1 = 144,69 Ω against X_L1 = 31,416 Ω: summed the other way round.
+        {"a capacitive series branch with a coil",
+         ac({group("P",
+                   {group("S", {leaf("R", "50"), leaf("L", "0,1"), leaf("C", "22u")}), leaf("R", "100")})}),
+         Calculated,
+         {"<span class=\"v\">X<sub>B</sub></span></td><td class=\"m\">=</td><td class=\"r\"><span "
+          "class=\"v\">X<sub>C1</sub></span> − <span class=\"v\">X<sub>L1</sub></span></td>"}},
+        {"two capacitors",
+         ac({group("P", {leaf("R", "100"), leaf("C", "10u"), leaf("C", "22u")})}),
+         Calculated,
+         {"Strømmene i kondensatorerne lægges sammen"}},
+        // Three series branches are groups B, C and D: I_C belongs to one of
+        // them, so the sums by kind give way to the complex sum.
+        {"a group that owns the capacitors' symbol",
+         ac({group("P", {group("S", {leaf("R", "50"), leaf("C", "22u")}),
+                         group("S", {leaf("R", "50"), leaf("L", "0,2")}),
+                         group("S", {leaf("R", "10"), leaf("L", "0,1")})})}),
+         Calculated,
+         {"Parallel (B, C, D): z = (1/z₁ + 1/z₂ + …)⁻¹ med komplekse tal"}},
         // U_h is set by the sheet's own hint, not found by a step.
-        {"the guide's auxiliary voltage",
-         circuit("ac", {group("P", {leaf("R", "100"), leaf("L", "0,5", "20")})}, {{"I", "3"}}),
-         Guide, "hjælpespændingen <span class=\"crumb\">opgivet</span>"},
-        {"the power factor of a series", circuit("ac", {leaf("R", "4"), leaf("L", "0,1")}, {{"U", "12"}}), Calculated,
-         "Effektfaktor: cos φ = R / Z <span class=\"crumb\">(formelsamlingen s. 12)</span>"},
-        {"the powers of the whole circuit", circuit("ac", {leaf("R", "4"), leaf("L", "0,1")}, {{"U", "12"}}),
-         Calculated, "Tilsyneladende effekt <span class=\"crumb\">(formelsamlingen s. 13)</span>"},
-        {"a parallel group inside a mixed circuit",
-         circuit("ac", {leaf("R", "47"), group("P", {leaf("L", "0,2"), leaf("C", "22u")})}, {{"U", "230"}}),
+        {"the guide with only the current",
+         circuit("ac", {lossy()}, {{"I", "3"}}),
+         Guide,
+         {"hjælpespændingen <span class=\"crumb\">opgivet</span>"}},
+        {"only the current",
+         circuit("ac", {lossy()}, {{"I", "3"}}),
          Calculated,
-         "<p class=\"hint0\">Grenstrømmene er faseforskudt, så impedanserne lægges sammen som komplekse tal: hver gren "
-         "skrives som z∠φ, man tager 1/z, lægger sammen og vender tilbage. Resultatet skrives som R + iX, så det kan "
-         "lægges i serie med resten.</p>"},
-        {"the task in direct current", circuit("dc", {leaf("R", "4"), leaf("R", "2")}, {{"U", "12"}}), Task,
-         "<h3 class=\"sh\">Find</h3><ol><li>strømmen I og strømmen i hver gren</li><li>spændingen over hver "
-         "komponent</li><li>effekten i hver komponent og den samlede effekt.</li></ol><p class=\"hint0\">Skriv "
-         "formlen først, sæt tallene ind, og husk enheden på resultatet. Tjek til sidst med Kirchhoffs love.</p>"},
-        {"the task in alternating current", circuit("ac", {leaf("R", "4"), leaf("L", "0,1")}, {{"U", "12"}}), Task,
-         "<h3 class=\"sh\">Find</h3><ol><li>reaktanserne X<sub>L</sub> og X<sub>C</sub></li><li>impedansen Z og vinklen "
-         "φ</li><li>strømmen I og strømmen i hver gren</li><li>spændingen over hver komponent</li><li>den aktive, den "
-         "reaktive og den tilsyneladende effekt og effekttrekanten (S² = P² + Q²).</li></ol><p class=\"hint0\">Skriv "
-         "formlen først, sæt tallene ind, og husk enheden på resultatet. Tjek til sidst med Kirchhoffs love og "
-         "effekttrekanten (S² = P² + Q²).</p>"},
-        {"no reactance to find among resistors", circuit("ac", {leaf("R", "4")}, {{"U", "12"}}), Task, "reaktans",
-         false},
-        {"the task's last line", circuit("dc", {leaf("R", "4")}, {{"U", "12"}}), Task,
-         "<p class=\"crumb\">Facit kan ses i \"Tegn et kredsløb\" (hele udregningen) eller trin for trin i "
-         "\"Kredsløb – fremgangsmåde\".</p>"},
+         {"<p class=\"hint0\">U er ikke opgivet. Strømmene i grenene er proportionale med U, så kredsens "
+          "impedans Z afhænger ikke af U. Regn derfor først med en hjælpespænding U<sub>h</sub> = 100 V:</p>",
+          "Reaktanserne: X<sub>L</sub> = 2 · π · f · L og X<sub>C</sub> = 1 / (2 · π · f · C) <span "
+          "class=\"crumb\">(formelsamlingen s. 11, 15)</span>",
+          "Impedans og vinkel i L1 med både R og X: z = √(R² + X²) og cos φ = R / z <span class=\"crumb\">"
+          "(formelsamlingen s. 12, 18)</span>",
+          "Find U – først kredsens impedans Z med en hjælpespænding <span class=\"crumb\">(formelsamlingen "
+          "s. 12)</span></p><p class=\"hint0\">Kredsens impedans er den samme ved alle spændinger:</p>",
+          "Spændingen: U = I · Z <span class=\"crumb\">(formelsamlingen s. 12)</span></p><p "
+          "class=\"hint0\">Nu kendes Z, og den opgivne strøm giver spændingen:</p>",
+          "Gren R1 – strøm og effekt <span class=\"crumb\">(formelsamlingen s. 5–10)</span>"},
+         {"Minus betyder"}},
+        {"only the current, a capacitive series branch",
+         circuit("ac", {capBranch()}, {{"I", "3"}}),
+         Calculated,
+         {"Grenen B: reaktanserne lægges sammen (kondensator plus, spole minus)"}},
+        {"only the current, capacitive",
+         circuit("ac", {group("P", {leaf("R", "100"), leaf("C", "47u")})}, {{"I", "3"}}),
+         Calculated,
+         {"<p class=\"hint0\">Minus betyder, at kredsen er kapacitiv. Videre regnes med talværdien.</p>"}},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -445,7 +587,10 @@ TEST_F(Walkthrough, sentencesOfTheSheetsStandInTheirWords) {
             html = regneark(s, c, "x");
         }
         html = takeRender(html).html;
-        EXPECT_EQ(contains(html, row.text), row.present) << html;
+        for (const std::string& text : row.present)
+            EXPECT_TRUE(contains(html, text)) << text;
+        for (const std::string& text : row.absent)
+            EXPECT_FALSE(contains(html, text)) << text;
     }
 }
 
@@ -515,245 +660,8 @@ TEST_F(Walkthrough, theTaskSheetGivesTheGivensAndNoResult) {
     EXPECT_TRUE(contains(r.html, "<h2>Opgave: regn kredsløbet</h2>"));
     EXPECT_TRUE(contains(r.html, "I<sub>R3</sub> = 0,5 A"));
     EXPECT_FALSE(contains(r.html, "247,5"));
-    EXPECT_FALSE(contains(r.html, "reaktans"));
-    EXPECT_TRUE(contains(r.html, "<table class=\"dataTable\">"));
     EXPECT_EQ(r.figs.size(), 1u);
     EXPECT_EQ(c.root->ch.size(), 2u); // nothing was solved or changed
-}
-
-} // namespace
-} // namespace fl
-
-namespace fl {
-namespace {
-
-// The alternating-current steps of parallels and mixed circuits, in the words
-// a student finds them under: each row a circuit that calls for the text, and
-// the text whole as it stands on the calculated sheet.
-TEST_F(Walkthrough, parallelAndMixedStepsStandInTheirWords) {
-    struct Row {
-        const char* name;
-        Circuit c;
-        std::string text;
-        bool present = true;
-    };
-    const auto rlc = [] {
-        return circuit("ac", {group("P", {leaf("R", "100"), leaf("L", "0,5"), leaf("C", "10u")})},
-                       {{"U", "230"}});
-    };
-    const auto lossy = [] {
-        return circuit("ac", {group("P", {leaf("R", "100"), leaf("L", "0,5", "20")})}, {{"U", "230"}});
-    };
-    const auto branch = [] {
-        return circuit("ac",
-                       {group("P", {group("S", {leaf("R", "50"), leaf("L", "0,2")}), leaf("C", "22u")})},
-                       {{"U", "230"}});
-    };
-    const auto mixed = [] {
-        return circuit("ac", {leaf("R", "47"), group("P", {leaf("L", "0,2"), leaf("C", "22u")})},
-                       {{"U", "230"}});
-    };
-    // 100 Ω ∥ 47 µF at 50 Hz: X_C = 67,726 Ω, so the capacitor's Q outweighs.
-    const auto capacitive = [] {
-        return circuit("ac", {group("P", {leaf("R", "100"), leaf("C", "47u")})}, {{"U", "230"}});
-    };
-    const auto onlyCurrent = [] {
-        return circuit("ac", {group("P", {leaf("R", "100"), leaf("L", "0,5", "20")})}, {{"I", "3"}});
-    };
-    const std::string power = " (P = U · I · cos φ, Q = U · I · sin φ, S = U · I) <span class=\"crumb\">"
-                              "(formelsamlingen s. 12–13)</span></p>";
-    const Row rows[] = {
-        {"a branch current", rlc(),
-         "Strømmen i R1 – samme spænding 230 V over alle grene, I = U / R<sub>1</sub> <span class=\"crumb\">"
-         "(formelsamlingen s. 5–9)</span>"},
-        {"a coil's branch current", rlc(),
-         "Strømmen i L1 – samme spænding 230 V over alle grene, I = U / X<sub>L1</sub> <span "
-         "class=\"crumb\">"},
-        {"a resistor's power", rlc(),
-         "Effekt og effektfaktor i R1" + power +
-             "<p class=\"hint0\">En modstand: strømmen er i fase med U, så φ = 0° og cos φ = 1 – al effekten "
-             "er aktiv "
-             "(varme).</p>"},
-        {"an ideal coil's power", rlc(),
-         "Effekt og effektfaktor i L1" + power +
-             "<p class=\"hint0\">En ideel spole: strømmen er 90° efter U (induktiv), så φ = 90° og cos φ = 0 "
-             "– spolen "
-             "bruger ingen aktiv effekt, kun reaktiv.</p>"},
-        {"a capacitor's power", rlc(),
-         "Effekt og effektfaktor i C1" + power +
-             "<p class=\"hint0\">En kondensator: strømmen er 90° før U (kapacitiv), så φ = 90° og cos φ = 0 "
-             "– ingen "
-             "aktiv effekt, kun reaktiv.</p><p class=\"hint0\">Grenen er kapacitiv. Q står som et positivt "
-             "tal, men "
-             "trækkes fra de induktive grenes Q, når grenene lægges sammen.</p>"},
-        {"the active power from the resistors' current", rlc(),
-         "Aktiv effekt – kun modstandene bruger aktiv effekt (P = U · I<sub>R</sub>) <span class=\"crumb\">"
-         "(formelsamlingen s. 13)</span>"},
-        {"the active power from the active current", lossy(),
-         "Aktiv effekt ud fra den aktive strøm (P = U · I<sub>v</sub>) <span class=\"crumb\">"
-         "(formelsamlingen s. 13)</span>"},
-        {"the totals with the reactive sum", rlc(),
-         "Reaktiv effekt <span class=\"crumb\">(formelsamlingen s. 13)</span></p><p class=\"hint0\">Den aktive "
-         "effekt "
-         "lægges sammen gren for gren. Den reaktive effekt også, men de kapacitive grenes Q trækkes fra de "
-         "induktive "
-         "(Q = Q<sub>L</sub> − Q<sub>C</sub>):</p>"},
-        {"an inductive sum is not turned", rlc(), "Resultatet er minus", false},
-        {"a lossy coil's impedance", lossy(),
-         "Spolens impedans: z<sub>L</sub> = R<sub>L</sub> + iX<sub>L</sub> (L1) <span class=\"crumb\">"
-         "(formelsamlingen s. 6)</span>"},
-        {"a lossy coil's power factor", lossy(),
-         "Effekt og effektfaktor i L1" + power +
-             "<p class=\"hint0\">Spolen har egen (ohmsk) modstand, så strømmen er forskudt φ efter U "
-             "(induktiv). cos φ "
-             "findes i modstandstrekanten for grenen:</p>"},
-        {"a lossy coil's heat", lossy(),
-         "<p class=\"hint0\">Effekten bliver til varme i spolens egen modstand – P = I² · R giver det "
-         "samme:</p>"},
-        {"a series branch's resistance", branch(),
-         "Grenen B er en seriekreds: de ohmske modstande lægges sammen <span class=\"crumb\">"},
-        {"a series branch's reactance", branch(),
-         "Grenen B: reaktanserne lægges sammen (spole plus, kondensator minus) <span class=\"crumb\">"},
-        {"a series branch's power factor", branch(),
-         "<p class=\"hint0\">Grenen har både ohmsk modstand og reaktans, så strømmen er forskudt φ efter U "
-         "(induktiv). "
-         "cos φ findes i modstandstrekanten for grenen:</p>"},
-        {"a series branch's heat", branch(),
-         "<p class=\"hint0\">Effekten bliver til varme i grenens modstande – P = I² · R giver det "
-         "samme:</p>"},
-        {"the negative sum turned round", capacitive(),
-         "<p class=\"hint0\">Resultatet er minus, fordi den kapacitive effekt er størst – kredsen er "
-         "kapacitiv. Så "
-         "vendes regnestykket om (Q = Q<sub>C</sub> − Q<sub>L</sub>), og Q = <b>781,09 VAr</b> "
-         "(kapacitiv).</p>"},
-        {"mixed: the coils' reactance", mixed(),
-         "Spolernes induktive reaktans <span class=\"crumb\">(formelsamlingen s. 11)</span>"},
-        {"mixed: the capacitors' reactance", mixed(),
-         "Kondensatorernes kapacitive reaktans <span class=\"crumb\">(formelsamlingen s. 15)</span>"},
-        {"mixed: a lossy coil's impedance",
-         circuit("ac", {leaf("R", "47"), group("P", {leaf("L", "0,2", "10"), leaf("C", "22u")})},
-                 {{"U", "230"}}),
-         "Spolens impedans – spolen har både ohmsk modstand og reaktans <span "
-         "class=\"crumb\">(formelsamlingen s. "
-         "18)</span>"},
-        {"mixed: the parallel by complex numbers", mixed(),
-         "Parallel (L1, C1): z = (1/z₁ + 1/z₂ + …)⁻¹ med komplekse tal <span "
-         "class=\"crumb\">(formelsamlingen s. "
-         "10–11)</span>"},
-        // X_L = 62,83 Ω against X_C = 144,69 Ω: the coil takes more current.
-        {"mixed: each branch as a complex number",
-         circuit("ac",
-                 {leaf("R", "47"), group("P", {leaf("L", "0,2", "10"), leaf("C", "22u"), leaf("R", "100")})},
-                 {{"U", "230"}}),
-         "<p class=\"hint0\">Som komplekst tal: z = R + iX = z∠φ</p><p>L1 – spole med tab: z∠φ</p><p>C1 – "
-         "kondensator: vinkel −90°</p><p>R2 – modstand: vinkel 0°</p>"},
-        {"mixed: one voltage over the branches", mixed(),
-         "Parallel: spændingen er den samme over alle grene <span class=\"crumb\">(formelsamlingen s. "
-         "4)</span>"},
-        {"mixed: the group's side", mixed(), "<p class=\"hint0\">φ er plus: gruppen virker induktivt</p>"},
-        {"mixed: a branch at an angle split in its parts",
-         circuit("ac", {leaf("R", "47"), group("P", {leaf("L", "0,2", "10"), leaf("C", "22u")})},
-                 {{"U", "230"}}),
-         "Strømmene er faseforskudt – del dem i en aktiv del (i fase med U) og en reaktiv del (90° forskudt) "
-         "<span class=\"crumb\">(formelsamlingen s. 26 (komposanter))</span>"},
-        // Its reactance is negative: the part 90° off is taken by its size.
-        {"mixed: a capacitive series branch's reactive part",
-         circuit("ac",
-                 {leaf("R", "47"), group("P", {group("S", {leaf("R", "50"), leaf("C", "22u")}), leaf("L", "0,2")})},
-                 {{"U", "230"}}),
-         "<span class=\"v\">I<sub>r,B</sub></span></td>"},
-        {"mixed: pure branches need no split", mixed(), "26 (komposanter)", false},
-        {"mixed: the branch currents", mixed(),
-         "Strømmen i hver gren – Ohms lov med impedans <span class=\"crumb\">(formelsamlingen s. 12)</span>"},
-        {"mixed: the voltage from the current",
-         circuit("ac", {leaf("R", "47"), group("P", {leaf("L", "0,2"), leaf("C", "22u")})}, {{"I", "2"}}),
-         "Spændingen – Ohms lov med impedans <span class=\"crumb\">(formelsamlingen s. 12)</span>"},
-        {"the current triangle", rlc(),
-         "Den samlede strøm – strømtrekanten: I² = I<sub>R</sub>² + (I<sub>L</sub> − I<sub>C</sub>)² <span "
-         "class=\"crumb\">(formelsamlingen s. 5, 7, 8)</span>"},
-        {"the power factor from the currents", rlc(),
-         "Effektfaktor: cos φ = I<sub>R</sub> / I <span class=\"crumb\">(formelsamlingen s. 8)</span>"},
-        {"the impedance last", rlc(), "Samlet impedans: I = U / z <span class=\"crumb\">"},
-        {"no complex sum where the currents tell", rlc(), "med komplekse tal", false},
-        {"a branch's angle", lossy(),
-         "Vinklen i L1: z = R + iX = z∠φ, så tan φ = X / R <span class=\"crumb\">(formelsamlingen s. 6, "
-         "10)</span>"},
-        {"a branch's active part", lossy(),
-         "Strømmen i L1 er forskudt φ – den aktive del (i fase med U) <span class=\"crumb\">(formelsamlingen "
-         "s. 26 "
-         "(komposanter))</span>"},
-        {"the active currents summed", lossy(),
-         "Strømmene i modstandene lægges sammen <span class=\"crumb\">"},
-        {"the triangle with a branch at an angle", lossy(),
-         "Den samlede strøm – strømtrekanten: I = I<sub>R</sub>∠0° + I<sub>L</sub>∠−φ<sub>L</sub> + "
-         "I<sub>C</sub>∠90° <span class=\"crumb\">"},
-        {"the power factor from the active current", lossy(),
-         "Effektfaktor: cos φ = den aktive strøm / I <span class=\"crumb\">"},
-        {"a capacitive series branch",
-         circuit("ac", {group("P", {group("S", {leaf("R", "50"), leaf("C", "22u")}), leaf("L", "0,5")})},
-                 {{"U", "230"}}),
-         "Grenen B: reaktanserne lægges sammen (kondensator plus, spole minus) <span class=\"crumb\">"
-         "(formelsamlingen s. 3, 18, 20)</span></p><p class=\"hint0\">Grenen B er kapacitiv: X regnes som et "
-         "positivt tal</p>"},
-        // X_C1 = 144,69 Ω against X_L1 = 31,416 Ω: summed the other way round.
-        {"a capacitive series branch's sum, turned",
-         circuit("ac",
-                 {group("P", {group("S", {leaf("R", "50"), leaf("L", "0,1"), leaf("C", "22u")}), leaf("R", "100")})},
-                 {{"U", "230"}}),
-         "<span class=\"v\">X<sub>B</sub></span></td><td class=\"m\">=</td><td class=\"r\"><span "
-         "class=\"v\">X<sub>C1</sub></span> − <span class=\"v\">X<sub>L1</sub></span></td>"},
-        {"a capacitive series branch's angle",
-         circuit("ac", {group("P", {group("S", {leaf("R", "50"), leaf("C", "22u")}), leaf("L", "0,5")})},
-                 {{"U", "230"}}),
-         "Vinklen i B: z = R − iX = z∠−φ, så tan φ = X / R – grenen er kapacitiv, så strømmen er φ før U"},
-        {"two capacitors' currents summed",
-         circuit("ac", {group("P", {leaf("R", "100"), leaf("C", "10u"), leaf("C", "22u")})}, {{"U", "230"}}),
-         "Strømmene i kondensatorerne lægges sammen"},
-        // Three series branches are groups B, C and D: I_C belongs to one of
-        // them, so the sums by kind give way to the complex sum.
-        {"a group that owns the capacitors' symbol",
-         circuit("ac",
-                 {group("P", {group("S", {leaf("R", "50"), leaf("C", "22u")}),
-                              group("S", {leaf("R", "50"), leaf("L", "0,2")}),
-                              group("S", {leaf("R", "10"), leaf("L", "0,1")})})},
-                 {{"U", "230"}}),
-         "Parallel (B, C, D): z = (1/z₁ + 1/z₂ + …)⁻¹ med komplekse tal"},
-        {"only the current: the auxiliary voltage", onlyCurrent(),
-         "<p class=\"hint0\">U er ikke opgivet. Strømmene i grenene er proportionale med U, så kredsens "
-         "impedans Z "
-         "afhænger ikke af U. Regn derfor først med en hjælpespænding U<sub>h</sub> = 100 V:</p>"},
-        {"only the current: the reactances", onlyCurrent(),
-         "Reaktanserne: X<sub>L</sub> = 2 · π · f · L og X<sub>C</sub> = 1 / (2 · π · f · C) <span "
-         "class=\"crumb\">(formelsamlingen s. 11, 15)</span>"},
-        {"only the current: a branch with R and X", onlyCurrent(),
-         "Impedans og vinkel i L1 med både R og X: z = √(R² + X²) og cos φ = R / z <span class=\"crumb\">"
-         "(formelsamlingen s. 12, 18)</span>"},
-        {"only the current: Z first", onlyCurrent(),
-         "Find U – først kredsens impedans Z med en hjælpespænding <span class=\"crumb\">(formelsamlingen s. "
-         "12)</span></p><p class=\"hint0\">Kredsens impedans er den samme ved alle spændinger:</p>"},
-        {"only the current: then U", onlyCurrent(),
-         "Spændingen: U = I · Z <span class=\"crumb\">(formelsamlingen s. 12)</span></p><p "
-         "class=\"hint0\">Nu "
-         "kendes Z, og den opgivne strøm giver spændingen:</p>"},
-        {"only the current: each branch", onlyCurrent(),
-         "Gren R1 – strøm og effekt <span class=\"crumb\">(formelsamlingen s. 5–10)</span>"},
-        {"only the current: an inductive sum has no minus", onlyCurrent(), "Minus betyder", false},
-        {"only the current, a capacitive series branch",
-         circuit("ac", {group("P", {group("S", {leaf("R", "50"), leaf("C", "22u")}), leaf("L", "0,5")})},
-                 {{"I", "3"}}),
-         "Grenen B: reaktanserne lægges sammen (kondensator plus, spole minus)"},
-        {"only the current, capacitive",
-         circuit("ac", {group("P", {leaf("R", "100"), leaf("C", "47u")})}, {{"I", "3"}}),
-         "<p class=\"hint0\">Minus betyder, at kredsen er kapacitiv. Videre regnes med talværdien.</p>"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        Circuit c = row.c;
-        const Sheet s = computeSheet(c);
-        ASSERT_EQ(s.error, "");
-        const std::string html = takeRender(regneark(s, c, "x")).html;
-        EXPECT_EQ(contains(html, row.text), row.present) << html;
-    }
 }
 
 } // namespace
