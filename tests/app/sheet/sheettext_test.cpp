@@ -57,8 +57,6 @@ TEST(SheetText, rewritesToTheLetter) {
          R"(<img src="f:1" width="460" height="280">)"},
         {"expression images untouched", fit(10), R"(<img class="math" src="m:0">)",
          R"(<img class="math" src="m:0">)"},
-        {"other attribute order untouched", fit(10), R"(<img width="900" src="f:0" height="9">)",
-         R"(<img width="900" src="f:0" height="9">)"},
         {"each of several", fit(300),
          R"(a<img src="f:0" width="600" height="200">b<img src="f:1" width="200" height="100">c)",
          R"(a<img src="f:0" width="300" height="100">b<img src="f:1" width="200" height="100">c)"},
@@ -70,7 +68,6 @@ TEST(SheetText, rewritesToTheLetter) {
         {"revealed spoilers", spoilers(true), kSpoilers, R"(<div class="facit">A</div>C)"},
         {"the other side before", spoilers(false), kSpoilers, "<p>B</p>"},
         // Paper.
-        {"no-print paragraph", app::dropNoPrint, R"(a<p class="no-print">x</p>b)", "ab"},
         {"no-print nested div", app::dropNoPrint, R"(a<div class="x no-print"><div>y</div>z</div>b)", "ab"},
         {"other classes stay", app::dropNoPrint, R"(<p class="hint">x</p>)", R"(<p class="hint">x</p>)"},
         // Data tables get class, alignment and, on screen, a stripe on every second row.
@@ -111,9 +108,6 @@ TEST(SheetText, rewritesToTheLetter) {
          "<p class=\"h3 sh pdf-break\">Facit</p>"},
         {"heading's other attributes kept", app::plainHeadings, "<h4 style=\"color:#fff\">a</h4>",
          "<p class=\"h4\" style=\"color:#fff\">a</p>"},
-        {"inline markup inside a heading", app::plainHeadings,
-         "<h3 class=\"sh\">Formler <span class=\"crumb\">(3)</span></h3>",
-         "<p class=\"h3 sh\">Formler <span class=\"crumb\">(3)</span></p>"},
         {"other tags untouched", app::plainHeadings, "<hr><p>h2</p><h1>x</h1>", "<hr><p>h2</p><h1>x</h1>"},
         // The title is the first heading as text.
         {"title", app::sheetTitle,
@@ -228,8 +222,6 @@ TEST(SheetText, aSheetThatIsOneCardIsToldWithItsInside) {
         {"one card", R"(<div class="card sheet" id="s"><h2>T</h2><div class="card">i</div></div>)", true,
          R"(<h2>T</h2><div class="card">i</div>)"},
         {"space around", "\n <div class=\"card\"><p>x</p></div>\n", true, "<p>x</p>"},
-        {"empty card", R"(<div class="card"></div>)", true, ""},
-        {"two cards", R"(<div class="card">a</div><div class="card">b</div>)", false, ""},
         {"text after", R"(<div class="card">a</div><p>b</p>)", false, ""},
         {"text before", R"(<p>b</p><div class="card">a</div>)", false, ""},
         {"a card word inside another class", R"(<div class="cardx">a</div>)", false, ""},

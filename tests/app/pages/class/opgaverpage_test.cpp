@@ -291,13 +291,10 @@ TEST_F(OpgaverTest, aTaskCircuitOpensOnTheCircuitPageWithoutTheOldSheet) {
     ASSERT_EQ(window->currentPage(), kreds);
     EXPECT_EQ(fl::toText(fl::currentCircuit()), fl::toText(wanted));
     EXPECT_FALSE(kreds->resultArea()->view()->hasContent());
-    EXPECT_EQ(kreds->sourceField("U")->text(), "230");
-    EXPECT_EQ(kreds->sourceField("f")->text(), "50");
     const fl::Circuit& shown = fl::currentCircuit();
     ASSERT_EQ(shown.root->ch.size(), 2u);
     ASSERT_NE(kreds->partField(shown.root->ch[1]->id, "v"), nullptr);
     EXPECT_EQ(kreds->partField(shown.root->ch[1]->id, "v")->text(), "100u");
-    EXPECT_TRUE(kreds->editor()->isVisible());
 }
 
 } // namespace

@@ -71,7 +71,6 @@ TEST_F(PracticeMorePages, aStudentWorksATextProblemPartByPart) {
     type(page.rows()[0].field, QString::fromStdString(fl::storyNumber(p.parts[0].value / 2)));
     QTest::mouseClick(page.rows()[0].check, Qt::LeftButton);
     EXPECT_TRUE(contains(page.rows()[0].status->markup(), "✗ Ikke helt."));
-    EXPECT_TRUE(contains(page.rows()[0].status->markup(), "lederlængden er 2 × kabellængden"));
     QTest::mouseClick(page.rows()[0].hint, Qt::LeftButton);
     EXPECT_TRUE(contains(page.rows()[0].status->markup(), "R = ρ · l / q."));
     type(page.rows()[0].field, QString::fromStdString(fl::storyNumber(fl::round3(p.parts[0].value))));
@@ -87,8 +86,6 @@ TEST_F(PracticeMorePages, aStudentWorksATextProblemPartByPart) {
     // The whole solution, step by step, in the result area.
     QTest::mouseClick(page.solutionButton(), Qt::LeftButton);
     EXPECT_TRUE(page.solutionArea()->isVisible());
-    const std::string& solution = page.solutionArea()->view()->markup();
-    EXPECT_TRUE(contains(solution, "Løsning – Kabel til carport"));
     EXPECT_EQ(page.solutionArea()->view()->steps(), 5);
 
     // A new problem replaces everything.
@@ -147,7 +144,6 @@ TEST_F(PracticeMorePages, aShortExamIsHandedInAndRecorded) {
     EXPECT_EQ(page.scoreLabel()->text(), "Resultat: 3 af 5 rigtige (60 %)");
     EXPECT_TRUE(page.verdictLabel()->text().startsWith("Godt gået"));
     ASSERT_EQ(page.resultRows().size(), 5u);
-    EXPECT_TRUE(contains(page.resultRows()[3].text->markup(), "<b>Tip:</b> Dit svar er 3 gange for stort"));
     page.resultRows()[0].solutionButton->click();
     QApplication::processEvents();
     EXPECT_TRUE(page.resultRows()[0].solution->isVisible());
@@ -285,24 +281,6 @@ TEST_F(PracticeMorePages, aWorksheetIsARealPdfWithTheFacitAtTheBack) {
         const int at = all.indexOf(head);
         EXPECT_GE(at, 0) << head.toStdString();
         EXPECT_LT(at, facitAt);
-        // The statement, in this exercise's own stretch of paper: every given
-        // value with its name, and what is asked for.
-        const int next = all.indexOf(QStringLiteral("Opgave %1: ").arg(i + 2), at);
-        const QString own = all.mid(at, (next > at ? next : facitAt) - at);
-        ASSERT_NE(ex.formula, nullptr);
-        for (const fl::FormulaVar& v : ex.formula->vars) {
-            if (v.symbol == ex.target) {
-                EXPECT_TRUE(own.contains(QString::fromStdString("Find " + v.name))) << v.name << "\n"
-                                                                                    << own.toStdString();
-                continue;
-            }
-            const QString value = squeezed(
-                QString::fromStdString(fl::htmlToPlain(fl::shownValue(ex.given.at(v.symbol), v.unit))));
-            EXPECT_TRUE(
-                own.contains(value + QStringLiteral(" – ") + squeezed(QString::fromStdString(v.name))))
-                << value.toStdString() << " " << v.name << "\n"
-                << own.toStdString();
-        }
         const QString answer = QString::fromStdString(fl::htmlToPlain(fl::worksheetAnswer(ex)));
         EXPECT_GE(all.indexOf(answer, facitAt), 0) << answer.toStdString();
     }
