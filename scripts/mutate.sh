@@ -47,10 +47,17 @@ net-untrusted-peer-unexplained@@net/http.cpp@@case CURLE_PEER_FAILED_VERIFICATIO
 net-usage-sent-every-start@@net/reports.cpp@@counted && now - last > kUsageEverySeconds@@counted@@net_test
 usage-sent-at-exactly-twenty-hours@@net/reports.cpp@@now - last > kUsageEverySeconds@@now - last >= kUsageEverySeconds@@net_test
 crash-record-deleted-unsent@@net/reports.cpp@@if (call(poster, path::Telemetry, request).outcome == 1) std::filesystem::remove@@call(poster, path::Telemetry, request); std::filesystem::remove@@net_test
+telemetry-consent-by-default@@net/reports.cpp@@if (!storeGet(key::Telemetry).asBool(false))@@if (!storeGet(key::Telemetry).asBool(true))@@net_test
+usage-reset-after-failed-send@@net/reports.cpp@@request).outcome == 1) {@@request).outcome >= 0) {@@net_test
+usage-counted-meanwhile-lost@@net/reports.cpp@@if (rest > 0) left[page] = Json(rest);@@(void)rest;@@net_test
 lock-exact-key-matched-by-prefix@@net/locks.cpp@@if (prefix || k == key) return topic.id;@@if (prefix || key.compare(0, k.size(), k) == 0) return topic.id;@@net_test
 lock-calculators-not-first@@net/locks.cpp@@if (off.count(fl::route::Calculators)) return@@if (false) return@@net_test
 profile-label-renamed@@net/locks.cpp@@return "Kun jævnstrøm";@@return "Kun jævnstrøm.";@@net_test app_test
+lock-change-opened-as-closed@@net/locks.cpp@@if (was && !is) change.opened.push_back(topic.name);@@if (!was && is) change.opened.push_back(topic.name);@@net_test
 job-version-after-unreachable@@net/job.cpp@@const bool unreachable = !code.empty() && result.outcome == 0;@@const bool unreachable = false;@@net_client_test
+stats-sent-every-check-in@@net/job.cpp@@if (now - storeGet(key::ClassStatsLast).asNumber(0) < kStatsEverySeconds) return;@@@@net_client_test
+stats-sent-on-refresh@@net/job.cpp@@if (!in.force && in.classSummary)@@if (in.classSummary)@@net_client_test
+same-version-offered@@net/job.cpp@@!v.empty() && v != kVersion@@!v.empty()@@net_client_test
 task-seen-list-ignored@@net/tasks.cpp@@if (!old.count(id) && !seen.has(id))@@if (!old.count(id))@@net_client_test
 task-fetch-failure-remembered@@net/tasks.cpp@@if (reply.outcome != 1) return {};@@if (false) return {};@@net_client_test
 store-unreadable-file-not-set-aside@@store/datastore.cpp@@if (read == ReadResult::Failed || !text.empty())@@if (!text.empty())@@datastore_test
@@ -63,10 +70,34 @@ json-object-nesting-one-deeper@@store/json.cpp@@Json object(int depth) {@@Json o
 check-in-message-id-of-text@@server/api.cpp@@b["classMsgId"] = Json(cls->messageId);@@b["classMsgId"] = Json(cls->message);@@server_test net_client_test
 check-in-stats-always-on@@server/api.cpp@@b["classStats"] = Json(cls->stats);@@b["classStats"] = Json(true);@@server_test net_client_test
 refetch-refuses-a-list@@net/tasks.cpp@@if (!reply.body.at("tasks").isArray()) {@@if (reply.body.at("tasks").isArray()) {@@net_client_test
+tasks-fetched-every-check-in@@net/tasks.cpp@@if (storeGet(key::TasksUpdated).asNumber(0) == updated) return {};@@@@net_client_test
+answer-sent-without-name@@net/tasks.cpp@@if (name.empty()) {@@if (false) {@@net_client_test
 api-array-request-accepted@@server/api.cpp@@if (!Json::tryParse(body, request) || !request.isObject())@@if (!Json::tryParse(body, request))@@server_test
+class-code-case-kept@@server/api.cpp@@out += (ch >= 'a' && ch <= 'z') ? static_cast<char>(ch - 'a' + 'A') : ch;@@out += ch;@@server_test net_client_test
+class-stats-keep-the-code@@server/api.cpp@@summary.obj.erase("key");@@@@net_client_test
+answer-limit-raised@@server/api.cpp@@constexpr size_t kMaxAnswer = 4000;@@constexpr size_t kMaxAnswer = 4001;@@server_test
+own-ticks-overridden-by-preset@@server/classroom.cpp@@(ticks == old && presetOff != old)@@(presetOff != old)@@server_test
+impossible-topic-rows-counted@@server/classroom.cpp@@right >= 0 && right <= total &&@@right >= 0 &&@@server_test
+level-strong-above-85@@server/classroom.cpp@@if (share < 0.85)@@if (share <= 0.85)@@server_test
 reports-page-open-to-teachers@@server/web.cpp@@if (std::find(admins.begin(), admins.end(), s.teacher.email) == admins.end())@@if (false)@@server_web_test
 store-prefix@@store/datastore.cpp@@const std::string kPrefix = "fs_";@@const std::string kPrefix = "fx_";@@datastore_test
+save-written-in-place@@store/datastore.cpp@@const std::filesystem::path tmp = fsPath(path_ + ".tmp");@@const std::filesystem::path tmp = fsPath(path_);@@datastore_test
+store-unmoved-temporary-left@@store/datastore.cpp@@std::filesystem::remove(tmp, ec);@@ec.clear();@@datastore_test
+failed-load-forgets-memory@@store/datastore.cpp@@if (read == ReadResult::Missing || read == ReadResult::NotAFile) return false;@@entries_.clear(); if (read == ReadResult::Missing || read == ReadResult::NotAFile) return false;@@datastore_test
+bundle-date-month-first@@store/datastore.cpp@@std::to_string(leadingInt(iso, 8))@@std::to_string(leadingInt(iso, 5))@@datastore_test
+bundle-counts-every-member@@store/datastore.cpp@@if (hasPrefix(key) && value.isString()) ++count;@@++count;@@datastore_test
+import-not-saved@@store/datastore.cpp@@fillFrom(doc.at("data"));@@fillFrom(doc.at("data")); return true;@@datastore_test
+unparsable-value-read-as-null@@store/datastore.cpp@@if (!Json::tryParse(text, value)) return fallback;@@Json::tryParse(text, value);@@datastore_test
+get-string-of-a-number@@store/datastore.cpp@@return value.isString() ? value.str : fallback;@@return value.isString() ? value.str : Json::dump(value);@@datastore_test
 json-escapes-space@@store/json.cpp@@if (c >= 0x20 && c != '"'@@if (c > 0x20 && c != '"'@@json_test
+json-leading-zero-counted@@store/json.cpp@@if (seenNonZero) ++lead;@@++lead;@@json_test
+json-array-nesting-one-deeper@@store/json.cpp@@Json array(int depth) {@@Json array(int depth) { --depth;@@json_test
+json-last-duplicate-ignored@@store/json.cpp@@o.obj[std::move(key)] = value(depth);@@o.obj.emplace(std::move(key), value(depth));@@json_test
+json-surrogate-low-half-dropped@@store/json.cpp@@cp = 0x10000 + ((cp - 0xD800) << 10) + (lo - 0xDC00);@@cp = 0x10000 + ((cp - 0xD800) << 10);@@json_test
+json-whole-written-to-1e15@@store/json.cpp@@if (std::fabs(v) < 1e15 && v == std::trunc(v))@@if (std::fabs(v) <= 1e15 && v == std::trunc(v))@@json_test
+json-shortest-form-skipped@@store/json.cpp@@for (int p = 1; p <= 17; ++p)@@for (int p = 17; p <= 17; ++p)@@json_test
+json-no-blank-after-colon@@store/json.cpp@@out += indent > 0 ? ": " : ":";@@out += ":";@@json_test datastore_test
+json-tab-raw@@store/json.cpp@@out += "\\t";@@out += "\t";@@json_test
 recent-key-renamed@@store/keys.h@@Recent[] = "recent";@@Recent[] = "recents";@@app_test
 practice-stats-key-renamed@@store/keys.h@@OvStats[] = "ov_stats";@@OvStats[] = "ov_stat";@@practice_test
 ac-circuit-key-renamed@@store/keys.h@@KredsAc[] = "kreds_ac";@@KredsAc[] = "kreds_vs";@@circuit_test
@@ -115,6 +146,8 @@ glossary-ae-folded-to-a@@fl/glossary/glossary.cpp@@{0xC3, 0xA6, "ae"}@@{0xC3, 0x
 glossary-route-renamed@@app/shell/routes.cpp@@{"ordliste", [](@@{"ordlisten", [](@@app_test reference_test
 tool-values-not-in-strip@@app/pages/tools/toolpage.cpp@@host->addResult(QString::fromStdString(fl::symbolDisplay(r.symbol)), r.value,@@if (false) host->addResult(QString::fromStdString(fl::symbolDisplay(r.symbol)), r.value,@@pages_test
 server-csrf-unchecked@@server/web.cpp@@if (!sameSecret(field(req, "csrf"), s->session.csrf)) {@@if (false) {@@server_web_test
+session-cookie-lax@@server/web.cpp@@"; HttpOnly; Secure; SameSite=Strict");@@"; HttpOnly; Secure; SameSite=Lax");@@server_web_test
+brake-after-two-tries@@server/auth.cpp@@constexpr int kFreeTries = 3;@@constexpr int kFreeTries = 2;@@server_web_test
 teacher-page-name-unescaped@@server/pages.cpp@@esc(a.name) +@@a.name +@@server_test server_web_test
 family-left-without-topic@@fl/formulas/catalogue.cpp@@{"Arealer", "triA triS heron trap@@{"Arealer", "triA triS trap@@formulas_test
 pasted-circuit-of-other-current-dropped@@app/pages/circuit/kredspage.cpp@@    fl::setCircuit(moved);@@    (void)moved;@@circuit_pages_test

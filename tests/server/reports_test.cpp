@@ -3,11 +3,7 @@
 #include "server/reports.h"
 
 #include "server/api.h"
-
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <unistd.h>
+#include "tests/server/temp_db.h"
 
 namespace {
 
@@ -47,22 +43,11 @@ TEST(CrashSignature, topFramesWithoutRuntimeOffsetsOrLines) {
     }
 }
 
-class ReportsFromTheApi : public ::testing::Test {
+class ReportsFromTheApi : public TempDbTest {
   protected:
-    void SetUp() override {
-        file = std::filesystem::temp_directory_path() / ("reports_" + std::to_string(getpid()) + ".db");
-        std::filesystem::remove(file);
-        db = server::openSqlite(file.string());
-    }
-    void TearDown() override {
-        db.reset();
-        std::filesystem::remove(file);
-    }
     void post(const std::string& path, const std::string& body, double at) {
         EXPECT_EQ(server::handleApi(*db, {}, path, body, at).status, 200) << body;
     }
-    std::filesystem::path file;
-    std::unique_ptr<server::Storage> db;
 };
 
 TEST_F(ReportsFromTheApi, bugsCrashesAndUsageAreSummarised) {

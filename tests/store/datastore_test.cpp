@@ -98,14 +98,6 @@ TEST_F(DataStoreTest, savedFileHasTheExactDocumentForm) {
     EXPECT_NE(readAll(file).find("\"fs_a\": \"2\""), std::string::npos);
 }
 
-TEST_F(DataStoreTest, withoutPathNothingIsWritten) {
-    store().set("a", 1);
-    EXPECT_FALSE(store().save());
-    EXPECT_FALSE(store().load());
-    EXPECT_EQ(store().get("a"), Json(1));
-    EXPECT_TRUE(fs::is_empty(dir));
-}
-
 std::vector<fs::path> damagedCopies(const fs::path& dir) {
     std::vector<fs::path> out;
     for (const auto& entry : fs::directory_iterator(dir))
@@ -218,9 +210,6 @@ TEST_F(DataStoreTest, failedSaveKeepsTheOldFileAndMemoryAndRetriesLater) {
         // Writes into /dev/full fail with ENOSPC, as on a full disk.
         {"full disk", [](const fs::path& d) { fs::create_symlink("/dev/full", d / "data.json.tmp"); },
          [](const fs::path&) {}},
-        {"folder named like the temporary",
-         [](const fs::path& d) { fs::create_directory(d / "data.json.tmp"); },
-         [](const fs::path& d) { fs::remove(d / "data.json.tmp"); }},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -239,10 +228,7 @@ TEST_F(DataStoreTest, failedSaveKeepsTheOldFileAndMemoryAndRetriesLater) {
         EXPECT_TRUE(store().saveFailing());
         EXPECT_EQ(readAll(file), before);
         EXPECT_EQ(store().get("a"), Json(2));
-        // Only the obstacle itself may stand where the temporary goes.
-        const auto tmp = fs::symlink_status(dir / "data.json.tmp").type();
-        EXPECT_TRUE(tmp == fs::file_type::not_found || tmp == fs::file_type::directory)
-            << "a partial temporary remains";
+        EXPECT_FALSE(fs::exists(fs::symlink_status(dir / "data.json.tmp"))) << "a partial temporary remains";
 
         row.clear(dir);
         store().set("b", 3);
@@ -313,7 +299,6 @@ TEST_F(DataStoreTest, loadReadsBothFormsAndFiltersMembers) {
          R"({"data":{"x":"1","fs_n":5,"fs_o":{},"fs_ok":"[1]","FS_up":"1"}})",
          {{"ok", "[1]"}}},
         {"data that is no object counts as empty", R"({"data":[1],"fs_a":"1"})", {}},
-        {"unparsable value is kept as text", R"({"data":{"fs_bad":"{"}})", {{"bad", "{"}}},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -326,40 +311,36 @@ TEST_F(DataStoreTest, loadReadsBothFormsAndFiltersMembers) {
         std::vector<std::string> keys;
         for (const auto& [key, text] : row.entries) {
             keys.push_back(key);
-            Json expected;
-            if (Json::tryParse(text, expected)) {
-                EXPECT_EQ(store().get(key), expected) << key;
-            }
+            EXPECT_EQ(store().get(key), Json::parse(text)) << key;
         }
         EXPECT_EQ(store().keys(), keys);
     }
 }
 
-struct ReadRow {
-    const char* name;
-    const char* key;
-    Json fallback;
-    Json expected;
-};
-
+// An unparsable value stays in the store as it was read; only its reading falls back.
 TEST_F(DataStoreTest, readsFallBackOnMissingOrUnparsableValues) {
     writeAll(file, R"({"data":{"fs_n":"2.5","fs_s":"\"tekst\"","fs_bad":"{"}})");
     usePath();
     ASSERT_TRUE(store().load());
-    const ReadRow rows[] = {
-        {"string", "s", Json(), Json("tekst")},
-        {"missing key", "none", Json(7), Json(7)},
-        {"unparsable text", "bad", Json("fb"), Json("fb")},
-        {"prefix is added, never expected from the caller", "fs_n", Json(-1), Json(-1)},
+    EXPECT_EQ(store().keys(), (std::vector<std::string>{"bad", "n", "s"}));
+    const struct {
+        const char* name;
+        const char* key;
+        Json fallback;
+        Json value;
+        std::string text; // getString's answer, with "fb" to fall back on
+    } rows[] = {
+        {"string", "s", Json(), Json("tekst"), "tekst"},
+        {"number, read under the Danish locale", "n", Json(), Json(2.5), "fb"},
+        {"missing key", "none", Json(7), Json(7), "fb"},
+        {"unparsable text", "bad", Json("fb"), Json("fb"), "fb"},
+        {"prefix is added, never expected from the caller", "fs_n", Json(-1), Json(-1), "fb"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        EXPECT_EQ(store().get(row.key, row.fallback), row.expected);
+        EXPECT_EQ(store().get(row.key, row.fallback), row.value);
+        EXPECT_EQ(store().getString(row.key, "fb"), row.text);
     }
-    EXPECT_EQ(store().getString("s", "fb"), "tekst");
-    EXPECT_EQ(store().getString("n", "fb"), "fb");
-    EXPECT_EQ(storeGetString("bad", "fb"), "fb");
-    EXPECT_EQ(storeGet("n"), Json(2.5));
 }
 
 TEST_F(DataStoreTest, bundleValidation) {

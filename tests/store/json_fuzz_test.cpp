@@ -2,52 +2,28 @@
 // own error, never by crashing, hanging or throwing anything else; what it
 // accepts writes back and reads again as the same value. The seed is fixed so
 // a failure repeats; the iteration number is in the message.
-#include "store/datastore.h"
 #include "store/json.h"
 #include "tests/store/as_written.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <random>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
-namespace fs = std::filesystem;
-
 namespace {
 
+// A data file as the store writes it, in each indentation, and the shapes
+// the parser treats specially.
 std::vector<std::string> seeds() {
-    Json store = Json::object();
-    store["app"] = "Keldvarn";
-    store["saved"] = "2026-03-05T10:11:12.000Z";
-    store["version"] = 1;
-    Json& data = store["data"] = Json::object();
-    Json stats = Json::object();
-    for (const char* topic : {"ohm", "effekt", "serie", "parallel", "3fase"}) {
-        stats[topic]["right"] = 7;
-        stats[topic]["total"] = 12.5;
-        stats[topic]["last"] = "2026-02-01T08:00:00.000Z";
-    }
-    data["fs_ov_stats"] = Json::dump(stats);
-    Json circuit = Json::object();
-    circuit["kind"] = "S";
-    for (int i = 0; i < 3; ++i) {
-        Json r = Json::object();
-        r["kind"] = "R";
-        r["name"] = "R" + std::to_string(i + 1);
-        r["value"] = 4.7e3 * (i + 1);
-        circuit["children"].push(r);
-    }
-    data["fs_kreds"] = Json::dump(circuit);
-    data["fs_komma"] = "true";
-    data["fs_rund"] = "\"d2\"";
-    data["fs_student_name"] = Json::dump(Json("Åse Ærø \"Øster\"\t\\"));
-    data["fs_tekst"] = "1.25";
-
+    const Json store =
+        Json::parse(R"({"app":"Keldvarn","data":{"fs_kreds":"{\"children\":[{\"kind\":\"R\",\"name\":\"R1\",)"
+                    R"(\"value\":4700},{\"kind\":\"R\",\"name\":\"R2\",\"value\":9400}],\"kind\":\"S\"}",)"
+                    R"("fs_komma":"true","fs_ov_stats":"{\"ohm\":{\"last\":\"2026-02-01T08:00:00.000Z\",)"
+                    R"(\"right\":7,\"total\":12.5}}","fs_rund":"\"d2\"",)"
+                    R"("fs_student_name":"\"Åse Ærø \\\"Øster\\\"\\t\\\\\""},)"
+                    R"("saved":"2026-03-05T10:11:12.000Z","version":1})");
     return {
         Json::dump(store, 1),
         Json::dump(store, 0),
@@ -136,41 +112,6 @@ TEST(JsonFuzz, damagedDocumentsNeverCrashAndWhatParsesRoundTrips) {
     // Both outcomes must really have been exercised.
     EXPECT_GT(accepted, 1000);
     EXPECT_GT(refused, 1000);
-}
-
-TEST(JsonFuzz, damagedFilesNeverBreakTheStore) {
-    std::string tmpl = (fs::temp_directory_path() / "store_fuzz_XXXXXX").string();
-    ASSERT_NE(mkdtemp(tmpl.data()), nullptr);
-    const fs::path file = fs::path(tmpl) / "data.json";
-    const std::vector<std::string> pool = seeds();
-    std::mt19937 rng(777);
-    DataStore& store = DataStore::instance();
-    for (int i = 0; i < 300; ++i) {
-        SCOPED_TRACE("iteration " + std::to_string(i));
-        const std::string text = mutate(pool[rng() % 2], pool, rng);
-        {
-            std::ofstream out(file, std::ios::binary | std::ios::trunc);
-            out << text;
-        }
-        store.resetForTest();
-        store.set("before", 1); // memory only: no path yet
-        store.setPath(file.string());
-        Json doc;
-        const bool object = Json::tryParse(text, doc) && doc.isObject();
-        ASSERT_EQ(store.load(), object);
-        if (!object) {
-            ASSERT_EQ(store.keys(), std::vector<std::string>{"before"});
-            continue;
-        }
-        for (const std::string& key : store.keys())
-            store.get(key); // any stored text, read safely
-        ASSERT_TRUE(store.save());
-        store.resetForTest();
-        store.setPath(file.string());
-        ASSERT_TRUE(store.load());
-    }
-    store.resetForTest();
-    fs::remove_all(tmpl);
 }
 
 } // namespace
