@@ -58,6 +58,7 @@ job-version-after-unreachable@@net/job.cpp@@const bool unreachable = !code.empty
 stats-sent-every-check-in@@net/job.cpp@@if (now - storeGet(key::ClassStatsLast).asNumber(0) < kStatsEverySeconds) return;@@@@net_client_test
 stats-sent-on-refresh@@net/job.cpp@@if (!in.force && in.classSummary)@@if (in.classSummary)@@net_client_test
 same-version-offered@@net/job.cpp@@!v.empty() && v != kVersion@@!v.empty()@@net_client_test
+version-only-with-a-class@@net/job.cpp@@if (result.outcome != -1 && !unreachable) {@@if (result.outcome == 1 && !unreachable) {@@net_client_test
 task-seen-list-ignored@@net/tasks.cpp@@if (!old.count(id) && !seen.has(id))@@if (!old.count(id))@@net_client_test
 task-fetch-failure-remembered@@net/tasks.cpp@@if (reply.outcome != 1) return {};@@if (false) return {};@@net_client_test
 store-unreadable-file-not-set-aside@@store/datastore.cpp@@if (read == ReadResult::Failed || !text.empty())@@if (!text.empty())@@datastore_test

@@ -194,7 +194,11 @@ TEST_F(ClientTest, checkInBringsProfileMessageAndChangedTaskLists) {
     EXPECT_EQ(again.newTasks, (std::vector<std::string>{"Opgave 2"}));
 }
 
-TEST_F(ClientTest, refusedOrMissingCodeAndNoNetwork) {
+TEST_F(ClientTest, refusedOrMissingCodeNoNetworkAndANewVersion) {
+    server::WebSettings settings;
+    settings.api.latestVersion = "1.0.31";
+    settings.api.downloadUrl = "https://skole.example/hent";
+    start(settings);
     std::vector<std::string> calls;
 
     storeSet(key::ClassKey, Json("FORKERT1"));
@@ -209,6 +213,9 @@ TEST_F(ClientTest, refusedOrMissingCodeAndNoNetwork) {
     EXPECT_TRUE(r.noLogin);
     EXPECT_EQ(r.outcome, 0);
     EXPECT_EQ(calls, (std::vector<std::string>{"/version"}));
+    // Without a class too the student hears of a new version.
+    EXPECT_EQ(r.newVersion, "1.0.31");
+    EXPECT_EQ(r.versionUrl, "https://skole.example/hent");
 
     // No network: nothing changes, and the last known profile stays in force.
     storeSet(key::ClassKey, Json(kCode));
@@ -260,18 +267,6 @@ TEST_F(ClientTest, statisticsAtMostOnceIn20HoursAndNeverWithForce) {
     srv->db->updateClass(c);
     EXPECT_EQ(run(t0 + 50 * 3600, false), (std::vector<std::string>{"/check", "/version"}));
     EXPECT_FALSE(storeGet(key::ClassStats).asBool(true));
-}
-
-// The check-in above holds the service that knows only this version.
-TEST_F(ClientTest, newVersionWhenTheServiceKnowsAnother) {
-    server::WebSettings settings;
-    settings.api.latestVersion = "1.0.31";
-    settings.api.downloadUrl = "https://skole.example/hent";
-    start(settings);
-    std::vector<std::string> calls;
-    net::ServiceResult r = net::serviceJob(job(calls));
-    EXPECT_EQ(r.newVersion, "1.0.31");
-    EXPECT_EQ(r.versionUrl, "https://skole.example/hent");
 }
 
 TEST_F(ClientTest, handInsReachTheTeacher) {

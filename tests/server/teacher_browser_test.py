@@ -110,6 +110,15 @@ def browser(tmp):
     return driver
 
 
+def screenshots(driver, shots):
+    """A function that saves the page under a name in `shots`, or does nothing without one."""
+    def shot(name):
+        if shots:
+            os.makedirs(shots, exist_ok=True)
+            driver.save_screenshot(os.path.join(shots, name + ".png"))
+    return shot
+
+
 def teacher_sets_up_class(driver, base):
     """Signs up, creates a class, posts a task with a circuit, switches
     compensation off and writes a message; the class code and page."""

@@ -54,7 +54,6 @@ TEST(JsonWriter, numbers) {
         {"small exponent has two digits", 2.5e-7, "2.5e-07"},
         {"fraction stays fixed", 123456.789, "123456.789"},
         {"below %g's fixed range", 0.00001, "1e-05"},
-        {"NaN", std::nan(""), "null"},
         {"minus infinity", -inf, "null"},
     };
     for (const auto& row : rows) {
