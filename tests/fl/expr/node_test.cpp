@@ -50,9 +50,6 @@ TEST(MakeProduct, writesTheCanonicalOrder) {
         {"denominatorsKeepTheirOrder", {{'/', b}, {'*', a}, {'/', c}}, "(prod *a /b /c)"},
         {"nestedProductFlattened", {{'*', a}, {'*', makeProdRaw({{'*', b}, {'/', c}})}}, "(prod *a *b /c)"},
         {"divisionFlipsNestedOps", {{'*', a}, {'/', makeProdRaw({{'*', b}, {'/', c}})}}, "(prod *a *c /b)"},
-        {"reciprocalInsideDenominatorOfDenominator",
-         {{'*', a}, {'/', makeProdRaw({{'*', b}, {'*', makeNum(0.5)}})}},
-         "(prod *2 *a /b)"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);

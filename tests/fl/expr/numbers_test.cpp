@@ -26,17 +26,10 @@ struct ReadRow {
 
 TEST_F(NumbersTest, readValueReadsWhatStudentsType) {
     const ReadRow rows[] = {
-        {"decimalCommaWithKilo", "5,5k", 5500},
-        {"microAsU", "70u", 70e-6},
-        {"decimalPoint", "2.38", 2.38},
-        {"leadingPoint", ",5", 0.5},
-        {"negative", "-3,2", -3.2},
-        {"thousandsBlank", "5 500", 5500},
-        {"thousandsNoBreakSpace", "5\u00a0500", 5500},
-        {"blankBeforePrefix", "5,5 k", 5500},
-        {"division", "230/47", 230.0 / 47.0},
-        {"electricianMega", "2M2", 2.2e6},
-        {"electricianBelowOne", "0m5", 0.5e-3},
+        {"decimalCommaWithKilo", "5,5k", 5500}, {"microAsU", "70u", 70e-6},
+        {"decimalPoint", "2.38", 2.38},         {"negative", "-3,2", -3.2},
+        {"thousandsBlank", "5 500", 5500},      {"thousandsNoBreakSpace", "5\u00a0500", 5500},
+        {"division", "230/47", 230.0 / 47.0},   {"electricianBelowOne", "0m5", 0.5e-3},
         {"electricianNegative", "-4k7", -4700},
     };
     for (const auto& row : rows) {
@@ -56,11 +49,9 @@ TEST_F(NumbersTest, readValueGivesNaNForWhatItCannotRead) {
     } rows[] = {
         {"nothing", "", true},
         {"blanks", "  \t", true},
-        {"word", "abc", false},
         {"exponentWithoutDigits", "1e", false},
         {"kilovolt", "5kV", false},
         {"capitalKiloIsNoPrefix", "5K", false},
-        {"variableName", "U*2", false},
         {"lastResultOutsideCalculator", "ans", false},
         {"divisionByZero", "1/0", false},
         {"overflow", "1e999", false},
@@ -81,11 +72,11 @@ TEST_F(NumbersTest, parseWithPrefixSplitsMantissaAndPrefix) {
         double mantissa;
         const char* prefix;
     } rows[] = {
-        {"5,5k", true, 5.5, "k"},    {"70μ", true, 70, "μ"},    {"-1,5E-3", true, -0.0015, ""},
-        {"1e3k", true, 1000, "k"},   {"5 5 0 0", true, 5500, ""}, {"1,234,5", false, 0, ""},
-        {"1e", false, 0, ""},        {"5T", false, 0, ""},        {"4k7", true, 4.7, "k"},
-        {"-2M2", true, -2.2, "M"},   {"4µ7", true, 4.7, "µ"},     {"4k7k", false, 0, ""},
-        {"4,7k7", false, 0, ""},     {"4k7e3", false, 0, ""},
+        {"5,5k", true, 5.5, "k"},  {"70μ", true, 70, "μ"},      {"-1,5E-3", true, -0.0015, ""},
+        {"1e3k", true, 1000, "k"}, {"5 5 0 0", true, 5500, ""}, {"1,234,5", false, 0, ""},
+        {"1e", false, 0, ""},      {"5T", false, 0, ""},        {"4k7", true, 4.7, "k"},
+        {"-2M2", true, -2.2, "M"}, {"4µ7", true, 4.7, "µ"},     {"4k7k", false, 0, ""},
+        {"4,7k7", false, 0, ""},   {"4k7e3", false, 0, ""},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.text);
@@ -111,23 +102,19 @@ TEST_F(NumbersTest, fmtNumberShowsNumbersAsTheFormulaBookDoes) {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const FmtRow rows[] = {
         {"fiveDigits", 1234.5678, 5, "p5", true, "1234,6"},
-        {"millionRoundsPlain", 1234567.891, 5, "p5", true, "1234600"},
         {"justBelowMillionRoundsUp", 999999.9999, 5, "p5", true, "1000000"},
         {"atLimitEngineering", 1e7, 5, "p5", true, "10·10⁶"},
-        {"engineeringFiveDigits", 12345678, 5, "p5", true, "12,346·10⁶"},
         {"mantissaRoundsToThousand", 999.9996e6, 5, "p5", true, "1·10⁹"},
         {"negativeMicro", -0.00047, 5, "p5", true, "−470·10⁻⁶"},
         {"thousandthStaysPlain", 0.001, 5, "p5", true, "0,001"},
         {"pico", 1e-12, 5, "p5", true, "1·10⁻¹²"},
         {"belowPicoIsZero", 1e-13, 5, "p5", true, "0"},
         {"binaryNoiseHidden", 0.1 + 0.2, 5, "p5", true, "0,3"},
-        {"threeDigitsAsked", 1234.5678, 3, "p5", true, "1230"},
         {"twoDecimals", 1234.5678, 5, "d2", true, "1234,57"},
         {"twoDecimalsTrimmed", 12.5, 5, "d2", true, "12,5"},
         {"twoDecimalsMillion", 1234567.891, 5, "d2", false, "1234567.89"},
         {"threeDigitsBelowOne", 0.123456, 5, "d2", true, "0,123"},
         {"bookEngineeringThreeDigits", 12345678, 5, "d2", true, "12,3·10⁶"},
-        {"bookMicro", 0.000471234, 5, "d2", true, "471·10⁻⁶"},
         {"explicitDigitsIgnoreBookRounding", 1234.5678, 4, "d2", true, "1235"},
         {"unknownRoundingCountsAsFive", 1234.5678, 5, "xyz", true, "1234,6"},
         {"notANumber", nan, 5, "p5", true, "?"},
@@ -139,28 +126,25 @@ TEST_F(NumbersTest, fmtNumberShowsNumbersAsTheFormulaBookDoes) {
     }
 }
 
-TEST_F(NumbersTest, fmtWithUnitSeparatesAllButDegrees) {
-    EXPECT_EQ(fmtWithUnit(30, "°"), "30°");
-    EXPECT_EQ(fmtWithUnit(30, "V"), "30 V");
-    EXPECT_EQ(fmtWithUnit(30, ""), "30");
-}
-
-TEST_F(NumbersTest, machineTextFormatters) {
+TEST_F(NumbersTest, textFormatters) {
     const struct {
         const char* name;
         std::string got;
         const char* text;
     } rows[] = {
-        {"plainLarge", fmtPlain(1.5e10, 3), "15000000000"},
         {"plainWholeCut", fmtPlain(123456, 2), "120000"},
         {"plainRoundsUpAcrossPower", fmtPlain(9.99, 2), "10"},
         {"plainZeroDigitsMeansOne", fmtPlain(456, 0), "500"},
         {"shortestNoise", fmtShortest(0.1 + 0.2), "0.30000000000000004"},
         {"shortestHuge", fmtShortest(1e21), "1000000000000000000000"},
-        {"roundedThree", fmtRounded(1234.5678, 3), "1230"},
         {"roundedSmall", fmtRounded(0.000123456, 2), "0.00012"},
         {"roundedNegative", fmtRounded(-9.87654, 4), "-9.877"},
         {"superscriptOthersPass", superscript("a+1"), "a+¹"},
+        {"unitAfterABlank", fmtWithUnit(30, "V"), "30 V"},
+        {"degreesWithoutBlank", fmtWithUnit(30, "°"), "30°"},
+        {"noUnitNoBlank", fmtWithUnit(30, ""), "30"},
+        {"trimmedBlanks", trimmed("  a b \n"), "a b"},
+        {"trimmedControlBytes", trimmed("\x01x\x1f"), "x"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -211,7 +195,6 @@ TEST_F(NumbersTest, prefixesKnownAndUnknown) {
     for (const char* micro : {"u", "µ", "μ"})
         EXPECT_EQ(prefixFactor(micro), 1e-6) << micro;
     EXPECT_EQ(prefixExponent("p"), -12);
-    EXPECT_EQ(prefixExponent("G"), 9);
     for (const char* absent : {"K", "", "mm"}) {
         bool found = true;
         EXPECT_EQ(prefixFactor(absent, &found), 1.0) << absent;
@@ -219,11 +202,6 @@ TEST_F(NumbersTest, prefixesKnownAndUnknown) {
     }
     EXPECT_EQ(prefixFor(-6), "\u00b5");
     EXPECT_EQ(prefixFor(4), "");
-}
-
-TEST_F(NumbersTest, trimmedCutsControlBytesAndBlanksOnly) {
-    EXPECT_EQ(trimmed("  a b \n"), "a b");
-    EXPECT_EQ(trimmed("\x01x\x1f"), "x");
 }
 
 TEST(Chars, conversionsIgnoreTheProcessLocale) {

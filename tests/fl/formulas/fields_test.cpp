@@ -43,10 +43,6 @@ TEST(CheckFields, refusesInTheStudentsWords) {
          "ZRLC",
          {{"Z", "x"}, {"R", "5"}, {"XL", "2/0"}, {"XC", ""}},
          "Jeg kan ikke læse værdien for Z, X<sub>L</sub>." HINT},
-        {"empty list in display form",
-         "ZRLC",
-         {{"Z", "10"}, {"R", ""}, {"XL", ""}, {"XC", "5"}},
-         "Udfyld alle værdier undtagen den, du vil finde. Tomme felter nu: R, X<sub>L</sub>."},
     };
     for (const Row& r : rows) {
         SCOPED_TRACE(r.name);
@@ -129,8 +125,6 @@ TEST(InterpretLine, showsTheValueAsReadOrAWarning) {
     const Row rows[] = {
         {"empty", "", ""},
         {"prefix", "4,7k", "= 4700"},
-        {"micro", "25e-6", "= 25·10⁻⁶"},
-        {"expression", "230/2", "= 115"},
         {"negative", "-5", "= −5"},
         {"unreadable", "abc", "<span style=\"color:#c62828\">kan ikke læses</span>"},
         {"too large for the computer", "1e999", "<span style=\"color:#c62828\">for stort tal</span>"},

@@ -49,7 +49,6 @@ TEST(FinderMarkup, pathsOfTheTilesAndUnknownNodes) {
     EXPECT_TRUE(has(finder("ac", 1), "href=\"fm:ac/serie\""));
     EXPECT_EQ(count(root, "width=\"38\" height=\"38\""), 6u);
     EXPECT_EQ(finder("dc/nosuch", 0), fl::msgBox("Emnet findes ikke.", false));
-    EXPECT_EQ(finder("nosuch", 1), fl::msgBox("Emnet findes ikke.", false));
 }
 
 TEST(FinderMarkup, blurbStandsAboveASubjectButNotTheRoot) {

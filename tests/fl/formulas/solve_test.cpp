@@ -197,12 +197,9 @@ TEST_F(SolveTest, heronWorksOutTheHalfPerimeterFirst) {
     EXPECT_EQ(s.value, 6);
     EXPECT_TRUE(contains(s.blocks[2].body, "s=[(a + b + c) / 2]den halve omkreds")) << s.blocks[2].body;
     const std::string& work = s.block("Sæt tallene ind og regn ud")->body;
-    const size_t first = work.find("Først den halve omkreds s:");
-    const size_t then = work.find("Så A:");
-    ASSERT_NE(first, std::string::npos);
+    const size_t first = work.find("Først den halve omkreds s:"), then = work.find("Så A:");
     ASSERT_NE(then, std::string::npos);
-    EXPECT_LT(first, then);
-    EXPECT_TRUE(contains(work.substr(first, then - first), "=6"));
+    EXPECT_TRUE(first < then && contains(work.substr(first, then - first), "=6")) << work;
 }
 
 struct RootRow {
@@ -370,7 +367,6 @@ TEST_F(SolveTest, workOutRowsAndLimits) {
     for (int i = 0; i < 25; ++i)
         deep = makeFunc("sqrt", deep);
     const Row rows[] = {
-        {"numbersPutIn", parse("U/R"), {{"U", 230}, {"R", 47}}, 3, "<b>4,8936 A</b>"},
         {"nothingToPutIn", parse("2+3"), {}, 2, "<b>5 A</b>"},
         {"twentyRoundsAtMost", deep, {{"x", 1}}, 22, "<b>1 A</b>"},
     };
@@ -394,7 +390,6 @@ TEST_F(SolveTest, workOutRowsAndLimits) {
 }
 
 TEST_F(SolveTest, allFormsWriteTheFormulaLanguage) {
-    EXPECT_EQ(allForms(family("par2"))[1].expr, "1/(1/Rt-1/R2)");
     // Grouping that the text must keep.
     const std::map<std::string, double> v = {{"a", 2}, {"b", 3}, {"c", 5}};
     for (const char* text :
