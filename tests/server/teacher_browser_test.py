@@ -111,7 +111,6 @@ def browser(tmp):
 
 
 def screenshots(driver, shots):
-    """A function that saves the page under a name in `shots`, or does nothing without one."""
     def shot(name):
         if shots:
             os.makedirs(shots, exist_ok=True)
