@@ -54,6 +54,13 @@ cable-reactance-section-below@@fl/tools/tables.cpp@@return t.x[static_cast<size_
 motor-slip-over-rotor-speed@@fl/tools/motor.cpp@@"(n_s-nr)/n_s*100"@@"(n_s-nr)/nr*100"@@fl_tools_test
 compensation-target-angle-ignored@@fl/tools/compensation.cpp@@{"VAr", "P*tan(phi2)", "Q2"}@@{"VAr", "P*tan(phi1)", "Q2"}@@fl_tools_test
 delta-phase-current-times-root-three@@fl/tools/threephase.cpp@@"I_N/sqrt(3)"@@"I_N*sqrt(3)"@@fl_tools_test
+eseries-nearest-by-difference@@fl/tools/eseries.cpp@@const double distance = std::fabs(std::log(ohms / c));@@const double distance = std::fabs(ohms - c);@@fl_tools_test
+colour-silver-multiplier-a-tenth@@fl/tools/eseries.cpp@@{"solv", "sølv", "#b9bdc3", -1, -2, 10, -1}@@{"solv", "sølv", "#b9bdc3", -1, -1, 10, -1}@@fl_tools_test
+resistors-drawn-past-the-limit@@fl/tools/restotal.cpp@@if (n > (parallel ? kDrawnInParallel : kDrawnInSeries)) return {};@@if (false) return {};@@fl_tools_test
+vector-straight-back-as-minus-180@@fl/tools/vectors.cpp@@return a <= -180 ? a + 360 : a;@@return a < -180 ? a + 360 : a;@@fl_tools_test
+units-kwh-factor-a-tenth@@fl/tools/units.cpp@@{"kWh", "kWh", "kWh", 3.6e6},@@{"kWh", "kWh", "kWh", 3.6e5},@@fl_tools_test
+triangle-leg-by-sine@@fl/tools/triangle.cpp@@{"a", "b*tan(A)", "tan A = a / b", "25"}@@{"a", "b*sin(A)", "tan A = a / b", "25"}@@fl_tools_test
+machine-figure-found-not-accented@@fl/tools/machinefigs.cpp@@v.found.count(key) ? "hl" : ""@@v.found.count(key) ? "" : ""@@fl_tools_test
 store-failed-temporary-left@@store/datastore.cpp@@if (!ok) ::unlink(tmp.c_str());@@if (!ok) {}@@datastore_test
 store-damaged-copy-overwritten@@store/datastore.cpp@@if (std::filesystem::exists(copy, ec) || ec) continue;@@if (ec) continue;@@datastore_test
 net-status-500-an-answer@@net/http.cpp@@if (status >= 500)@@if (status > 500)@@net_client_test
@@ -140,10 +147,16 @@ sought-not-highlighted@@fl/fig/formulafig_parts.h@@return symbol == sought ? "hl
 finder-path-keeps-its-slash@@fl/formulas/finder.cpp@@        start = slash + 1;@@        start = slash;@@formulas_test formulas_pages_test
 finder-counts-a-family-twice@@fl/formulas/finder.cpp@@if (seen.insert(k).second) out.push_back(k);@@out.push_back(k);@@formulas_test formulas_pages_test
 prefix-diagnosis-hundred@@fl/practice/judge.cpp@@c.push_back({f * 1000, "Dit svar@@c.push_back({f * 100, "Dit svar@@practice_test
+answer-tolerance-three-percent@@fl/practice/judge.h@@constexpr double kAnswerTolerance = 0.02;@@constexpr double kAnswerTolerance = 0.03;@@practice_test
 flashcard-box-four-eight-days@@fl/practice/cards.cpp@@{0, 1, 3, 7, 16}@@{0, 1, 3, 8, 16}@@practice_test
+flashcard-almost-keeps-full-interval@@fl/practice/cards.cpp@@s.due = nowMs + boxDays(s.box) * kDayMs * 0.5;@@s.due = nowMs + boxDays(s.box) * kDayMs;@@practice_test
+flashcard-wrong-back-five-later@@fl/practice/cards.cpp@@requeue(4);@@requeue(5);@@practice_test
+flashcard-almost-requeued-every-time@@fl/practice/cards.cpp@@if (r.requeued.insert(key).second) requeue(6);@@r.requeued.insert(key); requeue(6);@@practice_test
+flashcard-damaged-box-kept@@fl/practice/cards.cpp@@if (s.box < 1 || s.box > 5) s.box = 1;@@if (s.box < 1) s.box = 1;@@practice_test
 exam-clock-runs-fast@@fl/practice/exam.cpp@@int64_t{exam.limitMinutes} * 60000 - (nowMs@@int64_t{exam.limitMinutes} * 59000 - (nowMs@@practice_test practice_more_test
 worksheet-solution-heading-alone@@fl/practice/worksheet.cpp@@"<div class=\"pdf-next\"><h3 class=\"sh\">Løsning til opgave "@@"<div><h3 class=\"sh\">Løsning til opgave "@@practice_more_test
 worksheet-exercise-split@@fl/practice/worksheet.cpp@@std::string html = "<div class=\"pdf-keep\"><div class=\"wsprob\">@@std::string html = "<div><div class=\"wsprob\">@@practice_more_test
+exam-praise-from-89@@fl/practice/exam.cpp@@if (pct >= 90) return "Flot!@@if (pct >= 89) return "Flot!@@practice_test
 text-problem-compensation-sign@@fl/practice/tekstscen.cpp@@"P*(tan(acos(cosphi1))-tan(acos(cosphi2)))"@@"P*(tan(acos(cosphi1))+tan(acos(cosphi2)))"@@practice_test
 chain-near-miss-five-percent@@fl/tools/chain.cpp@@constexpr double kNearMiss = 0.03;@@constexpr double kNearMiss = 0.05;@@fl_tools_test
 chain-conflict-called-near-miss@@fl/tools/chain.cpp@@rel, rel > kNearMiss,@@rel, rel < kNearMiss,@@fl_tools_test
@@ -152,8 +165,16 @@ star-phase-voltage-equals-line@@fl/tools/threephase.cpp@@{"U_F", "U_N/sqrt(3)", 
 motor-exact-speed-loses-pole-pair@@fl/tools/motor.cpp@@std::floor(raw.value + kWhole)@@std::floor(raw.value - kWhole)@@fl_tools_test
 motor-percent-efficiency-kept@@fl/tools/motor.cpp@@            eta /= 100;@@            eta /= 1;@@fl_tools_test
 ac-reactive-power-with-cosine@@fl/tools/acseries.cpp@@{"VAr", "U*I*sin(phi)", "Q"}@@{"VAr", "U*I*cos(phi)", "Q"}@@fl_tools_test
+ac-rounding-noise-called-reactive@@fl/tools/acseries.cpp@@if (!(std::fabs(X) > 1e-12 * std::max(std::fabs(Z), 1.0))) return "ohmsk";@@if (!(std::fabs(X) > 0)) return "ohmsk";@@fl_tools_test
+resonance-band-doubled@@fl/tools/acdemo.cpp@@std::fabs(f / v.f0 - 1) <= kResonanceBand;@@std::fabs(f / v.f0 - 1) <= 2 * kResonanceBand;@@fl_tools_test
 text-problem-cable-one-way@@fl/practice/tekstscen.cpp@@"rho*2*l/q", "RL"@@"rho*l/q", "RL"@@practice_test
+text-problem-heater-one-phase@@fl/practice/tekstscen.cpp@@"3*U_F*I_F", "P"@@"U_F*I_F", "P"@@practice_test
 class-summary-exam-under-key@@fl/practice/stats.cpp@@e.topic = topicName(e.topic);@@(void)e.topic;@@practice_test
+level-weak-at-sixty@@fl/practice/stats.cpp@@if (share < 0.6) return Level::Weak;@@if (share <= 0.6) return Level::Weak;@@practice_test
+weakest-first-unsmoothed@@fl/practice/stats.cpp@@return (wrong + 0.5) / (static_cast<double>(total) + 1);@@return (wrong + 0.0) / (static_cast<double>(total) + 1);@@practice_test
+exams-keep-eleven@@fl/practice/stats.cpp@@constexpr size_t kMaxExams = 10;@@constexpr size_t kMaxExams = 11;@@practice_test
+day-bars-tallest-100@@fl/practice/statsheet.cpp@@constexpr double kTallest = 110;@@constexpr double kTallest = 100;@@practice_test
+worksheet-count-unchecked@@fl/practice/worksheet.cpp@@if (std::find(kWorksheetCounts.begin(), kWorksheetCounts.end(), count) != kWorksheetCounts.end()) o.count = count;@@o.count = count;@@practice_test
 earth-limit-halved@@fl/glossary/insttest.cpp@@r.raMax = ul / idn;@@r.raMax = ul / idn / 2;@@glossary_test
 measured-limit-three-quarters@@fl/glossary/insttest.cpp@@r.zsMax * 2.0 / 3.0@@r.zsMax * 3.0 / 4.0@@glossary_test
 trip-factor-c-eight@@fl/glossary/insttest.cpp@@        return 10;@@        return 8;@@glossary_test
@@ -162,6 +183,7 @@ minform-note-unescaped@@fl/glossary/minform.cpp@@for (char c : htmlEscape(note))
 tool-prefix-from-a-thousand@@fl/tools/frame.cpp@@(mag >= 0.1 && mag < 10000)@@(mag >= 0.1 && mag < 1000)@@fl_tools_test
 tool-milli-from-a-hundredth@@fl/tools/frame.cpp@@(mag >= 0.1 && mag < 10000)@@(mag >= 0.01 && mag < 10000)@@fl_tools_test
 energy-long-year-marks-hours@@fl/tools/energy.cpp@@refuse(out, "Et år har højst 366 dage.", {"d_dage"});@@refuse(out, "Et år har højst 366 dage.", {"h"});@@fl_tools_test
+energy-year-of-360-days@@fl/tools/energy.cpp@@in.has("d_dage") ? in.get("d_dage") : 365.0@@in.has("d_dage") ? in.get("d_dage") : 360.0@@fl_tools_test
 glossary-ae-folded-to-a@@fl/glossary/glossary.cpp@@{0xC3, 0xA6, "ae"}@@{0xC3, 0xA6, "a"}@@glossary_test
 glossary-query-not-folded@@fl/glossary/glossary.cpp@@foldDanish(query.substr(a, b - a + 1))@@query.substr(a, b - a + 1)@@glossary_test
 glossary-group-key-ignored@@fl/glossary/glossary.cpp@@return open("gle:" + e.term) && open("gl:" + e.section + "|" + e.group);@@return open("gle:" + e.term);@@glossary_test

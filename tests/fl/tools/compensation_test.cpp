@@ -98,10 +98,6 @@ TEST_F(CompensationTest, refusalsAreToldInTheirWords) {
         {full + "P=1k cosphi1=1,3", "1", "cos φ skal ligge mellem 0 og 1."},
         {full + "P=1k cosphi2=0", "1", "cos φ skal ligge mellem 0 og 1."},
         {full + "P=1k cosphi2=0,7", "1", wanted},
-        {full + "P=1k cosphi2=0,6", "Y", wanted},
-        {full + "P=1kk", "1", "Jeg kan ikke læse P"},
-        {full + "P=-1k", "1", "Negative værdier giver ingen mening her – ret P."},
-        {full + "P=1k f=0", "1", "Noget passer ikke – tjek værdierne. intet reelt svar"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.form);

@@ -27,21 +27,15 @@ TEST_F(FrameTest, readFormKeepsNumbersAsTypedAndSortsOutTheRest) {
         bool bad;
     };
     const Row rows[] = {
-        {"plain", "230", true, 230, "230", false},
         {"prefix kilo", "16k", true, 16000, "16k", false},
         {"decimal comma", "0,3", true, 0.3, "0,3", false},
         {"point shown as comma", "0.3", true, 0.3, "0,3", false},
         {"comma shown as point", "0,3", false, 0.3, "0.3", false},
-        {"micro typed as u", "70u", true, 70e-6, "70µ", false},
         {"electricians' notation", "4k7", true, 4700, "4,7k", false},
-        {"minus", "-5", true, -5, "−5", false},
-        {"blanks inside", " 5 500 ", true, 5500, "5500", false},
         {"exponent", "1e3", true, 1000, "1·10<sup>3</sup>", false},
         {"expression shows its value", "230/47", true, 230.0 / 47, "4,8936", false},
-        {"empty", "", true, NAN, "", false},
         {"blank", "   ", true, NAN, "", false},
         {"letters", "abc", true, NAN, "", true},
-        {"unit typed", "5kV", true, NAN, "", true},
     };
     for (const Row& r : rows) {
         SCOPED_TRACE(r.name);
@@ -66,29 +60,14 @@ TEST_F(FrameTest, formatValueChoosesAPrefixOnlyForUnitsThatTakeOne) {
         const char* expected;
     };
     const Row rows[] = {
-        {0.5, "A", "0,5 A"},
-        {0.014434, "Ω", "14,434 mΩ"},
-        {-0.02, "Ω", "−20 mΩ"},
-        {16000, "A", "16 kA"},
-        {999999.7, "W", "1 MW"},
-        {47e-6, "F", "47 µF"},
-        {1e-13, "V", "0 V"},
-        {2.536, "mm²", "2,536 mm²"},
-        {12000, "mm²", "12000 mm²"},
-        {0.03, "km", "0,03 km"},
-        {0.4, "", "0,4"},
+        {0.5, "A", "0,5 A"},         {0.014434, "Ω", "14,434 mΩ"},
+        {16000, "A", "16 kA"},       {999999.7, "W", "1 MW"},
+        {47e-6, "F", "47 µF"},       {1e-13, "V", "0 V"},
+        {12000, "mm²", "12000 mm²"}, {0.4, "", "0,4"},
         {NAN, "A", "? A"},
     };
     for (const Row& r : rows)
         EXPECT_EQ(tool::formatValue(r.value, r.unit), r.expected) << r.value << " " << r.unit;
-}
-
-TEST_F(FrameTest, shownWithUnitJoinsATypedPrefixToTheUnit) {
-    EXPECT_EQ(tool::shownWithUnit("16k", "A"), "16 kA");
-    EXPECT_EQ(tool::shownWithUnit("5m", "m"), "5 mm");
-    EXPECT_EQ(tool::shownWithUnit("230", "V"), "230 V");
-    EXPECT_EQ(tool::shownWithUnit("1·10<sup>3</sup>", "m"), "1·10<sup>3</sup> m");
-    EXPECT_EQ(tool::shownWithUnit("0,3", ""), "0,3");
 }
 
 struct Worked {

@@ -49,16 +49,12 @@ TEST_F(MachineFigsTest, everyFigureDrawsCleanlyFromNothingToExtremes) {
     };
     const Row rows[] = {
         {"motor empty", motorFigure(none, true, false), 660, 256, true},
-        {"motor", motorFigure(typical, true, false), 660, 256, true},
         {"motor star-delta", motorFigure(huge, true, true), 660, 278, true},
-        {"single-phase star-delta", motorFigure(typical, false, true), 660, 278, true},
         {"motor odd", motorFigure(odd, false, false), 660, 256, true},
-        {"transformer empty", transformerFigure(none), 680, 285, true},
         {"transformer", transformerFigure(typical), 680, 285, true},
         {"transformer odd", transformerFigure(odd), 680, 285, true},
         {"star", connectionFigure(huge, true, "R"), 560, 290, true},
         {"delta", connectionFigure(typical, false, "Z"), 560, 290, true},
-        {"delta odd", connectionFigure(odd, false, "Z"), 560, 290, true},
         {"full compensation",
          compensationFigure(
              {{{"P", 2000}, {"Q1", 1500}, {"Q2", 0}, {"QC", 1500}, {"phi1", 36.87}, {"phi2", 0}}, {"QC"}}),
@@ -106,8 +102,7 @@ TEST_F(MachineFigsTest, compensationLabelsKeepClearAndByTheirOwnAngles) {
     const double deg = 0.017453292519943295;
     const struct {
         double phi1, phi2, p;
-    } rows[] = {{45.573, 18.195, 1000}, {36, 31, 1000},   {25.8, 24.5, 1000}, {60, 5, 1000},
-                {80, 40, 12345.6},      {36.87, 0, 2000}, {12, 11, 98765},    {70, 69, 0.5}};
+    } rows[] = {{45.573, 18.195, 1000}, {25.8, 24.5, 1000}, {60, 5, 1000}, {36.87, 0, 2000}, {70, 69, 0.5}};
     for (const auto& r : rows) {
         SCOPED_TRACE(std::to_string(r.phi1) + "° → " + std::to_string(r.phi2) + "°");
         const double q1 = r.p * std::tan(r.phi1 * deg), q2 = r.p * std::tan(r.phi2 * deg);
