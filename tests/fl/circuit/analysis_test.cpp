@@ -172,14 +172,5 @@ TEST(Words, describeSymbolsInPlainDanish) {
     EXPECT_EQ(unitOf("phi_A", root), "°");
 }
 
-TEST(Names, collectLeavesByName) {
-    const CNodePtr root = sample();
-    const auto byName = collectByName(root);
-    EXPECT_EQ(byName.size(), 4u);
-    EXPECT_EQ(byName.at("C1"), root->ch[0]->ch[2]);
-    EXPECT_FALSE(byName.count("A"));
-    EXPECT_EQ(findByName(root, "A"), root->ch[0]);
-}
-
 } // namespace
 } // namespace fl

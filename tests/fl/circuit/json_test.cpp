@@ -5,10 +5,6 @@
 namespace fl {
 namespace {
 
-Json parsed(const std::string& text) {
-    return Json::parse(text);
-}
-
 const char* const kValid =
     R"({"mode":"ac","src":{"U":"230","f":"50","I":"","P":"","R":"","cos":"0,8","Z":""},)"
     R"("root":{"k":"S","id":"root","ch":[{"k":"P","id":"n7","ch":[)"
@@ -18,7 +14,7 @@ const char* const kValid =
 
 TEST(CircuitJson, roundTripKeepsEveryTypedText) {
     Circuit c;
-    ASSERT_TRUE(fromJson(parsed(kValid), c));
+    ASSERT_TRUE(fromJson(Json::parse(kValid), c));
     EXPECT_EQ(c.mode, "ac");
     EXPECT_EQ(c.sel, "n9");
     EXPECT_EQ(c.src["cos"], "0,8");
@@ -32,9 +28,9 @@ TEST(CircuitJson, roundTripKeepsEveryTypedText) {
 
     const std::string once = Json::dump(toJson(c));
     Circuit again;
-    ASSERT_TRUE(fromJson(parsed(once), again));
+    ASSERT_TRUE(fromJson(Json::parse(once), again));
     EXPECT_EQ(Json::dump(toJson(again)), once);
-    EXPECT_EQ(once, Json::dump(parsed(kValid)));
+    EXPECT_EQ(once, Json::dump(Json::parse(kValid)));
     // No selection is written as null; every source field is written.
     const Json j = toJson(defaultCircuit());
     EXPECT_TRUE(j.at("sel").isNull());
@@ -43,9 +39,10 @@ TEST(CircuitJson, roundTripKeepsEveryTypedText) {
 
 TEST(CircuitJson, readsLenientlyWhereTheShapeIsRight) {
     Circuit c;
-    ASSERT_TRUE(fromJson(parsed(R"({"mode":5,"src":{"U":12,"x":"y","f":""},)"
-                                R"("root":{"k":"R","id":"n3","ch":[{"k":"R","v":7,"extra":"z"}]},"sel":4})"),
-                         c));
+    ASSERT_TRUE(
+        fromJson(Json::parse(R"({"mode":5,"src":{"U":12,"x":"y","f":""},)"
+                             R"("root":{"k":"R","id":"n3","ch":[{"k":"R","v":7,"extra":"z"}]},"sel":4})"),
+                 c));
     EXPECT_EQ(c.mode, "dc");
     EXPECT_EQ(c.src["U"], "");   // not a string
     EXPECT_EQ(c.src["x"], "y");  // unknown names are kept
@@ -59,7 +56,7 @@ TEST(CircuitJson, readsLenientlyWhereTheShapeIsRight) {
     EXPECT_EQ(c.sel, "");
 
     Circuit noF;
-    ASSERT_TRUE(fromJson(parsed(R"({"src":{},"root":{"ch":[]}})"), noF));
+    ASSERT_TRUE(fromJson(Json::parse(R"({"src":{},"root":{"ch":[]}})"), noF));
     EXPECT_EQ(noF.src["f"], "50");
     EXPECT_TRUE(noF.root->ch.empty());
 }
@@ -82,7 +79,7 @@ TEST(CircuitJson, refusesWhatIsNoCircuitAndLeavesTheTargetAlone) {
         SCOPED_TRACE(row.name);
         Circuit c = defaultCircuit();
         c.sel = "keep";
-        EXPECT_FALSE(fromJson(parsed(row.text), c));
+        EXPECT_FALSE(fromJson(Json::parse(row.text), c));
         EXPECT_EQ(c.sel, "keep");
         EXPECT_EQ(c.root->ch.size(), 1u);
     }

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 namespace fl {
 namespace {
 
@@ -22,6 +24,7 @@ std::string idOf(Circuit& c, const std::string& name) {
     return id;
 }
 
+// The selected node's name, "root", "" for none, "lost" where it names no node.
 std::string selectedName(Circuit& c) {
     if (c.sel.empty()) return "";
     CNodePtr n;
@@ -30,86 +33,47 @@ std::string selectedName(Circuit& c) {
     return n == c.root ? "root" : n->name;
 }
 
-struct Op {
-    std::string select; // a name, "root", or "" to keep the selection
-    std::string op, kind;
-};
-
-struct EditRow {
-    const char* name;
-    std::vector<Op> ops;
-    const char* tree;
-    const char* selected;
-};
-
 TEST(Edit, buildsTheTreeByRule) {
-    const EditRow rows[] = {
-        {"parallel to the only resistor keeps the root", {{"R1", "par", "R"}}, "root(A(R1 R2))", "R2"},
-        {"series on the root appends", {{"root", "ser", "R"}}, "root(R1 R2)", "R2"},
-        {"parallel on the root wraps what it held",
-         {{"root", "ser", "R"}, {"root", "par", "L"}},
-         "root(A(B(R1 R2) L1))",
-         "L1"},
-        {"series inside a parallel makes a branch",
-         {{"R1", "par", "R"}, {"R1", "ser", "C"}},
-         "root(A(B(R1 C1) R2))",
-         "C1"},
-        {"series in a series inserts behind the node",
-         {{"root", "ser", "R"}, {"R1", "ser", "L"}},
-         "root(R1 L1 R2)",
-         "L1"},
-        {"parallel to a whole parallel group joins it",
-         {{"R1", "par", "R"}, {"root", "par", "A"}},
-         "root(A(R1 R2 A1))",
-         "A1"},
-        {"deleting one of two in a parallel removes the group",
-         {{"R1", "par", "R"}, {"R1", "del", ""}},
-         "root(R1)",
-         ""},
-        {"deleting in the main series selects nothing",
-         {{"root", "ser", "R"}, {"R1", "del", ""}},
-         "root(R1)",
-         ""},
-        {"deleting shifts later group letters",
-         {{"R1", "par", "R"}, {"root", "ser", "R"}, {"R3", "par", "R"}, {"R1", "del", ""}},
-         "root(R1 A(R2 R3))",
-         ""},
-        {"deleting inside a branch selects the branch",
-         {{"R1", "par", "R"}, {"R1", "ser", "R"}, {"R1", "ser", "R"}, {"R1", "del", ""}},
-         "root(A(B(R1 R2) R3))",
-         "B"},
-        {"up selects the parent", {{"R1", "par", "R"}, {"R2", "up", ""}}, "root(A(R1 R2))", "A"},
-        {"unknown kind changes nothing", {{"R1", "ser", "X"}}, "root(R1)", "R1"},
+    struct Row {
+        const char* name;
+        const char* ops; // "R1 par R, R2 del": the node to select by name, the edit, the kind
+        const char* tree;
+        const char* selected;
     };
-    for (const EditRow& row : rows) {
+    const Row rows[] = {
+        {"parallel to the only resistor keeps the root", "R1 par R", "root(A(R1 R2))", "R2"},
+        {"series on the root appends", "root ser R", "root(R1 R2)", "R2"},
+        {"parallel on the root wraps what it held", "root ser R, root par L", "root(A(B(R1 R2) L1))", "L1"},
+        {"series inside a parallel makes a branch", "R1 par R, R1 ser C", "root(A(B(R1 C1) R2))", "C1"},
+        {"series in a series inserts behind the node", "root ser R, R1 ser L", "root(R1 L1 R2)", "L1"},
+        {"parallel to a whole parallel group joins it", "R1 par R, root par A", "root(A(R1 R2 A1))", "A1"},
+        // The parent selected, A, vanishes in the normalising: the selection is emptied.
+        {"deleting one of two in a parallel removes the group", "R1 par R, R2 del", "root(R1)", ""},
+        {"deleting in the main series selects nothing", "root ser R, R1 del", "root(R1)", ""},
+        {"deleting shifts later group letters", "R1 par R, root ser R, R3 par R, R1 del", "root(R1 A(R2 R3))",
+         ""},
+        {"deleting inside a branch selects the branch", "R1 par R, R1 ser R, R1 ser R, R1 del",
+         "root(A(B(R1 R2) R3))", "B"},
+        {"up selects the parent", "R1 par R, R2 up", "root(A(R1 R2))", "A"},
+        {"unknown kind changes nothing", "R1 ser X", "root(R1)", "R1"},
+        {"a selection that names no node changes nothing", "nobody ser R", "root(R1)", "lost"},
+    };
+    for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         Circuit c = defaultCircuit();
-        for (const Op& op : row.ops) {
-            if (!op.select.empty()) c.sel = idOf(c, op.select);
-            edit(c, op.op, op.kind);
+        std::istringstream ops(row.ops);
+        for (std::string op; std::getline(ops, op, ',');) {
+            std::istringstream words(op);
+            std::string select, what, kind;
+            words >> select >> what >> kind;
+            c.sel = idOf(c, select);
+            edit(c, what, kind);
         }
         nameCircuit(c);
         EXPECT_EQ(outline(c.root), row.tree);
         EXPECT_EQ(selectedName(c), row.selected);
         EXPECT_EQ(c.root->id, "root");
     }
-}
-
-TEST(Edit, selectionThatNamesNoNodeDoesNothingAndIsClearedLater) {
-    Circuit c = defaultCircuit();
-    c.sel = "n999999";
-    edit(c, "ser", "R");
-    nameCircuit(c);
-    EXPECT_EQ(outline(c.root), "root(R1)");
-
-    // A selection that vanishes in the normalising is emptied.
-    c.sel = idOf(c, "R1");
-    edit(c, "par", "R");
-    const std::string group = idOf(c, "A");
-    c.sel = idOf(c, "R2");
-    edit(c, "del", "");
-    EXPECT_TRUE(c.sel.empty());
-    EXPECT_FALSE(find(c.root, group, nullptr, nullptr));
 }
 
 TEST(Ids, freshIdsAreNeverReusedAndFollowWhatWasRead) {

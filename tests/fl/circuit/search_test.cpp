@@ -19,17 +19,6 @@ bool matches(const std::vector<double>& got, const std::vector<double>& want, do
     return true;
 }
 
-std::string listed(const std::vector<Solution>& s) {
-    std::string out;
-    for (const Solution& sol : s) {
-        out += "[";
-        for (double v : sol.x)
-            out += std::to_string(v) + " ";
-        out += "] ";
-    }
-    return out;
-}
-
 // Whether the targets pin the unknowns down near the truth: the columns of
 // the Jacobian (in logarithms) must not be close to dependent.
 bool identifiable(SearchProblem& problem, const std::vector<double>& truth) {
@@ -130,7 +119,7 @@ TEST(MultiStart, recoversHiddenValuesOfRandomCircuits) {
         // behind its twin; that must stay rare, and what is found must fit.
         if (!hit) {
             ++missed;
-            EXPECT_LE(missed, 1) << "solutions " << listed(found);
+            EXPECT_LE(missed, 1) << found.size() << " solutions, none the truth";
         }
         // Every solution reproduces every target.
         for (const Solution& s : found) {

@@ -155,17 +155,6 @@ TEST(AxesTest, tickStepsAreOneTwoAndAHalfFiveOrTenTimesAPowerOfTen) {
     }
 }
 
-TEST(AxesTest, aChartWithCurvesIsWellFormed) {
-    AxesPlot plot;
-    plot.x0 = 0, plot.x1 = 20, plot.y0 = -325, plot.y1 = 325;
-    AxesPlot::Curve c;
-    c.cls = "w1";
-    for (int k = 0; k <= 50; ++k)
-        c.points.push_back({k * 0.4, 325 * std::sin(k * 0.4 * 0.314)});
-    plot.curves.push_back(c);
-    EXPECT_EQ(svgProblem(svgDocument(drawAxes(plot))), "");
-}
-
 // A canvas that keeps shapes records each element the SVG holds, as the
 // painter needs it, in either theme; path() and raw() are for SVG alone.
 TEST(CanvasTest, keptShapesAreTheSvgElementsOneForOne) {

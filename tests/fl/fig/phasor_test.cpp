@@ -86,11 +86,13 @@ TEST(PhasorTest, currentArrowsFollowTheForwardPassOfRandomParallels) {
     std::mt19937 rng(23);
     const auto part = [&] { return leaf(std::string(1, "RLC"[rng() % 3])); };
     for (int round = 0; round < 150; ++round) {
-        // Branches of one part or of two in series, under the root.
+        // Branches of one part or of two in series; every other parallel sits
+        // behind a part of its own, so that its voltage is turned from U's.
         std::vector<CNodePtr> branches;
         for (int b = 0, n = 2 + round % 4; b < n; ++b)
             branches.push_back(rng() % 3 ? part() : group("S", {part(), part()}));
-        const CNodePtr root = testing::makeRoot({group("P", branches)});
+        const CNodePtr root = round % 2 ? testing::makeRoot({group("P", branches)})
+                                        : testing::makeRoot({part(), group("P", branches)});
         Values values{{"U", testing::logUniform(rng, 5, 500)}, {"f", 50}};
         walk(root, [&](const CNodePtr& n) {
             if (n->k == "R") values[n->name] = testing::logUniform(rng, 1, 1000);
@@ -99,7 +101,7 @@ TEST(PhasorTest, currentArrowsFollowTheForwardPassOfRandomParallels) {
         });
         SCOPED_TRACE(testing::outline(root));
         const auto ph = phasors(root, values, true);
-        const CNodePtr p = root->ch[0];
+        const CNodePtr p = root->ch.back();
         std::vector<std::complex<double>> parts;
         for (const CNodePtr& c : p->ch)
             parts.push_back(ph.at(c->id).i);

@@ -341,13 +341,11 @@ inline std::string shapeProblem(const std::vector<Shape>& shapes, const std::str
             break;
         case Shape::Polygon:
         case Shape::Polyline: {
-            const QStringList pairs = QString::fromStdString(e.attrs.at("points")).split(u' ', Qt::SkipEmptyParts);
-            placed = pairs.size() == qsizetype(s.pts.size());
-            for (qsizetype k = 0; placed && k < pairs.size(); ++k) {
-                const QStringList xy = pairs[k].split(u',');
-                placed = xy.size() == 2 && std::fabs(svgNum(xy[0].toStdString()) - s.pts[size_t(k)].x) <= 0.051 &&
-                         std::fabs(svgNum(xy[1].toStdString()) - s.pts[size_t(k)].y) <= 0.051;
-            }
+            const std::vector<Pt> pts = svgPoints(e);
+            placed = pts.size() == s.pts.size();
+            for (size_t k = 0; placed && k < pts.size(); ++k)
+                placed =
+                    std::fabs(pts[k].x - s.pts[k].x) <= 0.051 && std::fabs(pts[k].y - s.pts[k].y) <= 0.051;
             break;
         }
         case Shape::Sector:
