@@ -18,6 +18,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstring>
 #include <random>
 #include <set>
 
@@ -57,33 +58,18 @@ std::string shownResult(const std::string& html) {
 
 // "14,434 mΩ" → 0.014434; NaN for text that isn't a number with a unit.
 double readShown(std::string text) {
-    for (const char* unit : {"VAr", "VA", "Hz", "V", "A", "W", "Ω", "S", "°", "H", "F"}) {
-        const std::string u = unit;
-        if (text.size() > u.size() && text.compare(text.size() - u.size(), u.size(), u) == 0) {
-            text.erase(text.size() - u.size());
+    for (const char* unit : {"VAr", "VA", "Hz", "V", "A", "W", "Ω", "S", "°", "H", "F"})
+        if (text.size() > std::strlen(unit) && text.ends_with(unit)) {
+            text.erase(text.size() - std::strlen(unit));
             break;
         }
-    }
-    if (text.rfind("−", 0) == 0) text.replace(0, std::string("−").size(), "-");
-    // "2,4·10⁻⁶": the power of ten in superscript digits.
-    if (const size_t dot = text.find("·10"); dot != std::string::npos) {
-        std::string exponent;
-        static const std::vector<std::pair<std::string, char>> kSup = {
-            {"⁻", '-'}, {"⁰", '0'}, {"¹", '1'}, {"²", '2'}, {"³", '3'}, {"⁴", '4'},
-            {"⁵", '5'}, {"⁶", '6'}, {"⁷", '7'}, {"⁸", '8'}, {"⁹", '9'}};
-        for (size_t i = dot + std::string("·10").size(); i < text.size();) {
-            bool found = false;
-            for (const auto& [sup, c] : kSup)
-                if (text.compare(i, sup.size(), sup) == 0) {
-                    exponent += c;
-                    i += sup.size();
-                    found = true;
-                    break;
-                }
-            if (!found) break;
-        }
-        text = text.substr(0, dot) + "e" + exponent;
-    }
+    // The minus sign, and "2,4·10⁻⁶": the power of ten in superscript digits.
+    const std::pair<const char*, const char*> plain[] = {
+        {"−", "-"}, {"·10", "e"}, {"⁻", "-"}, {"⁰", "0"}, {"¹", "1"}, {"²", "2"}, {"³", "3"},
+        {"⁴", "4"}, {"⁵", "5"},   {"⁶", "6"}, {"⁷", "7"}, {"⁸", "8"}, {"⁹", "9"}};
+    for (const auto& [from, to] : plain)
+        for (size_t at; (at = text.find(from)) != std::string::npos;)
+            text.replace(at, std::strlen(from), to);
     return readValue(text);
 }
 
