@@ -140,18 +140,6 @@ TEST_F(SheetStepsTest, theAnswerShowsAtOnceWithoutStepModeOrWithoutSteps) {
     }
 }
 
-// The view narrows figures to its width less a margin, and counts a
-// narrower view as 200 pixels; that a figure is never widened is the sheet
-// text's test.
-TEST_F(SheetStepsTest, aNarrowViewFitsFiguresToTwoHundredPixels) {
-    app::SheetView view;
-    view.setContent(worked("ohm", {{"U", 230}, {"R", 47}}, "I", wideFigure(1200)));
-    view.resize(100 + view.width() - view.viewWidth(), 100);
-    ASSERT_EQ(view.viewWidth(), 100);
-    EXPECT_TRUE(view.visibleHtml().contains(R"(<img src="f:0" width="170" height="85">)"))
-        << view.visibleHtml().toStdString();
-}
-
 TEST_F(SheetStepsTest, twoResultsAppendedKeepTheirImagesApart) {
     fl::RenderResult both = worked("ohm", {{"U", 230}, {"R", 47}}, "I", wideFigure(400));
     const fl::RenderResult second = worked("powerU", {{"P", 1000}, {"R", 47}}, "U", wideFigure(300));

@@ -98,8 +98,6 @@ TEST(SheetText, rewritesToTheLetter) {
         {"a class of its own keeps its size", sizes(1.0),
          "<p style=\"font-size:16pt\"><span class=\"crumb\">(s. 3)</span></p>",
          "<p style=\"font-size:16pt\"><span class=\"crumb\">(s. 3)</span></p>"},
-        {"nothing sized stays as it is", sizes(1.3), "<p>U = <span class=\"v\">R</span></p>",
-         "<p>U = <span class=\"v\">R</span></p>"},
         {"the size ends with its element", sizes(1.0), "<b style=\"font-size:20pt\">a</b><i>b</i>",
          "<b style=\"font-size:20pt\">a</b><i>b</i>"},
         // Headings become paragraphs of their class.

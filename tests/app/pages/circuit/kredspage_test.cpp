@@ -257,8 +257,6 @@ TEST_F(KredsPageTest, pasteLoadsACircuitMovesAnotherCurrentsAndRefusesEverything
     fl::Circuit stored;
     ASSERT_TRUE(fl::fromJson(DataStore::instance().get("kreds_ac"), stored));
     EXPECT_EQ(fl::toText(stored), acText);
-    ASSERT_TRUE(fl::fromJson(DataStore::instance().get("kreds"), stored));
-    EXPECT_EQ(fl::toText(stored), dcText);
 }
 
 TEST_F(KredsPageTest, copyPutsTheOneLineFormOnTheClipboard) {

@@ -215,7 +215,6 @@ TEST_F(PracticeMorePages, aFlashcardRoundMovesCardsBetweenBoxes) {
     EXPECT_TRUE(contains(page.cardView()->markup(), "fcback"));
     QTest::keyClick(page.rateButton(fl::Right), Qt::Key_3);
     EXPECT_EQ(fl::cardStates().at(first).box, 2);
-    const std::string second = page.round().card();
     QTest::mouseClick(page.flipButton(), Qt::LeftButton);
     QTest::mouseClick(page.rateButton(fl::Wrong), Qt::LeftButton);
     EXPECT_EQ(page.round().queue.size(), cards + 1);
@@ -225,8 +224,6 @@ TEST_F(PracticeMorePages, aFlashcardRoundMovesCardsBetweenBoxes) {
     }
     EXPECT_TRUE(contains(page.cardView()->markup(), "Runden er færdig"));
     EXPECT_TRUE(contains(page.cardView()->markup(), "✗ Kunne ikke: <b>1</b>"));
-    // Known after the repetition: box 2 as well.
-    EXPECT_EQ(fl::cardStates().at(second).box, 2);
     // Nothing is ready now; the next day everything is.
     page.drawStart();
     EXPECT_TRUE(contains(page.cardView()->markup(), "<p class=\"fcq center\">0 kort er klar.</p>"));

@@ -165,8 +165,6 @@ TEST_F(SmallToolsTest, acPageShowsThePhasorsAndTheTriangleBesideItsSteps) {
     for (size_t at = markup.find("<img src=\"f:"); at != std::string::npos; at = markup.find("<img src=\"f:", at + 1))
         ++figures;
     EXPECT_EQ(figures, 2u);
-    EXPECT_TRUE(contains(sheetOf(&page), "Vektordiagram for spændingerne"));
-    EXPECT_TRUE(contains(sheetOf(&page), "Modstandstrekant"));
     const double xl = 2 * M_PI * 50 * 0.2, xc = 1 / (2 * M_PI * 50 * 100e-6);
     EXPECT_NEAR(resultOf(host, "Z"), std::hypot(30, xl - xc), 1e-9);
 }
