@@ -40,7 +40,6 @@ TEST_F(CalcTest, evaluatesTypedExpressions) {
         {"divisionSign", "10÷4", 2.5, false},
         {"minusSign", "−5+2", -3, false},
         {"implicitBeforeFunction", "3sin(30)", 1.5, false},
-        {"lastResult", "ans^2", 9, true},
         {"implicitLastResult", "2ans", 6, true},
         {"namesOfTheTable", "R1*ans", 15, true},
         {"digitAfterPrefixJoinsItsExponent", "2,1k5", 2.1e35, false},
@@ -134,17 +133,6 @@ TEST_F(CalcTest, previewKeepsTheTypedNumbersInOrder) {
     }
 }
 
-TEST_F(CalcTest, prettyCalcPassesParserFailuresOn) {
-    const struct {
-        const char* text;
-        const char* what;
-    } rows[] = {{"2+", "uventet slut"}, {"(2)3", "rest i (2)3"}, {"5€", "parse: 5€"}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.text);
-        EXPECT_EQ(errorOf([&] { prettyCalc(row.text); }), row.what);
-    }
-}
-
 // Whatever arrives in a field (pasted text, deep nesting, broken UTF-8)
 // gives NaN or a number, calc fails only with its own texts, and
 // what calc accepts the preview shows.
@@ -155,23 +143,21 @@ void expectSurvives(const std::string& text) {
     EXPECT_EQ(calcDisagreement(text), "");
 }
 
+std::string repeat(const std::string& s, int n) {
+    std::string out;
+    for (int i = 0; i < n; ++i)
+        out += s;
+    return out;
+}
+
 TEST_F(CalcTest, badInputNeverCrashes) {
-    std::string sum = "1";
-    for (int i = 0; i < 4999; ++i)
-        sum += "+1";
     const struct {
         const char* name;
         std::string text;
     } rows[] = {
-        {"tenThousandDigits", std::string(10000, '9')},
-        {"tenThousandMinusSigns", std::string(10000, '-') + "1"},
-        {"tenThousandRoots",
-         [] {
-             std::string s;
-             for (int i = 0; i < 5000; ++i)
-                 s += "√";
-             return s + "2";
-         }()},
+        {"tenThousandDigits", repeat("9", 10000)},
+        {"tenThousandMinusSigns", repeat("-", 10000) + "1"},
+        {"fiveThousandRoots", repeat("√", 5000) + "2"},
         {"invalidUtf8", "\xff\xfe\xfd"},
         {"truncatedUtf8", "5\xc3"},
         {"nulByte", std::string("5\0k", 3)},
@@ -181,6 +167,7 @@ TEST_F(CalcTest, badInputNeverCrashes) {
         expectSurvives(row.text);
         EXPECT_TRUE(std::isnan(readValue(row.text))) << "none of these is a number";
     }
+    const std::string sum = "1" + repeat("+1", 4999);
     expectSurvives(sum);
     EXPECT_DOUBLE_EQ(readValue(sum), 5000.0) << "a long flat sum is still a sum";
 }

@@ -50,17 +50,6 @@ TEST_F(MarkupTest, appendRenumbersFiguresAndMathsSeparately) {
     EXPECT_EQ(first.maths[2]->value, 3);
 }
 
-TEST_F(MarkupTest, appendLeavesOtherSourcesAndTextAlone) {
-    RenderResult first;
-    first.figs = {"a"};
-    first.maths = {makeNum(1)};
-    RenderResult second;
-    second.html =
-        "src=\"f:\" src=\"m:x\" src=\"f:3 src=\"http://f:1\" f:0 m:0 src=\"f:99999999999999999999999\"";
-    first.append(second);
-    EXPECT_EQ(first.html, second.html);
-}
-
 struct TextRow {
     const char* name;
     std::string (*fn)(const std::string&);

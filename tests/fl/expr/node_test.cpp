@@ -57,35 +57,6 @@ TEST(MakeProduct, writesTheCanonicalOrder) {
     }
 }
 
-TEST(Walks, childrenComeInReadingOrder) {
-    const NodePtr n = parse("a**b + sin(c) - 2*f");
-    std::vector<std::string> seen;
-    for (const auto& ch : children(n))
-        seen.push_back(dump(ch));
-    EXPECT_EQ(seen, (std::vector<std::string>{"(pow a b)", "(sin c)", "(prod *2 *f)"}));
-    const auto pow = children(children(n)[0]);
-    ASSERT_EQ(pow.size(), 2u);
-    EXPECT_EQ(dump(pow[0]), "a");
-    EXPECT_TRUE(children(a).empty());
-}
-
-TEST(Walks, mapChildrenVisitsTheExponentBeforeTheBase) {
-    std::vector<std::string> order;
-    const NodePtr n = parse("x**y * sin(z) - w");
-    std::function<NodePtr(const NodePtr&)> visit = [&](const NodePtr& node) {
-        if (node->kind == NodeKind::Var) {
-            order.push_back(node->name);
-            return makeVar(node->name + "1");
-        }
-        return mapChildren(node, visit);
-    };
-    const NodePtr out = visit(n);
-    EXPECT_EQ(order, (std::vector<std::string>{"y", "x", "z", "w"}));
-    EXPECT_EQ(dump(out), "(sum +(prod *(pow x1 y1) *(sin z1)) -w1)");
-    EXPECT_EQ(dump(n), "(sum +(prod *(pow x y) *(sin z)) -w)") << "the original is untouched";
-    EXPECT_EQ(mapChildren(a, visit), a) << "a leaf comes back as it is";
-}
-
 TEST(Walks, countsAndCollectsVariables) {
     const NodePtr n = parse("R*I + R**2/sqrt(R*U) - pi");
     EXPECT_EQ(countVar(n, "R"), 3);

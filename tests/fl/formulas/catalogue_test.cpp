@@ -66,8 +66,6 @@ TEST(Catalogue, holdsEveryFamilyInTheBooksOrderWithItsGroupAndTopic) {
 
 // Keys are routes: exact, case and all, and a family never shadows a tile.
 TEST(Catalogue, lookupsAreByExactKey) {
-    ASSERT_NE(fl::findFormula("motYD"), nullptr);
-    EXPECT_EQ(fl::findFormula("motYD")->key, "motYD");
     for (const char* key : {"Ohm", "s", "ohm "}) {
         SCOPED_TRACE(key);
         EXPECT_EQ(fl::findFormula(key), nullptr);
@@ -76,26 +74,13 @@ TEST(Catalogue, lookupsAreByExactKey) {
     EXPECT_NE(fl::findFormula("S"), fl::findFormula("tfS"));
     for (const fl::Formula& f : fl::catalogue())
         EXPECT_EQ(fl::findTile(f.key), nullptr) << f.key;
-    const fl::Tile* ohm = fl::findFamilyOrTile("ohm");
-    ASSERT_NE(ohm, nullptr);
-    EXPECT_EQ(ohm->name, "Ohms lov");
     EXPECT_EQ(fl::findFamilyOrTile("kreds"), fl::findTile("kreds"));
 }
 
 TEST(Catalogue, pageRefNamesTheBookOnlyForPageNumbers) {
-    struct Row {
-        const char* page;
-        const char* expected;
-    };
-    const Row rows[] = {
-        {"3", "formelsamlingen s. 3"},
-        {"Parallel s. 5", "Parallel s. 5"},
-        {"", ""},
-    };
-    for (const Row& r : rows) {
-        SCOPED_TRACE(r.page);
-        EXPECT_EQ(fl::pageRef(r.page, "formelsamlingen"), r.expected);
-    }
+    EXPECT_EQ(fl::pageRef("3", "formelsamlingen"), "formelsamlingen s. 3");
+    EXPECT_EQ(fl::pageRef("Parallel s. 5", "formelsamlingen"), "Parallel s. 5");
+    EXPECT_EQ(fl::pageRef("", "formelsamlingen"), "");
 }
 
 // Slips that need no parser: a unit spelt differently, a form for a quantity
@@ -110,8 +95,6 @@ TEST(Catalogue, recordsAreConsistent) {
         EXPECT_FALSE(f.title.empty());
         EXPECT_FALSE(f.page.empty());
         EXPECT_FALSE(f.search.empty());
-        EXPECT_TRUE(f.search.front() != ' ' && f.search.back() != ' ' &&
-                    f.search.find("  ") == std::string::npos);
         EXPECT_FALSE(f.generate);
         std::set<std::string> symbols;
         for (const fl::FormulaVar& v : f.vars) {

@@ -29,21 +29,12 @@ std::vector<std::string> headings(const std::string& html) {
 }
 
 TEST(RecentRoutes, keepsThreeKnownOpenRoutes) {
-    struct Row {
-        const char* name;
-        std::vector<std::string> recent;
-        std::set<std::string> closed;
-        std::vector<std::string> expected;
-    };
-    const Row rows[] = {
-        {"locked page and a stale route dropped", {"laast", "nosuch", "ohm", "kreds"}, {}, {"ohm", "kreds"}},
-        {"four open routes give three", {"trafo", "ohm", "kabel", "sf1"}, {}, {"trafo", "ohm", "kabel"}},
-        {"a closed route makes room", {"trafo", "ohm", "kabel", "sf1"}, {"ohm"}, {"trafo", "kabel", "sf1"}},
-    };
-    for (const Row& r : rows) {
-        SCOPED_TRACE(r.name);
-        EXPECT_EQ(fl::recentRoutes(r.recent, closing(r.closed)), r.expected);
-    }
+    using Routes = std::vector<std::string>;
+    EXPECT_EQ(fl::recentRoutes({"laast", "nosuch", "ohm", "kreds"}, {}), (Routes{"ohm", "kreds"}));
+    const Routes four = {"trafo", "ohm", "kabel", "sf1"};
+    EXPECT_EQ(fl::recentRoutes(four, {}), (Routes{"trafo", "ohm", "kabel"}));
+    EXPECT_EQ(fl::recentRoutes(four, closing({"ohm"})), (Routes{"trafo", "kabel", "sf1"}))
+        << "a closed route makes room";
 }
 
 TEST(TileTable, fillsTheLastRowWithEmptyCells) {
@@ -67,17 +58,16 @@ TEST(TileGrid, drawsOpenKnownRoutesAsLinkedTiles) {
     const std::string html =
         fl::tileGrid({"trafo", "nosuch", "komp", "ohm"}, false, closing({"komp"}), kLook);
     EXPECT_EQ(count(html, "<td class=\"tile\""), 2u);
-    EXPECT_NE(html.find("<a href=\"go:trafo\">"), std::string::npos);
-    EXPECT_NE(html.find("<a href=\"go:ohm\">"), std::string::npos);
-    EXPECT_EQ(html.find("go:komp"), std::string::npos);
-    EXPECT_NE(html.find("<b style=\"color:#1b1f24;font-size:11pt\">Transformer</b><br><span class=\"crumb\">"
-                        "Diagram og formelhjul – skriv det kendte, find resten</span></a></td>"),
-              std::string::npos);
-    EXPECT_NE(html.find("bgcolor=\"#ffffff\" style=\"border:1px solid #d3d9e1\""), std::string::npos);
+    EXPECT_TRUE(has(html, "<a href=\"go:trafo\">"));
+    EXPECT_TRUE(has(html, "<a href=\"go:ohm\">"));
+    EXPECT_FALSE(has(html, "go:komp"));
+    EXPECT_TRUE(has(html,
+                    "<b style=\"color:#1b1f24;font-size:11pt\">Transformer</b><br><span class=\"crumb\">"
+                    "Diagram og formelhjul – skriv det kendte, find resten</span></a></td>"));
+    EXPECT_TRUE(has(html, "bgcolor=\"#ffffff\" style=\"border:1px solid #d3d9e1\""));
     EXPECT_EQ(count(html, "width=\"34\" height=\"34\""), 2u);
     // A formula has no subtitle of its own: its topic stands there.
-    EXPECT_NE(html.find("Ohms lov</b><br><span class=\"crumb\">Formel · Jævnstrøm</span>"),
-              std::string::npos);
+    EXPECT_TRUE(has(html, "Ohms lov</b><br><span class=\"crumb\">Formel · Jævnstrøm</span>"));
     EXPECT_EQ(count(fl::tileGrid({"trafo"}, true, {}, kLook), "width=\"44\" height=\"44\""), 1u);
 }
 
@@ -124,8 +114,8 @@ TEST(FormulaChips, leadToTheFirstOpenFamilyOfEachTopic) {
 
     // Closing Ohm's law moves the chip on to the topic's next family.
     const std::string closed = fl::formulaChips(closing({"ohm"}));
-    EXPECT_EQ(closed.find("go:ohm\""), std::string::npos);
-    EXPECT_NE(closed.find("go:power\">&nbsp;<span class=\"crumb\">El</span> Jævnstrøm"), std::string::npos);
+    EXPECT_FALSE(has(closed, "go:ohm\""));
+    EXPECT_TRUE(has(closed, "go:power\">&nbsp;<span class=\"crumb\">El</span> Jævnstrøm"));
 }
 
 TEST(HomeMarkup, showsItsGroupsInOrder) {
@@ -160,7 +150,7 @@ TEST(HomeMarkup, showsItsGroupsInOrder) {
         const std::string html = fl::homeMarkup(s);
         EXPECT_EQ(headings(html), r.headings);
         for (const std::string& route : r.closed)
-            EXPECT_EQ(html.find("go:" + route + "\""), std::string::npos);
+            EXPECT_FALSE(has(html, "go:" + route + "\""));
     }
 }
 
@@ -172,9 +162,8 @@ TEST(HomeMarkup, bigTilesOnlyForTheMostUsed) {
     EXPECT_EQ(count(html.substr(most, next - most), "width=\"44\""), 6u);
     EXPECT_EQ(count(html.substr(next), "width=\"44\""), 0u);
     // The chips carry the small tools and help pages, not tiles.
-    EXPECT_NE(html.find("<a class=\"hchip\" href=\"go:calc\">&nbsp;Lommeregner&nbsp;</a>&nbsp; "),
-              std::string::npos);
-    EXPECT_EQ(html.find("<a href=\"go:calc\">"), std::string::npos);
+    EXPECT_TRUE(has(html, "<a class=\"hchip\" href=\"go:calc\">&nbsp;Lommeregner&nbsp;</a>&nbsp; "));
+    EXPECT_FALSE(has(html, "<a href=\"go:calc\">"));
 }
 
 TEST(HomeMarkup, tellsWhenTheTeacherHasSwitchedSomethingOff) {
@@ -203,7 +192,7 @@ TEST(HomeMarkup, tellsWhenTheTeacherHasSwitchedSomethingOff) {
         if (*r.hint) {
             EXPECT_TRUE(html.ends_with(r.hint + tail)) << "the hint closes the page";
         } else {
-            EXPECT_EQ(html.find("class=\"hint\""), std::string::npos);
+            EXPECT_FALSE(has(html, "class=\"hint\""));
         }
     }
 }

@@ -5,18 +5,10 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <functional>
 #include <set>
 
 namespace {
-
-bool hasUpperCase(const std::string& s) {
-    if (std::any_of(s.begin(), s.end(), [](char c) { return c >= 'A' && c <= 'Z'; })) return true;
-    for (const char* upper : {"Æ", "Ø", "Å"})
-        if (s.find(upper) != std::string::npos) return true;
-    return false;
-}
 
 void forEachNode(const fl::FinderNode& node, const std::string& path,
                  const std::function<void(const fl::FinderNode&, const std::string&)>& fn) {
@@ -25,18 +17,11 @@ void forEachNode(const fl::FinderNode& node, const std::string& path,
         forEachNode(c, path.empty() ? c.id : path + "/" + c.id, fn);
 }
 
-TEST(TileTable, routesAreUniqueAndSearchWordsLowerCase) {
+TEST(TileTable, routesAreUniqueAndNamed) {
     std::set<std::string> seen;
     for (const fl::Tile& t : fl::tiles()) {
-        SCOPED_TRACE(t.route);
-        EXPECT_TRUE(seen.insert(t.route).second);
-        EXPECT_FALSE(t.name.empty());
-        EXPECT_FALSE(hasUpperCase(t.search));
-        EXPECT_EQ(t.search.find("  "), std::string::npos);
-        if (!t.search.empty()) {
-            EXPECT_NE(t.search.front(), ' ');
-            EXPECT_NE(t.search.back(), ' ');
-        }
+        EXPECT_TRUE(seen.insert(t.route).second) << t.route;
+        EXPECT_FALSE(t.name.empty()) << t.route;
     }
 }
 

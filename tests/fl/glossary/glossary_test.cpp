@@ -4,6 +4,7 @@
 
 #include "fl/expr/markup.h"
 #include "fl/formulas/lists.h"
+#include "tests/fl/formulas/markup_util.h"
 
 #include <gtest/gtest.h>
 
@@ -12,12 +13,8 @@
 namespace fl {
 namespace {
 
-size_t count(const std::string& text, const std::string& part) {
-    size_t n = 0;
-    for (size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
-        ++n;
-    return n;
-}
+using markup_util::count;
+using markup_util::has;
 
 std::vector<std::string> termsOf(const std::vector<size_t>& hits) {
     std::vector<std::string> out;
@@ -131,15 +128,14 @@ TEST(GlossaryMarkup, aSectionShowsItsGroupsAndCards) {
                    "class=\"crumb\">[Ω]</span></p><p class=\"glf\">",
                    0),
         0u);
-    EXPECT_NE(html.find("<a class=\"chip\" href=\"go:par2\">→ To modstande i parallel</a> &nbsp; "),
-              std::string::npos);
+    EXPECT_TRUE(has(html, "<a class=\"chip\" href=\"go:par2\">→ To modstande i parallel</a> &nbsp; "));
 }
 
 TEST(GlossaryMarkup, anEntryWithoutSymbolOrFormulaHasNoEmptySpans) {
     const std::string html = glossaryEntryHtml("Kredsløb", allOpen);
-    EXPECT_EQ(html.find("glsymb"), std::string::npos);
-    EXPECT_EQ(html.find("class=\"crumb\">["), std::string::npos);
-    EXPECT_EQ(html.find("class=\"glf\""), std::string::npos);
+    EXPECT_FALSE(has(html, "glsymb"));
+    EXPECT_FALSE(has(html, "class=\"crumb\">["));
+    EXPECT_FALSE(has(html, "class=\"glf\""));
 }
 
 TEST(GlossaryMarkup, searchCountsItsHitsAndEscapesTheQuery) {
@@ -150,17 +146,15 @@ TEST(GlossaryMarkup, searchCountsItsHitsAndEscapesTheQuery) {
                          0),
               0u);
     EXPECT_EQ(count(html, "<div class=\"card\">"), hits);
-    EXPECT_NE(html.find("<p class=\"hint0\" style=\"margin-top:10px\"><b>Ledninger</b></p>"),
-              std::string::npos);
+    EXPECT_TRUE(has(html, "<p class=\"hint0\" style=\"margin-top:10px\"><b>Ledninger</b></p>"));
     EXPECT_EQ(glossaryHtml("<b>x", "", allOpen), "<p class=\"hint\">Ingen resultater.</p>");
 }
 
 TEST(GlossaryMarkup, aLinkToAMissingOrClosedTermSaysSo) {
     const std::string missing = glossaryEntryHtml("Fluxkompensator", allOpen);
-    EXPECT_NE(missing.find("Ordet \"Fluxkompensator\" findes ikke i ordlisten."), std::string::npos);
+    EXPECT_TRUE(has(missing, "Ordet \"Fluxkompensator\" findes ikke i ordlisten."));
     const std::string near = glossaryEntryHtml("Kirchhoff", allOpen);
-    EXPECT_NE(near.find("href=\"gls:Kirchhoffs 1. lov\""), std::string::npos)
-        << "what the search finds is offered";
+    EXPECT_TRUE(has(near, "href=\"gls:Kirchhoffs 1. lov\"")) << "what the search finds is offered";
     const KeyOpen closed = [](const std::string& key) { return key != "gle:Slip"; };
     EXPECT_NE(glossaryEntryHtml("slip", closed).find("Din lærer har slået ordet \"Slip\" fra lige nu."),
               std::string::npos);

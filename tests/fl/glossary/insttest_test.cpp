@@ -53,7 +53,6 @@ TEST(EarthLimit, largestEarthResistanceBehindAnRcd) {
         bool passes;
     } rows[] = {
         {0.03, 50, nan, 1666.6667, nan, false},
-        {0.03, 25, nan, 833.33333, nan, false},
         {0.03, 50, 200, 1666.6667, 6, true},
         {0.3, 50, 180, 166.66667, 54, false},
     };

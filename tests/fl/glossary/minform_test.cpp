@@ -3,6 +3,7 @@
 #include "fl/glossary/minform.h"
 
 #include "tests/fl/expr/settings_fixture.h"
+#include "tests/fl/formulas/markup_util.h"
 
 #include <gtest/gtest.h>
 
@@ -11,30 +12,25 @@ namespace {
 
 using Minform = SettingsTest;
 
-size_t count(const std::string& text, const std::string& part) {
-    size_t n = 0;
-    for (size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
-        ++n;
-    return n;
-}
+using markup_util::count;
+using markup_util::has;
 
 TEST_F(Minform, showsPinnedFamiliesInOrderWithTheStudentsNotes) {
     const std::string html =
         minformHtml({{"powerU", ""}, {"gone", "x"}, {"ohm", "Husk: <b> er ikke fed\nNy linje"}}, {});
     EXPECT_EQ(count(html, "<div class=\"card\">"), 2u) << "a key no longer in the catalogue is left out";
     EXPECT_LT(html.find("Effekt ud fra spænding og modstand"), html.find("Ohms lov"));
-    EXPECT_NE(html.find("<div class=\"note\"><p>Husk: &lt;b&gt; er ikke fed<br>Ny linje</p></div>"),
-              std::string::npos);
+    EXPECT_TRUE(has(html, "<div class=\"note\"><p>Husk: &lt;b&gt; er ikke fed<br>Ny linje</p></div>"));
     EXPECT_EQ(count(html, "class=\"note\""), 1u) << "no empty note box";
     EXPECT_EQ(count(html, "class=\"mfforms\""), 2u);
-    EXPECT_NE(html.find("Spænding [V]"), std::string::npos) << "the legend";
+    EXPECT_TRUE(has(html, "Spænding [V]")) << "the legend";
 }
 
 TEST_F(Minform, optionsLeaveOutTheFormsAndTheLegend) {
     const std::string html = minformHtml({{"ohm", ""}}, {false, false});
-    EXPECT_EQ(html.find("mfforms"), std::string::npos);
-    EXPECT_EQ(html.find("[V]"), std::string::npos);
-    EXPECT_NE(html.find("class=\"eq\""), std::string::npos);
+    EXPECT_FALSE(has(html, "mfforms"));
+    EXPECT_FALSE(has(html, "[V]"));
+    EXPECT_TRUE(has(html, "class=\"eq\""));
     EXPECT_NE(minformHtml({}, {}).find("Din formelsamling er tom."), std::string::npos);
 }
 
