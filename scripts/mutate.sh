@@ -124,7 +124,14 @@ recent-key-renamed@@store/keys.h@@Recent[] = "recent";@@Recent[] = "recents";@@a
 practice-stats-key-renamed@@store/keys.h@@OvStats[] = "ov_stats";@@OvStats[] = "ov_stat";@@practice_test
 ac-circuit-key-renamed@@store/keys.h@@KredsAc[] = "kreds_ac";@@KredsAc[] = "kreds_vs";@@circuit_test
 recent-list-seven@@app/shell/visits.cpp@@kRecentMax = 6;@@kRecentMax = 7;@@app_test
+home-recorded-as-recent@@app/shell/visits.cpp@@if (route != fl::route::Home) storeSet(key::Recent@@storeSet(key::Recent@@app_test
+locked-page-recorded-in-recent@@app/shell/visits.cpp@@if (route == fl::route::Locked) return;@@if (false) return;@@app_test
 calculators-open-formula-finder@@app/shell/routes.cpp@@return new FinderPage(1, h);@@return new FinderPage(0, h);@@app_test pages_test
+formula-refusal-kept-on-enter@@app/pages/formulas/formulapage.cpp@@    if (refused) {@@    if (false) {@@pages_test
+formula-back-link-names-swapped@@app/pages/formulas/formulapage.cpp@@from == QLatin1String(fl::route::Finder) ? QStringLiteral("Formelfinder")@@from == QLatin1String(fl::route::Calculators) ? QStringLiteral("Formelfinder")@@pages_test
+formula-answer-not-in-strip@@app/pages/formulas/formulapage.cpp@@host->addResult(QString::fromStdString(fl::symbolDisplay(target)), solved,@@if (false) host->addResult(QString::fromStdString(fl::symbolDisplay(target)), solved,@@pages_test
+formula-unreadable-field-unmarked@@app/pages/formulas/formulapage.cpp@@f->setInvalid(true);@@f->setInvalid(false);@@pages_test
+busy-cursor-left-on@@app/pages/formulas/formulapage.cpp@@    QApplication::restoreOverrideCursor();@@    (void)0;@@pages_test
 capacitor-step-wrong-page@@fl/circuit/steps.cpp@@"15", n);@@"16", n);@@circuit_test circuit_sheets_test
 rounding-band-three-percent@@fl/circuit/sheets/regneark.cpp@@if (rel < 0.01)@@if (rel < 0.03)@@circuit_sheets_test
 guide-points-at-the-next-step@@fl/circuit/sheets/guide.cpp@@where = "fra trin " + std::to_string(it->second);@@where = "fra trin " + std::to_string(it->second + 1);@@circuit_sheets_test
@@ -209,14 +216,27 @@ inline-size-not-scaled@@app/sheet/sheettext.cpp@@own = m.capturedView(1).toDoubl
 card-with-text-after-taken-whole@@app/sheet/sheettext.cpp@@if (!html[p].isSpace()) return false;@@if (false) return false;@@sheet_test
 narrow-view-not-floored@@app/sheet/sheettext.cpp@@fitImages(out, std::max(s.width, 200) - 30)@@fitImages(out, s.width - 30)@@sheet_test
 locked-route-recorded-as-visit@@app/shell/mainwindow.cpp@@    recordVisit(route.toStdString());@@    recordVisit(requested.toStdString());@@app_test
+results-strip-keeps-eleven@@app/shell/mainwindow.cpp@@if (results.size() > 10) {@@if (results.size() > 11) {@@app_test
+closed-notice-shown-again@@app/shell/mainwindow.cpp@@if (seen.isString() && seen.str == key) return;@@if (false) return;@@app_test
+previous-route-lost-on-renavigate@@app/shell/mainwindow.cpp@@if (route != current) previous = current;@@previous = current;@@app_test
+status-rounding-names-swapped@@app/shell/mainwindow.cpp@@(o.rund == "d2" ?@@(o.rund != "d2" ?@@app_test
 typed-voltage-overwritten-by-net@@app/pages/tools/toolpage.cpp@@if (now.isEmpty() || now == QLatin1String("230") || now == QLatin1String("400"))@@if (true)@@pages_test
 clear-keeps-typed-values@@app/pages/tools/toolpage.cpp@@f->setText(defaults[f->key]);@@if (f->text().isEmpty()) f->setText(defaults[f->key]);@@pages_test
 motor-clear-ignores-kind@@app/pages/tools/machinepages.cpp@@field(QStringLiteral("U_N"))->setText(threePhase() ? QStringLiteral("400") : QStringLiteral("230"));@@field(QStringLiteral("U_N"))->setText(QStringLiteral("400"));@@pages_test
 motor-plate-kept-under-trafo-key@@app/pages/tools/machinepages.cpp@@    rememberFields(this, key::MotorField);@@    rememberFields(this, key::TrafoField);@@pages_test
 crash-bus-unhandled@@app/shell/crash.cpp@@{SIGSEGV, SIGABRT, SIGFPE, SIGILL, SIGBUS}@@{SIGSEGV, SIGABRT, SIGFPE, SIGILL}@@startup_test
 migration-keldvarn-first@@app/shell/startup.cpp@@{"../Ostrovalden", "../Keldvarn"}@@{"../Keldvarn", "../Ostrovalden"}@@startup_test
+step-mode-on-by-default@@app/shell/startup.cpp@@storeGet(key::Trinvis).asBool(false)@@storeGet(key::Trinvis).asBool(true)@@startup_test
+migration-stops-at-first-missing@@app/shell/startup.cpp@@if (!QFileInfo::exists(source)) continue;@@if (!QFileInfo::exists(source)) return;@@startup_test
+data-directory-not-made@@app/shell/startup.cpp@@if (!dir.isEmpty()) QDir().mkpath(dir);@@if (false) QDir().mkpath(dir);@@startup_test
+usage-start-not-counted@@app/shell/startup.cpp@@store.get(key::UsageStarts).asNumber(0) + 1@@store.get(key::UsageStarts).asNumber(0)@@startup_test
 tool-refusal-fields-unmarked@@app/pages/tools/toolpage.cpp@@if (ValueField* f = field(QString::fromStdString(key))) f->setInvalid(true);@@if (ValueField* f = field(QString::fromStdString(key))) f->setInvalid(false);@@pages_test
 figure-labels-anchored-wrong@@app/widgets/figureview.cpp@@s.anchor == fl::Shape::Middle ? w / 2 : w@@s.anchor == fl::Shape::Middle ? w : w / 2@@app_test
+figure-label-colour-ignored@@app/widgets/figureview.cpp@@p.setPen(colours[size_t(s.font.colour)]);@@p.setPen(colours[0]);@@app_test
+page-column-wider@@app/widgets/page.cpp@@inner->setMaximumWidth(1080);@@inner->setMaximumWidth(1100);@@app_test
+flow-wraps-an-exact-fit@@app/widgets/flowlayout.cpp@@if (x + hint.width() > area.right() + 1 && !lineEmpty)@@if (x + hint.width() >= area.right() + 1 && !lineEmpty)@@app_test
+side-split-stacks-at-threshold@@app/widgets/sidesplit.cpp@@event->size().width() < limit@@event->size().width() <= limit@@app_test
+confetti-fades-slower@@app/widgets/confetti.cpp@@(ticks - 120) / 50.0@@(ticks - 120) / 60.0@@app_test
 stats-text-problem-scenario-lost@@app/pages/practice/statistikpage.cpp@@storeSet(key::TxTpl, Json(topic.substr(kTekst.size())));@@storeSet(key::TxTpl, Json(topic));@@practice_pages_test
 answer-after-solution-counted@@app/pages/practice/ovelserpage.cpp@@!counted && !revealed) count(@@!counted) count(@@practice_pages_test
 text-problem-every-attempt-counted@@app/pages/practice/tekstpage.cpp@@if (verdict.readable && !part.counted) {@@if (verdict.readable) {@@practice_more_test
@@ -226,6 +246,8 @@ unreadable-task-circuit-unsaid@@app/pages/class/opgaverpage.cpp@@if (hasCircuit 
 hand-in-without-name-tried@@app/pages/class/opgaverpage.cpp@@const bool canSend = !net::classKey().empty() && !typedName.empty();@@const bool canSend = !net::classKey().empty();@@class_pages_test
 guide-task-opens-freely@@app/pages/class/opgaverpage.cpp@@if (mode != "guide" && mode != "view" && isOpen(openRoute.toStdString())) {@@if (mode != "view" && isOpen(openRoute.toStdString())) {@@class_pages_test
 dark-check-image-light@@app/shell/theme.cpp@@c.dark ? ":/check-dark.svg" : ":/check-light.svg"@@c.dark ? ":/check-light.svg" : ":/check-light.svg"@@app_test
+text-scale-half-refused@@app/shell/theme.cpp@@scale >= 0.5 && std::isfinite(scale)@@scale > 0.5 && std::isfinite(scale)@@app_test
+text-size-index-boundary@@app/shell/settingspanel.cpp@@if (scale > 1.05) return 1;@@if (scale >= 1.05) return 1;@@app_test
 catalogue-form-without-root-three@@fl/formulas/rows_3f.cpp@@{"U_N", "S/(I_N*sqrt(3))"}@@{"U_N", "S/(I_N*3)"}@@solve_test formulas_test
 parallel-other-root-sign@@fl/formulas/rows_ac.cpp@@"I_C-sqrt(I**2-I_R**2)"@@"I_C+sqrt(I**2-I_R**2)"@@solve_test
 half-perimeter-a-third@@fl/formulas/rows_math.cpp@@{"s", "(a+b+c)/2"@@{"s", "(a+b+c)/3"@@solve_test formulas_test
@@ -248,6 +270,9 @@ series-appends-at-the-end@@fl/circuit/model.cpp@@ch.insert(std::find(ch.begin(),
 delete-in-main-series-selects-root@@fl/circuit/model.cpp@@c.sel = parent == c.root ? std::string() : parent->id;@@c.sel = parent->id;@@circuit_test
 save-failure-not-shown@@app/shell/mainwindow.cpp@@const bool failing = DataStore::instance().saveFailing();@@const bool failing = false;@@app_test
 crash-record-sent-unnamed@@app/shell/service.cpp@@if (storeGet(key::Telemetry).asBool(false)) symboliseCrashFile(dataDir + "/crash.txt");@@if (false) symboliseCrashFile(dataDir + "/crash.txt");@@startup_test
+class-message-id-ignored@@app/shell/service.cpp@@r.classMsgId.empty() ? r.classMsg : r.classMsgId@@r.classMsg@@app_test
+refused-class-code-unsaid@@app/shell/service.cpp@@if (r.outcome == -1) html +=@@if (false) html +=@@app_test
+task-titles-unescaped@@app/shell/service.cpp@@for (const std::string& t : titles) out << esc(t);@@for (const std::string& t : titles) out << QString::fromStdString(t);@@app_test
 math-image-pixel-ratio-dropped@@app/sheet/mathpainter.cpp@@img.setDevicePixelRatio(dpr);@@img.setDevicePixelRatio(1.0);@@sheet_test
 sheet-figure-painted-unscaled@@app/sheet/sheetview.cpp@@paintShapes(p, fig.shapes, scale, offset);@@paintShapes(p, fig.shapes, 1.0, offset);@@sheet_test
 hidden-view-rebuilt-at-every-change@@app/sheet/sheetview.cpp@@    if (window()->isVisible() && !isVisible()) {@@    if (false) {@@sheet_test
@@ -257,8 +282,13 @@ fraction-bar-off-whole-pixels@@app/sheet/mathpainter.cpp@@const double y0 = snap
 step-bar-last-label-early@@app/sheet/resultarea.cpp@@next->setText(shown == count - 1 ?@@next->setText(shown == count - 2 ?@@sheet_test
 pdf-heading-kept-as-a-block@@app/sheet/sheetpdf.cpp@@if (findDiv(out, p, u"pdf-next") == p) {@@if (false) {@@sheet_test
 bundle-validation-skipped@@app/pages/support/datapage.cpp@@if (!DataStore::instance().validateBundle(out.text, &out.date, &out.count)) {@@if (false) {@@support_test
+bug-report-technical-always@@app/dialogs/bugreportdialog.cpp@@    if (technical) {@@    if (true) {@@support_test
+bug-report-blanks-counted@@app/dialogs/bugreportdialog.cpp@@letters(text->toPlainText()) < kMinReportLetters@@int(text->toPlainText().size()) < kMinReportLetters@@support_test
 empty-damage-notice-shown@@app/shell/mainwindow.cpp@@if (const QString damaged = damagedDataNotice(); !damaged.isEmpty())@@if (const QString damaged = damagedDataNotice(); true)@@app_test
+damaged-notice-not-shown@@app/shell/mainwindow.cpp@@!damaged.isEmpty()) showNotice(damaged, QString());@@!damaged.isEmpty()) (void)damaged;@@startup_test app_test
 interpretation-room-not-kept@@app/widgets/valuefield.cpp@@        interp->setMinimumHeight(*it);@@        (void)*it;@@app_test pages_test
+calc-fraction-cursor-in-numerator@@app/widgets/calcpanel.cpp@@int(before.size() + piece.size()) - 1};@@int(before.size()) + 1};@@reference_test
+calc-tab-skips-denominator@@app/widgets/calcpanel.cpp@@target = open + 1; // from the numerator@@target = close + 1; // from the numerator@@reference_test
 small-figure-widened@@app/sheet/sheettext.cpp@@if (w <= maxWidth) continue;@@if (false) continue;@@sheet_test
 stylesheet-token-left@@app/shell/theme.cpp@@{"@BTNTEXT", btnText},@@{"@BTNTEXTX", btnText},@@app_test
 EOF
