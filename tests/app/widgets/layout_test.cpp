@@ -29,7 +29,8 @@ TEST(FlowLayout, wrapsWhenTheNextItemWouldPassTheEdge) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         app::FlowLayout flow(nullptr, 6, 6);
-        for (QSize s : row.items) flow.addItem(new QSpacerItem(s.width(), s.height()));
+        for (QSize s : row.items)
+            flow.addItem(new QSpacerItem(s.width(), s.height()));
         EXPECT_EQ(flow.heightForWidth(row.width), row.height);
     }
 }
@@ -62,8 +63,8 @@ TEST(SideSplit, stacksBelowTheThresholdAndBack) {
         bool stacked;
         QBoxLayout::Direction direction;
     };
-    for (const Row& row : {Row{800, false, QBoxLayout::LeftToRight},
-                           Row{499, true, QBoxLayout::TopToBottom}, Row{500, false, QBoxLayout::LeftToRight}}) {
+    for (const Row& row : {Row{800, false, QBoxLayout::LeftToRight}, Row{499, true, QBoxLayout::TopToBottom},
+                           Row{500, false, QBoxLayout::LeftToRight}}) {
         SCOPED_TRACE(row.width);
         split->resize(row.width, 300);
         QApplication::sendPostedEvents();
@@ -72,21 +73,27 @@ TEST(SideSplit, stacksBelowTheThresholdAndBack) {
         EXPECT_EQ(split->isStacked(), row.stacked);
         EXPECT_EQ(box->direction(), row.direction);
     }
-}
-
-TEST(SideSplit, withoutSideWidgetIgnoresResizing) {
-    app::SideSplit split(500);
-    split.setWidgets(new QWidget, nullptr);
-    split.resize(200, 100);
-    split.show();
+    // Without a side widget there is nothing to stack.
+    app::SideSplit alone(500);
+    alone.setWidgets(new QWidget, nullptr);
+    alone.resize(200, 100);
+    alone.show();
     QApplication::processEvents();
-    EXPECT_FALSE(split.isStacked());
+    EXPECT_FALSE(alone.isStacked());
 }
 
-TEST(Confetti, burstStartsAboveAndInsideTheParent) {
+// Even a parent of no width gets a burst; it starts above and inside the
+// parent, falls, fades after tick 120 and is gone after 170.
+TEST(Confetti, burstFallsFromAboveFadesAndDeletesItself) {
+    QWidget narrow;
+    narrow.resize(0, 100);
+    const app::ConfettiOverlay none(&narrow);
+    for (const auto& p : none.particles())
+        EXPECT_EQ(p.x, 0);
+
     QWidget parent;
     parent.resize(300, 200);
-    auto* burst = new app::ConfettiOverlay(&parent);
+    QPointer<app::ConfettiOverlay> burst = new app::ConfettiOverlay(&parent);
     EXPECT_EQ(burst->geometry(), parent.rect());
     ASSERT_FALSE(burst->particles().empty());
     for (const auto& p : burst->particles()) {
@@ -94,31 +101,21 @@ TEST(Confetti, burstStartsAboveAndInsideTheParent) {
         EXPECT_LT(p.y, 0);
         EXPECT_GT(p.vy, 0);
     }
-}
-
-TEST(Confetti, narrowParentGivesXZero) {
-    QWidget parent;
-    parent.resize(0, 100);
-    app::ConfettiOverlay burst(&parent);
-    for (const auto& p : burst.particles()) EXPECT_EQ(p.x, 0);
-}
-
-TEST(Confetti, fadesAfterTick120AndDeletesItselfAfter170) {
-    QWidget parent;
-    parent.resize(200, 200);
-    QPointer<app::ConfettiOverlay> burst = new app::ConfettiOverlay(&parent);
     const double y0 = burst->particles()[0].y;
     burst->tick();
     EXPECT_GT(burst->particles()[0].y, y0) << "it falls";
-    while (burst->tickCount() < 120) burst->tick();
+    while (burst->tickCount() < 120)
+        burst->tick();
     EXPECT_DOUBLE_EQ(burst->opacity(), 1.0);
-    while (burst->tickCount() < 145) burst->tick();
+    while (burst->tickCount() < 145)
+        burst->tick();
     EXPECT_DOUBLE_EQ(burst->opacity(), 0.5);
-    while (burst->tickCount() < 170) burst->tick();
+    while (burst->tickCount() < 170)
+        burst->tick();
     EXPECT_DOUBLE_EQ(burst->opacity(), 0.0);
     burst->tick();
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(burst.isNull());
 }
 
-}  // namespace
+} // namespace

@@ -64,16 +64,9 @@ TEST_F(PagesTest, studentWalksFromHomeToASolvedOhmAndReusesTheAnswer) {
     type(page->field("R"), "47");
     QTest::keyClick(page->field("R")->edit, Qt::Key_Return);
 
+    // The sheet's blocks are the sheet's own tests; here it stands, solved.
     const std::string sheet = app::test::sheetOf(page);
-    const char* blocks[] = {"Det kender vi",
-                            "Det skal vi finde",
-                            "Formlen (formelsamlingen s. 3)",
-                            "Isolér I – få den til at stå alene",
-                            "Sæt tallene ind og regn ud",
-                            "Kontrol",
-                            "✓ passer"};
-    for (const char* block : blocks)
-        EXPECT_TRUE(contains(sheet, block)) << block;
+    EXPECT_TRUE(contains(sheet, "Isolér I – få den til at stå alene"));
     EXPECT_TRUE(contains(sheet, "4,8936 A"));
     EXPECT_EQ(page->field("I")->text(), "");
     EXPECT_EQ(page->field("I")->edit->placeholderText(), "= 4,8936");
@@ -86,47 +79,6 @@ TEST_F(PagesTest, studentWalksFromHomeToASolvedOhmAndReusesTheAnswer) {
     ASSERT_NE(chip, nullptr);
     QTest::mouseClick(chip, Qt::LeftButton);
     EXPECT_EQ(page->field("R")->text(), "4,893617021");
-}
-
-TEST_F(PagesTest, refusesInTheStudentsWordsAndMarksUnreadableFields) {
-    struct Row {
-        const char* name;
-        const char* key;
-        std::map<QString, QString> texts;
-        const char* message;
-        std::vector<QString> invalid;
-    };
-    const Row rows[] = {
-        {"all filled",
-         "ohm",
-         {{"U", "230"}, {"I", "2"}, {"R", "47"}},
-         "Udfyld alle værdier undtagen den, du vil finde. Tomme felter nu: .",
-         {}},
-        {"unreadable first",
-         "ohm",
-         {{"U", "abc"}},
-         "Jeg kan ikke læse værdien for U. Skriv et tal uden enhed, fx 230, 0,5, 4,7k, 25e-6 eller 400/√3 – med "
-         "højst ét decimalkomma.",
-         {"U"}},
-        {"no real answer", "ZRL", {{"Z", "3"}, {"XL", "5"}}, "Udregningen gik i stå – tjek værdierne.", {}},
-    };
-    for (const Row& r : rows) {
-        SCOPED_TRACE(r.name);
-        app::FormulaPage page(fl::findFormula(r.key), nullptr);
-        for (app::ValueField* f : page.fields())
-            f->setText(r.texts.count(f->key) ? r.texts.at(f->key) : "");
-        QTest::keyClick(page.fields().front()->edit, Qt::Key_Return);
-        EXPECT_EQ(page.resultArea()->view()->markup(), fl::msgBox(r.message, true));
-        for (const auto& [key, text] : r.texts)
-            EXPECT_EQ(page.field(key)->text(), text);
-        EXPECT_TRUE(page.resultArea()->pdfBar()->isHidden());
-        for (app::ValueField* f : page.fields()) {
-            const bool marked = f->edit->property("class").toString() == "err";
-            const bool expected = std::find(r.invalid.begin(), r.invalid.end(), f->key) != r.invalid.end();
-            EXPECT_EQ(marked, expected) << f->key.toStdString();
-            EXPECT_EQ(f->edit->placeholderText(), "");
-        }
-    }
 }
 
 TEST_F(PagesTest, defaultCountsAsFilledAndClearingItMakesItTheTarget) {
@@ -269,24 +221,45 @@ TEST_F(PagesTest, homeShowsWhatWasUsedAndHidesWhatIsClosed) {
     EXPECT_TRUE(contains(closed, "Din lærer har slået nogle dele af programmet fra"));
 }
 
-// A refusal is about what stood in the fields: typing again, or coming back
-// to the page later, puts the formula in its place.
-TEST_F(PagesTest, aRefusalGoesOnceTheFieldsChangeOrThePageIsEnteredAgain) {
+// A refusal marks the field it can't read and offers no PDF. It is about
+// what stood in the fields: typing again, or coming back to the page later,
+// puts the formula in its place.
+TEST_F(PagesTest, aRefusalMarksTheFieldAndGoesOnceTheFieldsChangeOrThePageIsEnteredAgain) {
     app::FormulaPage page(fl::findFormula("ohm"), nullptr);
     const std::string formula = page.resultArea()->view()->markup();
     for (const bool byTyping : {true, false}) {
         SCOPED_TRACE(byTyping ? "typing" : "entering");
         page.field("U")->setText("abc");
         QTest::keyClick(page.field("U")->edit, Qt::Key_Return);
-        ASSERT_TRUE(contains(page.resultArea()->view()->markup(), "msg bad"));
+        EXPECT_EQ(
+            page.resultArea()->view()->markup(),
+            fl::msgBox("Jeg kan ikke læse værdien for U. Skriv et tal uden enhed, fx 230, 0,5, 4,7k, 25e-6 "
+                       "eller 400/√3 – med højst ét decimalkomma.",
+                       true));
+        EXPECT_EQ(page.field("U")->text(), "abc");
+        EXPECT_EQ(page.field("U")->edit->property("class").toString(), "err");
+        EXPECT_EQ(page.field("R")->edit->property("class").toString(), "");
+        EXPECT_TRUE(page.resultArea()->pdfBar()->isHidden());
         if (byTyping) {
             type(page.field("U"), "230");
         } else {
             page.onEnter();
         }
         EXPECT_EQ(page.resultArea()->view()->markup(), formula);
+        EXPECT_EQ(page.field("U")->edit->property("class").toString(), "");
         page.field("U")->setText("");
     }
+}
+
+// Where the solving gets stuck, the page says so in its own words.
+TEST_F(PagesTest, aStuckSolutionIsToldNotShown) {
+    app::FormulaPage page(fl::findFormula("ZRL"), nullptr);
+    page.field("Z")->setText("3");
+    page.field("XL")->setText("5");
+    page.solveClicked();
+    EXPECT_EQ(page.resultArea()->view()->markup(),
+              fl::msgBox("Udregningen gik i stå – tjek værdierne.", true));
+    EXPECT_TRUE(page.resultArea()->pdfBar()->isHidden());
 }
 
 // The answer of a formula has no heading of its own; its PDF is named and
@@ -308,10 +281,6 @@ TEST_F(PagesTest, finderSubjectsHaveTilesOfTheirOwn) {
         icons.insert(html.substr(at, html.find('"', at + 10) - at));
     EXPECT_EQ(icons.size(), 6u);
 }
-
-} // namespace
-
-namespace {
 
 // Each step revealed pushes the reveal bar down; the page follows it, so the
 // student presses "Vis næste trin" again without scrolling.
