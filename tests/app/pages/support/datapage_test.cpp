@@ -51,9 +51,9 @@ class DataPageTest : public FreshAppTest {
     void offerFile(const QByteArray& content) {
         openName = dir.path() + "/in.json";
         QFile::remove(openName);
+        if (content.isEmpty()) return;
         QFile f(openName);
-        if (!content.isEmpty())
-            ASSERT_TRUE(f.open(QIODevice::WriteOnly) && f.write(content) == content.size());
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly) && f.write(content) == content.size());
     }
 
     QString fileText(const QString& path) const {
