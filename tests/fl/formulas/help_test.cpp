@@ -155,11 +155,4 @@ TEST(FamilyHelp, textsAreFinishedCardProse) {
     }
 }
 
-TEST(FamilyHelp, lookupIsByExactKeyAndSymbol) {
-    EXPECT_EQ(fl::familyPurpose("Ohm"), "");
-    EXPECT_EQ(fl::quantityHelp("ohm", "u"), "");
-    // The same letter in two families must give each family's own line.
-    EXPECT_NE(fl::quantityHelp("S", "S"), fl::quantityHelp("tfS", "S"));
-}
-
 } // namespace
