@@ -155,6 +155,8 @@ finder-path-keeps-its-slash@@fl/formulas/finder.cpp@@        start = slash + 1;@
 finder-counts-a-family-twice@@fl/formulas/finder.cpp@@if (seen.insert(k).second) out.push_back(k);@@out.push_back(k);@@formulas_test formulas_pages_test
 prefix-diagnosis-hundred@@fl/practice/judge.cpp@@c.push_back({f * 1000, "Dit svar@@c.push_back({f * 100, "Dit svar@@practice_test
 answer-tolerance-three-percent@@fl/practice/judge.h@@constexpr double kAnswerTolerance = 0.02;@@constexpr double kAnswerTolerance = 0.03;@@practice_test
+practice-count-asked-fractional@@fl/practice/exercise.cpp@@if (isCount(target) && std::fabs(ex.facit - std::round(ex.facit)) > 1e-9 * ex.facit) return {};@@if (false) return {};@@practice_test
+practice-ratio-above-one@@fl/practice/exercise.cpp@@return startsWith(symbol, "cosphi") || symbol == "eta";@@return symbol == "eta";@@practice_test
 flashcard-box-four-eight-days@@fl/practice/cards.cpp@@{0, 1, 3, 7, 16}@@{0, 1, 3, 8, 16}@@practice_test
 flashcard-almost-keeps-full-interval@@fl/practice/cards.cpp@@s.due = nowMs + boxDays(s.box) * kDayMs * 0.5;@@s.due = nowMs + boxDays(s.box) * kDayMs;@@practice_test
 flashcard-wrong-back-five-later@@fl/practice/cards.cpp@@requeue(4);@@requeue(5);@@practice_test

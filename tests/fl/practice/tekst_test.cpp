@@ -192,7 +192,6 @@ TEST_F(TekstTest, aPartWithoutAUsableAnswerThrowsTheDrawAway) {
     };
     const Row rows[] = {
         {"zero", "U-U", "ugyldigt"},
-        {"square root of a negative", "sqrt(U-500)", "intet reelt svar"},
         {"division by zero", "U/(U-U)", "intet reelt svar"},
     };
     for (const Row& row : rows) {

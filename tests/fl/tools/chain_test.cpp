@@ -1,6 +1,7 @@
 // The equation chain: the order of its blocks, each kind of step, what it
-// waits for, skips and warns of. The every-subset property, and the sorting
-// of givens that disagree, run through the tools that hand it their lists.
+// skips and warns of. What an unknown must wait for, the every-subset
+// property, and the sorting of givens that disagree run through the tools
+// that hand it their lists.
 #include "fl/tools/chain.h"
 
 #include "tests/fl/expr/settings_fixture.h"
@@ -62,17 +63,6 @@ TEST_F(ChainTest, eachKindOfStepWritesItsWorking) {
             EXPECT_EQ(sheetText(c.blocks[0].html, pass.maths), r.text);
         }
     }
-}
-
-TEST_F(ChainTest, anUnknownThatStandsTwiceWaitsForAnotherEquation) {
-    const std::vector<ChainEquation> list{{"s", "(n_s-nr)/n_s*100", "slip", ""}, {"n_s", "60*f/p", "n_s", ""}};
-    Vars vars{{"s", 4}, {"nr", 1440}, {"f", 50}};
-    EXPECT_TRUE(solveChain(list, vars).blocks.empty());
-    EXPECT_EQ(vars.size(), 3u);
-    vars["p"] = 2;
-    const ChainResult r = solveChain(list, vars);
-    ASSERT_EQ(r.blocks.size(), 1u);
-    EXPECT_EQ(r.blocks[0].solves, "n_s");
 }
 
 TEST_F(ChainTest, aNegativeResistanceIsToldUnlessTheGuardAllowsIt) {

@@ -70,21 +70,6 @@ TEST_F(FrameTest, formatValueChoosesAPrefixOnlyForUnitsThatTakeOne) {
         EXPECT_EQ(tool::formatValue(r.value, r.unit), r.expected) << r.value << " " << r.unit;
 }
 
-struct Worked {
-    StepOutcome out;
-    std::string text;
-};
-
-Worked work(const std::string& target, const std::string& formula, std::map<std::string, double>& vars,
-            const std::string& unit, const std::map<std::string, std::string>& shown = {}) {
-    resetFigures();
-    Worked w;
-    w.out = evaluateStep(target, parse(formula), vars, unit, shown);
-    const RenderResult pass = takeRender(w.out.html);
-    w.text = sheetText(w.out.html, pass.maths);
-    return w;
-}
-
 TEST_F(FrameTest, evaluateStepWritesFormulaNumbersEachRoundAndTheResult) {
     struct Row {
         const char* name;
@@ -108,11 +93,13 @@ TEST_F(FrameTest, evaluateStepWritesFormulaNumbersEachRoundAndTheResult) {
     for (const Row& r : rows) {
         SCOPED_TRACE(r.name);
         std::map<std::string, double> vars = r.vars;
-        const Worked w = work(r.target, r.formula, vars, r.unit, r.shown);
-        EXPECT_EQ(w.out.value, r.value);
+        resetFigures();
+        const StepOutcome out = evaluateStep(r.target, parse(r.formula), vars, r.unit, r.shown);
+        const std::string text = sheetText(out.html, takeRender(out.html).maths);
+        EXPECT_EQ(out.value, r.value);
         EXPECT_EQ(vars.at(r.target), r.value);
         if (*r.text) {
-            EXPECT_EQ(w.text, r.text);
+            EXPECT_EQ(text, r.text);
         }
     }
 }

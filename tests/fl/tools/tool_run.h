@@ -65,24 +65,9 @@ inline std::string refusal(const ToolOut& out) {
     return between(out.err, "<div class=\"msg bad\">", "</div>");
 }
 
-inline double relDiff(double a, double b) {
-    return std::fabs(a - b) / std::max({std::fabs(a), std::fabs(b), 1e-300});
-}
-
 using Vars = std::map<std::string, double>;
 
-// Each value found and equal to 1e-9 of the larger of it and 1.
-inline void expectFound(const ToolOut& out, const Vars& expected) {
-    for (const auto& [key, value] : expected)
-        EXPECT_NEAR(recentValue(out, key), value, 1e-9 * std::max(1.0, std::fabs(value))) << key;
-}
-
-// A run that refuses with `text`, or succeeds with `text` among its hints.
-inline void expectSaid(const ToolRun& r, bool ok, const std::string& text) {
-    EXPECT_EQ(r.out.ok, ok) << r.err;
-    EXPECT_TRUE(contains(ok ? r.notes : r.err, text)) << (ok ? r.notes : r.err);
-}
-
+// A form that is refused with `text`, or succeeds with `text` among its hints.
 struct Said {
     std::string form; // as formOf reads it
     bool ok;
@@ -92,7 +77,9 @@ struct Said {
 template <typename Tool, size_t N> void expectSaid(Tool&& tool, const Said (&rows)[N]) {
     for (const Said& row : rows) {
         SCOPED_TRACE(row.form);
-        expectSaid(runOnce([&] { return tool(formOf(row.form)); }), row.ok, row.text);
+        const ToolRun r = runOnce([&] { return tool(formOf(row.form)); });
+        EXPECT_EQ(r.out.ok, row.ok) << r.err;
+        EXPECT_TRUE(contains(row.ok ? r.notes : r.err, row.text)) << (row.ok ? r.notes : r.err);
     }
 }
 
@@ -213,7 +200,7 @@ inline void checkSubset(const ToolRun& r, const SubsetCheck& c, const std::set<s
         ASSERT_EQ(!std::isnan(found), expected.count(symbol) > 0) << k;
         if (std::isnan(found)) continue;
         // Relative, but a zero (Q of a resistance) is met absolutely.
-        ASSERT_TRUE(relDiff(found, truth.at(k)) <= 1e-9 || std::fabs(found - truth.at(k)) <= 1e-9) << k;
+        ASSERT_NEAR(found, truth.at(k), 1e-9 * std::max(1.0, std::fabs(truth.at(k)))) << k;
         ASSERT_TRUE(contains(r.sheet.results, symbolText(symbol) + sheetText(tool::formatValue(found, c.unitOf(k)), {})))
             << k << " in " << r.sheet.results;
     }
