@@ -83,32 +83,20 @@ TEST_F(ColourCodeTool, aWantedValueGetsTheNearestStandardValueAndItsRings) {
 }
 
 TEST_F(ColourCodeTool, refusalsSayWhatIsWrongAndMarkTheField) {
-    struct Row {
-        const char* name;
-        ToolOut out;
-        std::string text;
-        std::vector<std::string> keys;
-    };
-    const Row rows[] = {
-        {"a black first ring",
-         colourToValue(rings({"sort", "rod", "rod", "guld"})),
+    const Refused byRings[] = {
+        {"a black first ring", "ringe=4 r1=sort r2=rod r3=rod r4=guld",
          "Første ring kan ikke være sort – vend modstanden og læs fra den anden ende (ringen for tolerance "
-         "sidder "
-         "tættest på enden og står lidt for sig selv).",
-         {"r1"}},
-        {"no value", valueToColour(formOf("serie=E12")), "Udfyld <span class=\"v\">R</span>.", {"R"}},
-        {"zero", valueToColour(formOf("R=0")), "Modstanden skal være større end 0 Ω.", {"R"}},
-        {"below the code",
-         valueToColour(formOf("R=0,01 serie=E12 ringe=4")),
-         "Farvekoden kan ikke vise 0,01 Ω – med 4 ringe går den fra 0,1 Ω til 99 GΩ.",
-         {"R"}},
+         "sidder tættest på enden og står lidt for sig selv).",
+         "r1"},
     };
-    for (const Row& r : rows) {
-        SCOPED_TRACE(r.name);
-        EXPECT_FALSE(r.out.ok);
-        EXPECT_EQ(refusal(r.out), r.text);
-        EXPECT_EQ(r.out.badKeys, r.keys);
-    }
+    expectRefused(colourToValue, byRings);
+    const Refused byValue[] = {
+        {"no value", "serie=E12", "Udfyld <span class=\"v\">R</span>.", "R"},
+        {"zero", "R=0", "Modstanden skal være større end 0 Ω.", "R"},
+        {"below the code", "R=0,01 serie=E12 ringe=4",
+         "Farvekoden kan ikke vise 0,01 Ω – med 4 ringe går den fra 0,1 Ω til 99 GΩ.", "R"},
+    };
+    expectRefused(valueToColour, byValue);
 }
 
 } // namespace
