@@ -271,6 +271,7 @@ count-message-singular-for-none@@fl/circuit/setup.cpp@@(reachable == 1 ? "kendt 
 series-appends-at-the-end@@fl/circuit/model.cpp@@ch.insert(std::find(ch.begin(), ch.end(), node) + 1, leaf);@@ch.push_back(leaf);@@circuit_test
 delete-in-main-series-selects-root@@fl/circuit/model.cpp@@c.sel = parent == c.root ? std::string() : parent->id;@@c.sel = parent->id;@@circuit_test
 save-failure-not-shown@@app/shell/mainwindow.cpp@@const bool failing = DataStore::instance().saveFailing();@@const bool failing = false;@@app_test
+first-look-marked-as-a-save@@app/shell/mainwindow.cpp@@if (lastSaved.isValid() && modified.isValid()) {@@if (modified.isValid()) {@@app_test
 crash-record-sent-unnamed@@app/shell/service.cpp@@if (storeGet(key::Telemetry).asBool(false)) symboliseCrashFile(dataDir + "/crash.txt");@@if (false) symboliseCrashFile(dataDir + "/crash.txt");@@startup_test
 class-message-id-ignored@@app/shell/service.cpp@@r.classMsgId.empty() ? r.classMsg : r.classMsgId@@r.classMsg@@app_test
 refused-class-code-unsaid@@app/shell/service.cpp@@if (r.outcome == -1) html +=@@if (false) html +=@@app_test

@@ -44,7 +44,6 @@ TEST(FlowLayout, marginsCountAndMinimumIsTheLargestItem) {
     flow.addItem(new QSpacerItem(60, 8));
     EXPECT_EQ(flow.heightForWidth(100), 7 + 10 + 9);
     EXPECT_TRUE(flow.hasHeightForWidth());
-    EXPECT_EQ(flow.expandingDirections(), Qt::Orientations());
     flow.setGeometry(QRect(0, 0, 100, 100));
     EXPECT_EQ(small->geometry().topLeft(), QPoint(5, 7));
 }
