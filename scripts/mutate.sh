@@ -285,6 +285,7 @@ fraction-bar-off-whole-pixels@@app/sheet/mathpainter.cpp@@const double y0 = snap
 step-bar-last-label-early@@app/sheet/resultarea.cpp@@next->setText(shown == count - 1 ?@@next->setText(shown == count - 2 ?@@sheet_test
 pdf-heading-kept-as-a-block@@app/sheet/sheetpdf.cpp@@if (findDiv(out, p, u"pdf-next") == p) {@@if (false) {@@sheet_test
 bundle-validation-skipped@@app/pages/support/datapage.cpp@@if (!DataStore::instance().validateBundle(out.text, &out.date, &out.count)) {@@if (false) {@@support_test
+bundle-size-limit-dropped@@app/pages/support/datapage.cpp@@if (bytes.size() > kMaxBundleBytes) {@@if (bytes.size() > 2 * kMaxBundleBytes) {@@support_test
 bug-report-technical-always@@app/dialogs/bugreportdialog.cpp@@    if (technical) {@@    if (true) {@@support_test
 bug-report-blanks-counted@@app/dialogs/bugreportdialog.cpp@@letters(text->toPlainText()) < kMinReportLetters@@int(text->toPlainText().size()) < kMinReportLetters@@support_test
 empty-damage-notice-shown@@app/shell/mainwindow.cpp@@if (const QString damaged = damagedDataNotice(); !damaged.isEmpty())@@if (const QString damaged = damagedDataNotice(); true)@@app_test

@@ -142,6 +142,19 @@ TEST_F(DataPageTest, refusalsNoAndCancelledDialogsChangeNothing) {
     EXPECT_EQ(fileText(dir.path() + "/data.json"), onDisk);
 }
 
+// A good file padded with blanks (still valid JSON) is read up to the limit
+// and refused one byte past it, before its text is looked at.
+TEST_F(DataPageTest, aFileOneBytePastTheLimitIsRefused) {
+    fillStore();
+    const QByteArray good = QByteArray::fromStdString(DataStore::instance().exportText());
+    for (const qint64 size : {app::kMaxBundleBytes, app::kMaxBundleBytes + 1}) {
+        offerFile(good + QByteArray(size - good.size(), ' '));
+        const app::BundleFile read = app::readBundleFile(openName);
+        EXPECT_EQ(read.ok, size == app::kMaxBundleBytes) << size;
+        EXPECT_EQ(read.error, read.ok ? QString() : QStringLiteral("Det er ikke en datafil fra Ostrovalden."));
+    }
+}
+
 TEST_F(DataPageTest, theConsentBoxReadsAndWritesTelemetry) {
     auto page = makePage();
     EXPECT_FALSE(page->consent->isChecked());
