@@ -153,7 +153,7 @@ TEST_F(ClientTest, sessionKeepsOneConnectionAndVerifiesEveryServer) {
 
 TEST_F(ClientTest, checkInBringsProfileMessageAndChangedTaskLists) {
     addTask("t1", "Opgave 1", 1000);
-    storeSet(key::ClassKey, Json("klas-2345")); // typed loosely
+    storeSet(key::ClassKey, Json(kCode));
     std::vector<std::string> calls;
     // A list that failed to come is asked for again at the next check-in.
     net::JobInput in = job(calls);

@@ -1,10 +1,7 @@
 // Worked sheets from the solve driver and the sheet builder, shown in the view
 // the way a student meets them: step by step with the bar's texts, whole when
-// there are no steps, with figures fitted to the width, spoilers both ways,
-// two results in one view, and written to PDF.
-#include "app/sheet/mathpainter.h"
+// there are no steps, spoilers both ways, and written to PDF.
 #include "app/sheet/resultarea.h"
-#include "app/sheet/sheettext.h"
 #include "app/shell/theme.h"
 #include "fl/expr/markup.h"
 #include "fl/expr/render.h"
@@ -29,15 +26,6 @@ class SheetStepsTest : public ::testing::Test {
     }
     void TearDown() override { fl::resetFigures(); }
 };
-
-// A figure of a natural width the view has to narrow.
-fl::FigureSource wideFigure(int width) {
-    return [width](const std::string&, const std::map<std::string, double>&, const std::string&) {
-        return fl::figure("<rect x=\"10\" y=\"10\" width=\"" + std::to_string(width - 20) +
-                              "\" height=\"580\" fill=\"#e7edfc\"/>",
-                          width, 600, "Figur");
-    };
-}
 
 using sheets::worked;
 
@@ -138,36 +126,6 @@ TEST_F(SheetStepsTest, theAnswerShowsAtOnceWithoutStepModeOrWithoutSteps) {
         EXPECT_FALSE(visible.contains("class=\"spoiler"));
         EXPECT_TRUE(box.bar()->isHidden());
     }
-}
-
-TEST_F(SheetStepsTest, twoResultsAppendedKeepTheirImagesApart) {
-    fl::RenderResult both = worked("ohm", {{"U", 230}, {"R", 47}}, "I", wideFigure(400));
-    const fl::RenderResult second = worked("powerU", {{"P", 1000}, {"R", 47}}, "U", wideFigure(300));
-    const size_t firstMaths = both.maths.size();
-    ASSERT_GT(firstMaths, 0u);
-    ASSERT_GT(second.maths.size(), 0u);
-    both.append(second);
-
-    app::SheetView view;
-    view.resize(800, 100);
-    view.setContent(both);
-    // Expressions are drawn as the text is laid out, figures when painted.
-    QImage shot(view.size().expandedTo(QSize(1, 1)), QImage::Format_ARGB32_Premultiplied);
-    view.render(&shot);
-    const QString visible = view.visibleHtml();
-    const QSet<QString> cells = app::cellImages(visible);
-    // Every image of the joined sheet is drawn from its own expression.
-    for (size_t i = 0; i < both.maths.size(); ++i) {
-        const QString name = QStringLiteral("m:%1").arg(i);
-        SCOPED_TRACE(name.toStdString());
-        ASSERT_TRUE(view.images().contains(name));
-        const QImage shown = view.images().value(name).value<QImage>();
-        const QImage own = app::mathImage(both.maths[i], app::sheetMathStyle(cells.contains(name)),
-                                          shown.devicePixelRatio());
-        EXPECT_EQ(shown, own);
-    }
-    EXPECT_EQ(view.images().value("f:1").value<QImage>().deviceIndependentSize().toSize(), QSize(300, 600));
-    EXPECT_EQ(view.images().value("f:0").value<QImage>().deviceIndependentSize().toSize(), QSize(400, 600));
 }
 
 // The text of a PDF, page by page; empty when pdftotext is missing.

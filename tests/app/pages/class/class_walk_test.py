@@ -3,8 +3,8 @@
 with a test CA; the teacher in headless Chromium signs up, creates a class,
 posts a task with a circuit, switches "ac_komp" off and writes a message;
 the program (class_walk, the real window and job) checks in, shows the
-notices, locks "komp", opens the task's circuit and hands in; the teacher's
-page lists the answer.
+notices, takes the teacher's locks, reads the task's circuit and hands in;
+the teacher's page lists the answer.
 
 Usage: class_walk_test.py SERVER_BINARY CLASS_WALK_BINARY [screenshot-dir]
 """
@@ -40,7 +40,7 @@ def main():
         ran = walk.returncode == 0 and "[  PASSED  ] 1 test" in walk.stdout
         if not ran:
             print(walk.stdout)
-        check(ran, "the program checks in, shows the notices, locks komp, opens the circuit and hands in")
+        check(ran, "the program checks in, shows the notices, takes the locks, reads the circuit and hands in")
 
         # The teacher reads the hand-in.
         driver.get(class_url)
