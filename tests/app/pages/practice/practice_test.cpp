@@ -1,7 +1,7 @@
-// Practice as a student meets it: exercises answered right, with a typical
-// mistake and unreadably, the messages read, and the answers found again on
-// the statistics page; the page's own links, the teacher's closed topics, and
-// what does and doesn't count.
+// Practice as a student meets it: exercises answered right, wrong and
+// unreadably, and the answers found again on the statistics page; the page's
+// own links, the teacher's closed topics, and what does and doesn't count.
+// The verdicts' and the statistics sheet's words are the core's tests' business.
 #include "app/pages/practice/ovelserpage.h"
 #include "app/pages/practice/statistikpage.h"
 #include "app/pages/practice/tekstpage.h"
@@ -83,14 +83,10 @@ TEST_F(PracticeTest, threeAnswersAreJudgedExplainedAndCountedOnTheStatisticsPage
     QTest::keyClick(page->answerEdit(), Qt::Key_Return); // Enter again: the next exercise
     EXPECT_TRUE(page->answerEdit()->text().isEmpty());
 
-    // A prefix off by a thousand.
-    const std::string wrong = answer(page, typed(page->exercise().facit * 1000));
-    EXPECT_TRUE(contains(wrong, "<b>Tip:</b> Dit svar er 1000 gange for stort.")) << wrong;
+    // A wrong answer counts; a unit typed along is not read, and not counted.
+    answer(page, typed(page->exercise().facit * 1000));
     QTest::mouseClick(page->nextButton(), Qt::LeftButton);
-
-    // A unit typed along: not read, and not counted.
-    const std::string unread = answer(page, "2,38 A");
-    EXPECT_TRUE(contains(unread, "Jeg kan ikke læse dit svar. Skriv et tal, fx 2,38")) << unread;
+    answer(page, "2,38 A");
     EXPECT_EQ(page->scoreLabel()->text(), "Rigtige: 1 af 2");
 
     QTest::mouseClick(button(page, "Se statistik"), Qt::LeftButton);
@@ -99,7 +95,6 @@ TEST_F(PracticeTest, threeAnswersAreJudgedExplainedAndCountedOnTheStatisticsPage
     const std::string sheet = stats->view()->markup();
     EXPECT_TRUE(contains(sheet, "<td style=\"text-align:left\">Jævnstrøm</td><td class=\"data\">1 af 2</td>"))
         << sheet;
-    EXPECT_TRUE(contains(sheet, "<h3 class=\"sh\">De sidste 14 dage</h3><p class=\"fig\"><img src=\"f:0\""));
 }
 
 TEST_F(PracticeTest, topicLinksOnTheStatisticsPageOpenTheirExercises) {
@@ -111,8 +106,6 @@ TEST_F(PracticeTest, topicLinksOnTheStatisticsPageOpenTheirExercises) {
     w.navigate("statistik");
     auto* stats = current<app::StatistikPage>();
     ASSERT_NE(stats, nullptr);
-    EXPECT_TRUE(contains(stats->view()->markup(), "<span class=\"lvl svag\">Svag</span>"));
-
     ASSERT_TRUE(clickLink(stats->view(), "ov:Motorer"));
     auto* page = current<app::OvelserPage>();
     ASSERT_NE(page, nullptr);
@@ -129,7 +122,6 @@ TEST_F(PracticeTest, topicLinksOnTheStatisticsPageOpenTheirExercises) {
         fl::addAnswer(s, "tekst:kabel", "tekst:kabel", false, fl::today());
     fl::saveStats(s);
     w.navigate("statistik");
-    EXPECT_TRUE(contains(stats->view()->markup(), ">Kabel til carport</td>"));
     ASSERT_TRUE(clickLink(stats->view(), "ov:tekst:kabel"));
     auto* tekst = current<app::TekstPage>();
     ASSERT_NE(tekst, nullptr);
@@ -173,7 +165,6 @@ TEST_F(PracticeTest, aCircuitTopicShowsTheDrawingAndTheTeacherCanCloseIt) {
     ASSERT_TRUE(page.exercise().circuit);
     const std::string shown = page.statementView()->markup();
     EXPECT_TRUE(contains(shown, "<p class=\"fig\"><img src=\"f:0\"")) << shown;
-    EXPECT_TRUE(contains(shown, "Komponenternes værdier står på tegningen."));
     QTest::mouseClick(page.hintButton(), Qt::LeftButton);
     EXPECT_TRUE(contains(page.hintView()->markup(), "Fremgangsmåde")) << page.hintView()->markup();
     EXPECT_TRUE(contains(answer(&page, typed(page.exercise().facit)), "✓ <b>Rigtigt!</b>"));
