@@ -74,6 +74,8 @@ usage-counted-meanwhile-lost@@net/reports.cpp@@if (rest > 0) left[page] = Json(r
 lock-exact-key-matched-by-prefix@@net/locks.cpp@@if (prefix || k == key) return topic.id;@@if (prefix || key.compare(0, k.size(), k) == 0) return topic.id;@@net_test
 lock-calculators-not-first@@net/locks.cpp@@if (off.count(fl::route::Calculators)) return@@if (false) return@@net_test
 profile-label-renamed@@net/locks.cpp@@return "Kun jævnstrøm";@@return "Kun jævnstrøm.";@@net_test app_test
+small-tools-group-without-colours@@fl/formulas/lists.cpp@@{"enheder", "farve", "energi", "tri", "vec"}@@{"enheder", "energi", "tri", "vec"}@@net_test pages_test
+tools-group-without-demonstration@@fl/formulas/lists.cpp@@          "acdemo"},@@          "acdemox"},@@net_test pages_test
 lock-change-opened-as-closed@@net/locks.cpp@@if (was && !is) change.opened.push_back(topic.name);@@if (!was && is) change.opened.push_back(topic.name);@@net_test
 job-version-after-unreachable@@net/job.cpp@@const bool unreachable = !code.empty() && result.outcome == 0;@@const bool unreachable = false;@@net_client_test
 stats-sent-every-check-in@@net/job.cpp@@if (now - storeGet(key::ClassStatsLast).asNumber(0) < kStatsEverySeconds) return;@@@@net_client_test

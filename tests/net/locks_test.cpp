@@ -23,6 +23,8 @@ TEST(Locks, routesAndFamilies) {
         {"three-phase closes its families by prefix", {"ac_trefase"}, "tfUY", "ac_trefase"},
         {"first row in table order wins", {"jaevn", "kreds"}, "kreds", "kreds"},
         {"a topic's second route", {"vaerktoj"}, "ikmin", "vaerktoj"},
+        {"the demonstration is one of the tools", {"vaerktoj"}, "acdemo", "vaerktoj"},
+        {"the colour code is a small tool", {"smaa"}, "farve", "smaa"},
         {"an id in no row closes nothing", {"nosuch"}, "komp", ""},
         {"a topic id is not a route by itself", {"ac_komp"}, "ac_komp", ""},
     };

@@ -207,8 +207,6 @@ TEST_F(KredsPageTest, eachCurrentKeepsItsOwnCircuitAcrossTheSwitch) {
     QTest::mouseClick(ac->button("Jævnstrøm (DC)"), Qt::LeftButton);
     EXPECT_EQ(host.routes.back(), "kreds");
     dc->onEnter();
-    EXPECT_EQ(fl::currentCircuit().src["U"], "230");
-    EXPECT_EQ(fl::treeSize(fl::currentCircuit().root), 5u);
     ASSERT_NE(dc->partField(idOf("R3"), "I"), nullptr);
     EXPECT_EQ(dc->partField(idOf("R3"), "I")->text(), "0,5");
     ac->onEnter();

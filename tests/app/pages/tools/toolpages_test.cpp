@@ -1,17 +1,16 @@
 // The cable tools as a student uses them: from the home page to a sized
 // cable, the answer reused in the voltage drop, refusals that keep the form,
-// the cable chooser filling R and X, "Ryd", and a closed tool.
+// the cable chooser filling R and X, and "Ryd".
 #include "tests/app/fake_host.h"
 #include "tests/app/pages/tools/driving.h"
 #include "tests/app/fresh_app.h"
 
-#include "app/shell/mainwindow.h"
-#include "app/shell/options.h"
 #include "app/pages/formulas/homepage.h"
 #include "app/pages/tools/cablepages.h"
 #include "app/pages/tools/cablepick.h"
 #include "app/sheet/resultarea.h"
 #include "app/sheet/sheetview.h"
+#include "app/shell/mainwindow.h"
 #include "app/widgets/valuefield.h"
 #include "fl/expr/markup.h"
 #include "store/datastore.h"
@@ -152,17 +151,6 @@ TEST_F(ToolPagesTest, characteristicReachesTheCheckAndAThemeChangeRedrawsTheSame
     page->field("I_Ngrp")->setText("");
     page->onTheme();
     EXPECT_TRUE(contains(sheetOf(page.get()), "er mindre end 100 A"));
-}
-
-// One tool of each group; which routes a group holds is a list in the catalogue.
-TEST_F(ToolPagesTest, aToolIsClosedWithItsGroup) {
-    const std::pair<const char*, const char*> rows[] = {{"acdemo", "vaerktoj"}, {"farve", "smaa"}};
-    for (const auto& [route, group] : rows) {
-        SCOPED_TRACE(route);
-        app::options().off = {group};
-        open().navigate(route);
-        EXPECT_EQ(window->currentRoute(), "laast");
-    }
 }
 
 } // namespace
