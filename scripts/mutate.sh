@@ -244,6 +244,8 @@ tool-refusal-fields-unmarked@@app/pages/tools/toolpage.cpp@@if (ValueField* f = 
 figure-labels-anchored-wrong@@app/widgets/figureview.cpp@@s.anchor == fl::Shape::Middle ? w / 2 : w@@s.anchor == fl::Shape::Middle ? w : w / 2@@app_test sheet_test
 painted-sector-left-open@@app/widgets/figureview.cpp@@if (s.kind == fl::Shape::Sector) path.closeSubpath();@@if (false) path.closeSubpath();@@app_test sheet_test
 figure-label-colour-ignored@@app/widgets/figureview.cpp@@p.setPen(colours[size_t(s.font.colour)]);@@p.setPen(colours[0]);@@app_test
+painted-dash-ignored@@app/widgets/figureview.cpp@@if (st.dashOn > 0) pen.setDashPattern@@if (false) pen.setDashPattern@@app_test
+painted-rect-corners-square@@app/widgets/figureview.cpp@@if (s.r > 0) p.drawRoundedRect@@if (false) p.drawRoundedRect@@app_test
 page-column-wider@@app/widgets/page.cpp@@inner->setMaximumWidth(1080);@@inner->setMaximumWidth(1100);@@app_test
 flow-wraps-an-exact-fit@@app/widgets/flowlayout.cpp@@if (x + hint.width() > area.right() + 1 && !lineEmpty)@@if (x + hint.width() >= area.right() + 1 && !lineEmpty)@@app_test
 side-split-stacks-at-threshold@@app/widgets/sidesplit.cpp@@event->size().width() < limit@@event->size().width() <= limit@@app_test

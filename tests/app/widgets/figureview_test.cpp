@@ -74,4 +74,21 @@ TEST_F(FigureViewTest, paintsEveryFigureAsTheSvgRendererShowsIt) {
     }
 }
 
+// Without letters both ways draw nearly the same pixels (a block differs by
+// under 1), so a finer measure holds here: a lost dash pattern moves a block
+// by about 13, a square corner by about 40, both within what the figures
+// above must allow for glyph edges.
+TEST_F(FigureViewTest, dashesAndRoundedCornersArePaintedAsTheSvgShowsThem) {
+    for (const int theme : {app::ThemeLight, app::ThemeDark}) {
+        app::setThemeMode(theme);
+        fl::Canvas cv;
+        cv.line(10, 12, 230, 12, "dash");
+        cv.rect(10, 30, 100, 60, "comp", 10);
+        cv.rect(130, 30, 100, 60, "gbox", 8);
+        const fl::FigureOut fig(cv.body(), 240, 100, {}, cv.takeShapes());
+        ASSERT_EQ(fig.shapes.size(), 3u);
+        EXPECT_LT(blockDifference(painted(fig), rendered(fig)), 4) << theme;
+    }
+}
+
 } // namespace
