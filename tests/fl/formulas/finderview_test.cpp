@@ -48,6 +48,11 @@ TEST(FinderMarkup, pathsOfTheTilesAndUnknownNodes) {
         EXPECT_TRUE(has(root, std::string("href=\"fm:") + id + "\""));
     EXPECT_TRUE(has(finder("ac", 1), "href=\"fm:ac/serie\""));
     EXPECT_EQ(count(root, "width=\"38\" height=\"38\""), 6u);
+    // Each subject is drawn like a tool of its own: no two look alike.
+    std::set<std::string> pictures;
+    for (size_t at = root.find("<img src=\""); at != std::string::npos; at = root.find("<img src=\"", at + 1))
+        pictures.insert(root.substr(at, root.find('"', at + 10) - at));
+    EXPECT_EQ(pictures.size(), 6u);
     EXPECT_EQ(finder("dc/nosuch", 0), fl::msgBox("Emnet findes ikke.", false));
 }
 

@@ -27,19 +27,17 @@ TEST_F(ReferenceTest, glossarySearchAnswersEachKeystroke) {
     EXPECT_NE(page.view()->markup().find("<h3 class=\"sh\">Størrelser og enheder</h3>"), std::string::npos);
 }
 
-TEST_F(ReferenceTest, glossaryLinksOpenEntriesAndSayWhenOneIsMissing) {
+TEST_F(ReferenceTest, glossaryLinksOpenEntriesAndTheStoredSearch) {
     app::OrdlistePage page(nullptr);
     emit page.view()->action(QStringLiteral("gls:Kirchhoffs%201.%20lov"));
-    EXPECT_NE(page.view()->markup().find("<b style=\"font-size:12pt\">Kirchhoffs 1. lov</b>"), std::string::npos);
-    emit page.view()->action(QStringLiteral("gls:Fluxkompensator"));
-    EXPECT_NE(page.view()->markup().find("findes ikke i ordlisten"), std::string::npos);
+    EXPECT_NE(page.view()->markup().find("<b style=\"font-size:12pt\">Kirchhoffs 1. lov</b>"),
+              std::string::npos);
     emit page.view()->action(QStringLiteral("gl:"));
     EXPECT_NE(page.view()->markup().find("class=\"sh\""), std::string::npos) << "back to the list";
 
     storeSet("ordliste_q", Json("resonans"));
     page.onEnter(); // as after a "gl:" link elsewhere
     EXPECT_EQ(page.searchBox()->text(), QStringLiteral("resonans"));
-    EXPECT_NE(page.view()->markup().find(" ord i alle emner matcher \"resonans\""), std::string::npos);
     EXPECT_NE(page.view()->markup().find(">Resonans</b>"), std::string::npos);
 }
 
