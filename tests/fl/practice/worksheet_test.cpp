@@ -55,8 +55,10 @@ TEST_F(WorksheetTest, theFacitOptionDecidesWhatStandsAtTheBack) {
                   0u);
         EXPECT_EQ(r.html.find(" Facit står bagerst.") != std::string::npos, row.sentence);
         EXPECT_EQ(r.html.find("<h3 class=\"sh pdf-break\">Facit</h3>") != std::string::npos, row.table);
-        EXPECT_EQ(count(r.html, "<div class=\"wsprob\">"), 10u);
-        EXPECT_EQ(count(r.html, "Løsning til opgave "), row.solutions ? 10u : 0u);
+        // Paper keeps an exercise with its answer line, and a solution's heading with the solution.
+        EXPECT_EQ(count(r.html, "<div class=\"pdf-keep\"><div class=\"wsprob\">"), 10u);
+        EXPECT_EQ(count(r.html, "<div class=\"pdf-next\"><h3 class=\"sh\">Løsning til opgave "),
+                  row.solutions ? 10u : 0u);
         EXPECT_EQ(count(r.html, "<div class=\"wsbox\">"), row.room ? 10u : 0u);
         for (size_t i = 0; i < ws.exercises.size(); ++i) {
             const Exercise& ex = ws.exercises[i];
