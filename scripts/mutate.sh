@@ -230,6 +230,7 @@ card-with-text-after-taken-whole@@app/sheet/sheettext.cpp@@if (!html[p].isSpace(
 narrow-view-not-floored@@app/sheet/sheettext.cpp@@fitImages(out, std::max(s.width, 200) - 30)@@fitImages(out, s.width - 30)@@sheet_test
 locked-route-recorded-as-visit@@app/shell/mainwindow.cpp@@    recordVisit(route.toStdString());@@    recordVisit(requested.toStdString());@@app_test
 results-strip-keeps-eleven@@app/shell/mainwindow.cpp@@if (results.size() > 10) {@@if (results.size() > 11) {@@app_test
+result-chip-value-rounded@@app/shell/mainwindow.cpp@@lastField->setText(QString::fromStdString(fl::fmtValue10(value)));@@lastField->setText(QString::fromStdString(fl::fmtNumber(value)));@@app_test pages_test
 closed-notice-shown-again@@app/shell/mainwindow.cpp@@if (seen.isString() && seen.str == key) return;@@if (false) return;@@app_test
 previous-route-lost-on-renavigate@@app/shell/mainwindow.cpp@@if (route != current) previous = current;@@previous = current;@@app_test
 status-rounding-names-swapped@@app/shell/mainwindow.cpp@@(o.rund == "d2" ?@@(o.rund != "d2" ?@@app_test

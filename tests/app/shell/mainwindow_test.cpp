@@ -327,7 +327,7 @@ TEST_F(WindowTest, resultClickWritesIntoTheLastFieldUsed) {
     w.show();
     w.navigate("trafo");
     app::ValueField* field = w.currentPage()->addCard()->addField("U", "Spænding", "V");
-    w.addResult("U", 1.5, "V");
+    w.addResult("U", 230.0 / 47, "V");
     QPushButton* first = w.resultStrip()->findChild<QPushButton*>();
     ASSERT_NE(first, nullptr);
     first->click();
@@ -339,7 +339,7 @@ TEST_F(WindowTest, resultClickWritesIntoTheLastFieldUsed) {
     QApplication::processEvents();
     EXPECT_EQ(w.lastUsedField(), field->edit) << "the search box is never the last field";
     first->click();
-    EXPECT_EQ(field->text(), "1,5");
+    EXPECT_EQ(field->text(), "4,893617021") << "the value carried in full, not as shown";
 }
 
 // ---------------------------------------------------------------- notices
