@@ -167,8 +167,8 @@ flashcard-wrong-back-five-later@@fl/practice/cards.cpp@@requeue(4);@@requeue(5);
 flashcard-almost-requeued-every-time@@fl/practice/cards.cpp@@if (r.requeued.insert(key).second) requeue(6);@@r.requeued.insert(key); requeue(6);@@practice_test
 flashcard-damaged-box-kept@@fl/practice/cards.cpp@@if (s.box < 1 || s.box > 5) s.box = 1;@@if (s.box < 1) s.box = 1;@@practice_test
 exam-clock-runs-fast@@fl/practice/exam.cpp@@int64_t{exam.limitMinutes} * 60000 - (nowMs@@int64_t{exam.limitMinutes} * 59000 - (nowMs@@practice_test practice_more_test
-worksheet-solution-heading-alone@@fl/practice/worksheet.cpp@@"<div class=\"pdf-next\"><h3 class=\"sh\">Løsning til opgave "@@"<div><h3 class=\"sh\">Løsning til opgave "@@practice_more_test
-worksheet-exercise-split@@fl/practice/worksheet.cpp@@std::string html = "<div class=\"pdf-keep\"><div class=\"wsprob\">@@std::string html = "<div><div class=\"wsprob\">@@practice_more_test
+worksheet-solution-heading-alone@@fl/practice/worksheet.cpp@@"<div class=\"pdf-next\"><h3 class=\"sh\">Løsning til opgave "@@"<div><h3 class=\"sh\">Løsning til opgave "@@practice_test practice_more_test
+worksheet-exercise-split@@fl/practice/worksheet.cpp@@std::string html = "<div class=\"pdf-keep\"><div class=\"wsprob\">@@std::string html = "<div><div class=\"wsprob\">@@practice_test practice_more_test
 exam-praise-from-89@@fl/practice/exam.cpp@@if (pct >= 90) return "Flot!@@if (pct >= 89) return "Flot!@@practice_test
 text-problem-compensation-sign@@fl/practice/tekstscen.cpp@@"P*(tan(acos(cosphi1))-tan(acos(cosphi2)))"@@"P*(tan(acos(cosphi1))+tan(acos(cosphi2)))"@@practice_test
 chain-near-miss-five-percent@@fl/tools/chain.cpp@@constexpr double kNearMiss = 0.03;@@constexpr double kNearMiss = 0.05;@@fl_tools_test
