@@ -281,12 +281,13 @@ TEST_F(PracticeMorePages, aWorksheetIsARealPdfWithTheFacitAtTheBack) {
         EXPECT_GE(all.indexOf(answer, facitAt), 0) << answer.toStdString();
     }
     // The facit begins a page of its own.
-    for (const QString& text : pages)
-        if (squeezed(text).contains(QStringLiteral("Facit Opgave Emne")))
+    for (const QString& text : pages) {
+        if (squeezed(text).contains(QStringLiteral("Facit Opgave Emne"))) {
             EXPECT_FALSE(squeezed(text).contains(QStringLiteral("Svar: ___"))) << text.toStdString();
+        }
+    }
 }
 
-// Paper keeps a "pdf-next" heading with what follows it: each solution's is one.
 TEST_F(PracticeMorePages, aSheetWithoutFacitHasNoBackPage) {
     app::OpgavearkPage page(&host);
     page.countBox()->setCurrentIndex(page.countBox()->findData(5));
