@@ -685,7 +685,6 @@ double tickStep(double span, int most) {
 
 FigureOut drawAxes(const AxesPlot& plot) {
     Canvas cv;
-    cv.keepShapes = plot.keepShapes;
     cv.setBounds(plot.W, plot.H);
     double y0 = plot.y0, y1 = plot.y1, x0 = plot.x0, x1 = plot.x1;
     if (!(x1 > x0)) x0 = 0, x1 = 1;

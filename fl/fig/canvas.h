@@ -233,7 +233,6 @@ struct AxesPlot {
     std::vector<Curve> curves;
     // Drawn after the curves, with the chart's mapping.
     std::function<void(Canvas&, const std::function<Pt(Pt)>&)> overlay;
-    bool keepShapes = true; // FigureOut::shapes as well
 };
 FigureOut drawAxes(const AxesPlot& plot);
 

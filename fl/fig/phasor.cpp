@@ -50,7 +50,6 @@ FigureOut drawVectors(const VectorScene& scene) {
     Canvas grid, arrows, labels;
     for (Canvas* layer : {&grid, &arrows, &labels}) {
         layer->setBounds(W, H);
-        layer->keepShapes = scene.keepShapes;
     }
     const Pt lo = unmap({kMargin, H - kMargin}), hi = unmap({W - kMargin, kMargin});
     const double step = tickStep(std::max(hi.x - lo.x, hi.y - lo.y), 13);

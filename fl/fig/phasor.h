@@ -30,7 +30,6 @@ struct VectorScene {
     std::string angleCls; // "hl" when the angle is sought
     int W = 460, H = 300;
     std::string caption;
-    bool keepShapes = true; // FigureOut::shapes as well
 };
 
 // The grid, the axes and the arrows. The scale is one for all vectors, so

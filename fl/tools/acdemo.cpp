@@ -30,7 +30,6 @@ FigureOut curveFigure(const DemoSetting& s, const SeriesRlcValues& v) {
     const double uPeak = std::sqrt(2.0) * v.U, iPeak = std::sqrt(2.0) * v.I;
     const double shift = v.phi * M_PI / 180;
     AxesPlot plot;
-    plot.keepShapes = true;
     plot.right = 52;
     plot.x0 = 0, plot.x1 = 2 * period;
     plot.y0 = -uPeak, plot.y1 = uPeak;
@@ -69,7 +68,6 @@ FigureOut resonanceFigure(const DemoSetting& s, const SeriesRlcValues& v) {
     const double fMax = std::max({2.2 * v.f0, 1.25 * s.f, 10.0});
     const double top = s.U / s.R; // the current at resonance
     AxesPlot plot;
-    plot.keepShapes = true;
     plot.W = 940, plot.H = 240;
     plot.x0 = 0, plot.x1 = fMax;
     plot.y0 = 0, plot.y1 = top;
@@ -137,9 +135,7 @@ DemoView demoView(const DemoSetting& s) {
     DemoView view;
     view.resonant = atResonance(v, s.f);
     view.curves = curveFigure(s, v);
-    VectorScene phasors = seriesPhasorScene(v, true, true, true);
-    phasors.keepShapes = true;
-    view.phasors = drawVectors(phasors);
+    view.phasors = drawVectors(seriesPhasorScene(v, true, true, true));
     view.resonance = resonanceFigure(s, v);
     view.readout = readoutLine(s, v, view.resonant);
     return view;

@@ -178,7 +178,6 @@ FigureOut motorFigure(const MachineValues& v, bool threePhase, bool starDelta) {
     FigureOut out;
     out.w = 660, out.h = starDelta ? 278 : 256;
     Canvas cv;
-    cv.keepShapes = true;
     cv.setBounds(out.w, out.h);
 
     // Power flow: from the net into the motor, out on the shaft, the losses down.
@@ -227,7 +226,6 @@ FigureOut transformerFigure(const MachineValues& v) {
     FigureOut out;
     out.w = 680, out.h = 285;
     Canvas cv;
-    cv.keepShapes = true;
     cv.setBounds(out.w, out.h);
     const double top = 74, bottom = 182, cp = 258, cs = 418, core = 338;
 
@@ -277,7 +275,6 @@ FigureOut connectionFigure(const MachineValues& v, bool star, const std::string&
     FigureOut out;
     out.w = 560, out.h = 290;
     Canvas cv;
-    cv.keepShapes = true;
     cv.setBounds(out.w, out.h);
     // Terminals L1 on top, L2 bottom left, L3 bottom right.
     const Pt c{196, 172};
