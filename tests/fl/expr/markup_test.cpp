@@ -13,19 +13,6 @@ class MarkupTest : public ::testing::Test {
     void TearDown() override { resetFigures(); }
 };
 
-TEST_F(MarkupTest, listsNumberFromZeroAndTakeRenderEmptiesThem) {
-    EXPECT_EQ(addFigure("<svg/>"), "f:0");
-    EXPECT_EQ(addFigure("<svg></svg>"), "f:1");
-    const NodePtr n = makeVar("U");
-    EXPECT_EQ(addMath(n), "m:0");
-    const RenderResult r = takeRender("h");
-    EXPECT_EQ(r.figs, (std::vector<std::string>{"<svg/>", "<svg></svg>"}));
-    ASSERT_EQ(r.maths.size(), 1u);
-    EXPECT_EQ(r.maths[0], n);
-    EXPECT_EQ(addFigure("x"), "f:0") << "the next pass starts again";
-    EXPECT_EQ(addMath(n), "m:0");
-}
-
 TEST_F(MarkupTest, appendRenumbersFiguresAndMathsSeparately) {
     RenderResult first;
     first.html = "<img src=\"f:0\" width=\"10\" height=\"20\"><img src=\"f:1\" width=\"1\" height=\"1\">";
@@ -123,29 +110,21 @@ TEST_F(MarkupTest, sheetPutsItsSectionsInOrderAndLeavesOutTheEmpty) {
                                           "</div></div>");
 }
 
-struct RunsRow {
-    const char* name;
-    const char* html;
-    std::vector<std::pair<std::string, Script>> runs;
-};
-
-const RunsRow kRunsRows[] = {
-    {"indexAndEntity",
-     "U<sub>1</sub> &lt; 5",
-     {{"U", Script::Normal}, {"1", Script::Sub}, {" < 5", Script::Normal}}},
-    {"spanAndBoldAddNothing",
-     "<span class=\"v\">I</span><sub><b>N</b></sub>&nbsp;&amp;",
-     {{"I", Script::Normal}, {"N", Script::Sub}, {" &", Script::Normal}}},
-    {"otherTagsDropped", "a<br>b<font color=\"red\">c</font>", {{"abc", Script::Normal}}},
-};
-
+// An index, an entity, a span and bold adding nothing, other tags dropped.
 TEST_F(MarkupTest, parseRichRuns) {
-    for (const RunsRow& row : kRunsRows) {
-        SCOPED_TRACE(row.name);
-        std::vector<std::pair<std::string, Script>> got;
-        for (const RichRun& r : parseRichRuns(row.html))
+    using Runs = std::vector<std::pair<std::string, Script>>;
+    const std::pair<const char*, Runs> rows[] = {
+        {"U<sub>1</sub> &lt; 5", {{"U", Script::Normal}, {"1", Script::Sub}, {" < 5", Script::Normal}}},
+        {"<span class=\"v\">I</span><sub><b>N</b></sub>&nbsp;&amp;",
+         {{"I", Script::Normal}, {"N", Script::Sub}, {" &", Script::Normal}}},
+        {"a<br>b<font color=\"red\">c</font>", {{"abc", Script::Normal}}},
+    };
+    for (const auto& [html, runs] : rows) {
+        SCOPED_TRACE(html);
+        Runs got;
+        for (const RichRun& r : parseRichRuns(html))
             got.emplace_back(r.text, r.script);
-        EXPECT_EQ(got, row.runs);
+        EXPECT_EQ(got, runs);
     }
 }
 

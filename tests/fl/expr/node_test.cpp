@@ -1,5 +1,5 @@
-// The canonicalising constructors and the structural walks.
-#include "fl/expr/parser.h"
+// The canonicalising constructors.
+#include "fl/expr/node.h"
 #include "tests/fl/expr/dump.h"
 
 #include <gtest/gtest.h>
@@ -55,16 +55,6 @@ TEST(MakeProduct, writesTheCanonicalOrder) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(dump(makeProduct(row.factors)), row.tree);
     }
-}
-
-TEST(Walks, countsAndCollectsVariables) {
-    const NodePtr n = parse("R*I + R**2/sqrt(R*U) - pi");
-    EXPECT_EQ(countVar(n, "R"), 3);
-    EXPECT_EQ(countVar(n, "U"), 1);
-    EXPECT_EQ(countVar(n, "pi"), 0) << "π is a constant, not a variable";
-    std::set<std::string> vars;
-    collectVars(n, vars);
-    EXPECT_EQ(vars, (std::set<std::string>{"I", "R", "U"}));
 }
 
 } // namespace

@@ -35,7 +35,6 @@ TEST_F(NumbersTest, readValueReadsWhatStudentsType) {
         {"thousandsNoBreakSpace", "5\u00a0500", 5500},
         {"division", "230/47", 230.0 / 47.0},
         {"electricianBelowOne", "0m5", 0.5e-3},
-        {"electricianNegative", "-4k7", -4700},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -114,7 +113,6 @@ TEST_F(NumbersTest, fmtNumberShowsNumbersAsTheFormulaBookDoes) {
         {"thousandthStaysPlain", 0.001, 5, "p5", true, "0,001"},
         {"pico", 1e-12, 5, "p5", true, "1·10⁻¹²"},
         {"belowPicoIsZero", 1e-13, 5, "p5", true, "0"},
-        {"binaryNoiseHidden", 0.1 + 0.2, 5, "p5", true, "0,3"},
         {"twoDecimals", 1234.5678, 5, "d2", true, "1234,57"},
         {"twoDecimalsTrimmed", 12.5, 5, "d2", true, "12,5"},
         {"twoDecimalsMillion", 1234567.891, 5, "d2", false, "1234567.89"},
@@ -148,8 +146,7 @@ TEST_F(NumbersTest, textFormatters) {
         {"unitAfterABlank", fmtWithUnit(30, "V"), "30 V"},
         {"degreesWithoutBlank", fmtWithUnit(30, "°"), "30°"},
         {"noUnitNoBlank", fmtWithUnit(30, ""), "30"},
-        {"trimmedBlanks", trimmed("  a b \n"), "a b"},
-        {"trimmedControlBytes", trimmed("\x01x\x1f"), "x"},
+        {"trimmedBlanksAndControlBytes", trimmed("\x01 a b \n\x1f"), "a b"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);

@@ -71,7 +71,7 @@ std::string repeat(const std::string& s, int n) {
     return out;
 }
 
-TEST(Parser, refusesNestingDeeperThanAnyFormulaWithAnOrdinaryText) {
+TEST(Parser, boundsNestingWellAboveWhatFormulasUse) {
     const struct {
         const char* name;
         std::string text;
@@ -80,16 +80,13 @@ TEST(Parser, refusesNestingDeeperThanAnyFormulaWithAnOrdinaryText) {
         {"parentheses", repeat("(", 5000) + "1" + repeat(")", 5000), "uventet ("},
         {"functions", repeat("sin(", 3000) + "1" + repeat(")", 3000), "uventet sin"},
         {"powerChain", "2" + repeat("**2", 5000), "uventet 2"},
+        {"fortyParentheses", repeat("(", 40) + "a" + repeat(")", 40), "(no error)"},
+        {"thirtyPowers", "2" + repeat("**1", 30), "(no error)"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(errorOf([&] { parse(row.text); }), row.what);
     }
-}
-
-TEST(Parser, acceptsTheNestingRealFormulasUse) {
-    EXPECT_EQ(dump(parse(repeat("(", 40) + "a" + repeat(")", 40))), "a");
-    EXPECT_NO_THROW(parse("2" + repeat("**1", 30)));
 }
 
 } // namespace
