@@ -64,14 +64,8 @@ TEST(Catalogue, holdsEveryFamilyInTheBooksOrderWithItsGroupAndTopic) {
     }
 }
 
-// Keys are routes: exact, case and all, and a family never shadows a tile.
-TEST(Catalogue, lookupsAreByExactKey) {
-    for (const char* key : {"Ohm", "s", "ohm "}) {
-        SCOPED_TRACE(key);
-        EXPECT_EQ(fl::findFormula(key), nullptr);
-        EXPECT_EQ(fl::findFamilyOrTile(key), nullptr);
-    }
-    EXPECT_NE(fl::findFormula("S"), fl::findFormula("tfS"));
+// Keys are routes: a family never shadows a tile.
+TEST(Catalogue, familiesLeaveTheTilesTheirRoutes) {
     for (const fl::Formula& f : fl::catalogue())
         EXPECT_EQ(fl::findTile(f.key), nullptr) << f.key;
     EXPECT_EQ(fl::findFamilyOrTile("kreds"), fl::findTile("kreds"));
@@ -151,23 +145,6 @@ TEST(CatalogueAndLists, theFinderListsEveryFamilyAndOnlyFamilies) {
         EXPECT_NE(fl::findFormula(k), nullptr) << k;
     for (const fl::Formula& f : fl::catalogue())
         EXPECT_TRUE(inFinder.count(f.key)) << f.key;
-}
-
-// "sub:" + group + "|" + topic closes a group of exercises; a topic that no
-// family has would close nothing.
-TEST(CatalogueAndLists, exerciseKeysOfTheTopicTableNameRealTopics) {
-    for (const fl::Topic& t : fl::topics())
-        for (const std::string& key : t.keys) {
-            if (key.rfind("sub:", 0) != 0) continue;
-            SCOPED_TRACE(t.id + ": " + key);
-            size_t bar = key.find('|');
-            ASSERT_NE(bar, std::string::npos);
-            std::string group = key.substr(4, bar - 4), topic = key.substr(bar + 1);
-            bool found = false;
-            for (const fl::Formula& f : fl::catalogue())
-                found = found || (f.group == group && (topic.empty() || f.topic == topic));
-            EXPECT_TRUE(found);
-        }
 }
 
 } // namespace

@@ -13,7 +13,6 @@
 #include <QXmlStreamReader>
 
 #include <algorithm>
-#include <functional>
 #include <map>
 #include <set>
 #include <string>
@@ -32,24 +31,6 @@ std::vector<std::string> allKeys() {
     for (const char* shared : {"formel", "finder"})
         if (std::find(keys.begin(), keys.end(), shared) == keys.end()) keys.push_back(shared);
     return keys;
-}
-
-void forEachNode(const fl::FinderNode& node, const std::function<void(const fl::FinderNode&)>& fn) {
-    fn(node);
-    for (const fl::FinderNode& c : node.children)
-        forEachNode(c, fn);
-}
-
-// A tile draws under its own route (checked for every route below); the rest
-// share a drawing.
-TEST(IconSet, familiesAndFinderNodesCarryTheSharedDrawing) {
-    const fl::Tile* family = fl::findFamilyOrTile("ohm");
-    ASSERT_NE(family, nullptr);
-    EXPECT_EQ(family->icon, fl::iconSvg("formel"));
-    forEachNode(fl::finderTree(), [](const fl::FinderNode& n) {
-        SCOPED_TRACE(n.id);
-        EXPECT_EQ(n.icon, fl::iconSvg("finder"));
-    });
 }
 
 // A copied entry left unchanged would give two tiles the same picture.

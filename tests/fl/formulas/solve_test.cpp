@@ -71,12 +71,6 @@ bool contains(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
 
-const Formula& family(const char* key) {
-    const Formula* f = findFormula(key);
-    if (!f) throw std::runtime_error(std::string("no family ") + key);
-    return *f;
-}
-
 double relDiff(double a, double b) {
     return std::fabs(a - b) / std::max(std::fabs(b), 1e-300);
 }
@@ -160,7 +154,7 @@ TEST_F(SolveTest, everyFamilyReproducesEveryQuantityItOffers) {
 }
 
 TEST_F(SolveTest, ohmForCurrentHasSixBlocksAndPassesTheCheck) {
-    const Solved s = solve(family("ohm"), {{"U", 230}, {"R", 47}}, "I");
+    const Solved s = solve(*findFormula("ohm"), {{"U", 230}, {"R", 47}}, "I");
     EXPECT_EQ(s.titles(), (std::vector<std::string>{"Det kender vi", "Det skal vi finde",
                                                     "Formlen (formelsamlingen s. 3)",
                                                     "Isolér I – få den til at stå alene",
@@ -176,7 +170,7 @@ TEST_F(SolveTest, ohmForCurrentHasSixBlocksAndPassesTheCheck) {
 }
 
 TEST_F(SolveTest, ohmForVoltageNeedsNoRearrangingAndNoCheck) {
-    const Solved s = solve(family("ohm"), {{"I", 2}, {"R", 47}}, "U");
+    const Solved s = solve(*findFormula("ohm"), {{"I", 2}, {"R", 47}}, "U");
     EXPECT_EQ(s.titles(), (std::vector<std::string>{"Det kender vi", "Det skal vi finde",
                                                     "Formlen (formelsamlingen s. 3)", "Isolér U",
                                                     "Sæt tallene ind og regn ud"}));
@@ -185,7 +179,7 @@ TEST_F(SolveTest, ohmForVoltageNeedsNoRearrangingAndNoCheck) {
 
 TEST_F(SolveTest, quantityThatStandsTwiceUsesTheRewrittenForm) {
     // I = n·E / (n·R_I + R_y) holds n twice.
-    const Solved s = solve(family("cells"), {{"I", 0.5}, {"E", 1.5}, {"RI", 0.2}, {"Ry", 10}}, "n");
+    const Solved s = solve(*findFormula("cells"), {{"I", 0.5}, {"E", 1.5}, {"RI", 0.2}, {"Ry", 10}}, "n");
     ASSERT_NE(s.block("Isolér n"), nullptr);
     EXPECT_EQ(
         s.block("Isolér n")->body,
@@ -193,7 +187,7 @@ TEST_F(SolveTest, quantityThatStandsTwiceUsesTheRewrittenForm) {
 }
 
 TEST_F(SolveTest, heronWorksOutTheHalfPerimeterFirst) {
-    const Solved s = solve(family("heron"), {{"a", 3}, {"b", 4}, {"c", 5}}, "A");
+    const Solved s = solve(*findFormula("heron"), {{"a", 3}, {"b", 4}, {"c", 5}}, "A");
     EXPECT_EQ(s.value, 6);
     EXPECT_TRUE(contains(s.blocks[2].body, "s=[(a + b + c) / 2]den halve omkreds")) << s.blocks[2].body;
     const std::string& work = s.block("Sæt tallene ind og regn ud")->body;
@@ -218,7 +212,7 @@ const RootRow kRootRows[] = {
 };
 
 TEST_F(SolveTest, parallelCircuitHasTwoRoots) {
-    const Formula& f = family("pRLC");
+    const Formula& f = *findFormula("pRLC");
     for (const RootRow& row : kRootRows) {
         SCOPED_TRACE(row.name);
         const Solved s = solve(f, row.values, row.target);
@@ -239,7 +233,7 @@ TEST_F(SolveTest, parallelCircuitHasTwoRoots) {
 TEST_F(SolveTest, noRealAnswerThrows) {
     // A total current below the resistive one leaves √ of a negative number.
     EXPECT_EQ(errorOf([] {
-                  solve(family("pRLC"), {{"I", 5}, {"I_R", 6}, {"I_C", 2}}, "I_L");
+                  solve(*findFormula("pRLC"), {{"I", 5}, {"I_R", 6}, {"I_C", 2}}, "I_L");
               }),
               "intet reelt svar");
 }
@@ -305,13 +299,14 @@ TEST_F(SolveTest, answerBoxAddsAPrefixWhereItReadsEasier) {
 TEST_F(SolveTest, knownValuesShowWhatTheStudentTyped) {
     for (const double wanted : {std::nan(""), 99.0}) {
         SCOPED_TRACE(wanted);
-        const Solved s = solve(family("ohm"), {{"U", 230}, {"R", 4700}, {"I", wanted}}, "I", {{"R", "4,7k"}});
+        const Solved s =
+            solve(*findFormula("ohm"), {{"U", 230}, {"R", 4700}, {"I", wanted}}, "I", {{"R", "4,7k"}});
         EXPECT_EQ(s.blocks[0].body, "U = 230 V – SpændingR = 4,7k Ω – Modstand");
     }
 }
 
 TEST_F(SolveTest, anglesAreShownAsAngles) {
-    const Solved s = solve(family("segment"), {{"r", 2}, {"V", 30}}, "A");
+    const Solved s = solve(*findFormula("segment"), {{"r", 2}, {"V", 30}}, "A");
     EXPECT_TRUE(contains(s.block("Sæt tallene ind og regn ud")->body, "(π · 30°) / 180"));
 }
 
@@ -322,7 +317,7 @@ TEST_F(SolveTest, figureIsDrawnFromTheSolvedValues) {
         key = k, seen = v, sought = s;
         return figure("<line/>", 460, 280);
     };
-    const Solved s = solve(family("ohm"), {{"U", 230}, {"R", 47}}, "I", {}, source);
+    const Solved s = solve(*findFormula("ohm"), {{"U", 230}, {"R", 47}}, "I", {}, source);
     EXPECT_EQ(key, "circ");
     EXPECT_EQ(sought, "I");
     EXPECT_DOUBLE_EQ(seen.at("I"), 230.0 / 47);
@@ -331,7 +326,7 @@ TEST_F(SolveTest, figureIsDrawnFromTheSolvedValues) {
     EXPECT_LT(fig, s.html.find("Udregning trin for trin"));
 
     key.clear();
-    solve(family("reson"), {{"L", 0.1}, {"C", 1e-6}}, "f", {}, source);
+    solve(*findFormula("reson"), {{"L", 0.1}, {"C", 1e-6}}, "f", {}, source);
     EXPECT_EQ(key, "") << "a family without a figure key asks for none";
 }
 
@@ -357,7 +352,6 @@ TEST_F(SolveTest, workOutRowsAndLimits) {
     struct Row {
         const char* name;
         NodePtr expr;
-        std::map<std::string, double> values;
         size_t rows;
         const char* last;
     };
@@ -365,13 +359,13 @@ TEST_F(SolveTest, workOutRowsAndLimits) {
     for (int i = 0; i < 25; ++i)
         deep = makeFunc("sqrt", deep);
     const Row rows[] = {
-        {"nothingToPutIn", parse("2+3"), {}, 2, "<b>5 A</b>"},
-        {"twentyRoundsAtMost", deep, {{"x", 1}}, 22, "<b>1 A</b>"},
+        {"nothingToPutIn", parse("2+3"), 2, "<b>5 A</b>"},
+        {"twentyRoundsAtMost", deep, 22, "<b>1 A</b>"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         std::vector<WorkRow> out;
-        std::map<std::string, double> values = row.values;
+        std::map<std::string, double> values{{"x", 1}};
         const double v = workOut(out, "I", row.expr, values, {}, "A");
         ASSERT_EQ(out.size(), row.rows);
         EXPECT_EQ(out.front().lhs, "<span class=\"v\">I</span>");

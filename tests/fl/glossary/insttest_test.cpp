@@ -79,31 +79,26 @@ TEST_F(LimitCalculator, showsTheLimitsInDanishNumbers) {
     EXPECT_EQ(html.find("Berøringsspænding ved den målte"), std::string::npos) << "no RA given";
 }
 
+// A form filled in but for one field, which is left empty or given a bad value.
 TEST_F(LimitCalculator, asksForWhatIsMissingAndRefusesTheImpossible) {
+    const std::map<std::string, std::string> filled{
+        {"In", "16"}, {"kar", "B"}, {"U0", "230"}, {"Idn", "30m"}, {"UL", "50"}};
     const struct {
-        const char* name;
-        std::map<std::string, std::string> fields;
+        const char* field;
+        const char* value;
         const char* text;
     } rows[] = {
-        {"noBreaker",
-         {{"kar", "B"}, {"U0", "230"}, {"Idn", "30m"}, {"UL", "50"}},
-         "Skriv sikringens mærkestrøm I<sub>n</sub>, fx 16."},
-        {"unknownCharacteristic",
-         {{"In", "16"}, {"kar", "K"}, {"U0", "230"}, {"Idn", "30m"}, {"UL", "50"}},
-         "Noget passer ikke – tjek værdierne. Mærkestrøm og spænding skal være positive tal"},
-        {"unreadableMeasurement",
-         {{"In", "16"}, {"kar", "B"}, {"U0", "230"}, {"Zs", "1,2Ω"}, {"Idn", "30m"}, {"UL", "50"}},
-         "Noget passer ikke – tjek værdierne. Mærkestrøm"},
-        {"noRcd",
-         {{"In", "16"}, {"kar", "B"}, {"U0", "230"}, {"UL", "50"}},
-         "Skriv RCD'ens mærkeudløserstrøm IΔn, fx 30m for 30 mA."},
-        {"zeroTouchVoltage",
-         {{"In", "16"}, {"kar", "B"}, {"U0", "230"}, {"Idn", "30m"}, {"UL", "0"}},
-         "Noget passer ikke – tjek værdierne. IΔn og berøringsspændingen"},
+        {"In", "", "Skriv sikringens mærkestrøm I<sub>n</sub>, fx 16."},
+        {"kar", "K", "Noget passer ikke – tjek værdierne. Mærkestrøm og spænding skal være positive tal"},
+        {"Zs", "1,2Ω", "Noget passer ikke – tjek værdierne. Mærkestrøm"},
+        {"Idn", "", "Skriv RCD'ens mærkeudløserstrøm IΔn, fx 30m for 30 mA."},
+        {"UL", "0", "Noget passer ikke – tjek værdierne. IΔn og berøringsspændingen"},
     };
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_NE(limitCalculatorHtml(row.fields).find(row.text), std::string::npos);
+        SCOPED_TRACE(row.field);
+        std::map<std::string, std::string> fields = filled;
+        fields[row.field] = row.value;
+        EXPECT_NE(limitCalculatorHtml(fields).find(row.text), std::string::npos);
     }
 }
 
