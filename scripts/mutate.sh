@@ -315,6 +315,22 @@ calc-fraction-cursor-in-numerator@@app/widgets/calcpanel.cpp@@int(before.size() 
 calc-tab-skips-denominator@@app/widgets/calcpanel.cpp@@target = open + 1; // from the numerator@@target = close + 1; // from the numerator@@reference_test
 small-figure-widened@@app/sheet/sheettext.cpp@@if (w <= maxWidth) continue;@@if (false) continue;@@sheet_test
 stylesheet-token-left@@app/shell/theme.cpp@@{"@BTNTEXT", btnText},@@{"@BTNTEXTX", btnText},@@app_test
+no-break-space-not-a-blank@@fl/expr/numbers.cpp@@if (c == 0xC2 && i + 1 < text.size()@@if (false && c == 0xC2 && i + 1 < text.size()@@fl_expr_test
+degree-after-a-blank@@fl/expr/numbers.cpp@@    if (unit == "°") return s + unit;@@@@fl_expr_test solve_test
+outer-minus-not-carried@@fl/expr/node.cpp@@flattenSum(t.node->terms, outer * t.sign, out);@@flattenSum(t.node->terms, outer, out);@@fl_expr_test
+isolate-one-pass-more@@fl/expr/isolate.cpp@@constexpr int kMaxPasses = 26;@@constexpr int kMaxPasses = 27;@@fl_expr_test
+too-large-always-singular@@fl/formulas/fields.cpp@@large.size() == 1 ?@@true ?@@formulas_pages_test
+overflow-line-read-as-unreadable@@fl/formulas/fields.cpp@@(std::isnan(value) && tooLarge(text))@@(false)@@formulas_pages_test
+finder-one-formula-plural@@fl/formulas/finderview.cpp@@(families == 1 ? " formel" : " formler")@@(" formler")@@formulas_pages_test
+formula-chip-of-closed-family@@fl/formulas/home.cpp@@met.count(f.topic) || (open && !open(f.key))) continue;@@met.count(f.topic)) continue;@@formulas_pages_test
+page-ref-for-named-sheets@@fl/formulas/catalogue.cpp@@if (!page.empty() && page[0] >= '0' && page[0] <= '9') return@@if (!page.empty()) return@@formulas_test solve_test
+figure-after-the-steps@@fl/formulas/solve.cpp@@"</div></div>" + fig + stepBlocks(blocks) + "</div>";@@"</div></div>" + stepBlocks(blocks) + fig + "</div>";@@solve_test
+loop-limit-exclusive@@fl/glossary/insttest.cpp@@measured <= r.zsMax;@@measured < r.zsMax;@@glossary_test
+minform-any-word@@fl/glossary/minform.cpp@@if (std::all_of(want.begin()@@if (std::any_of(want.begin()@@glossary_test
+formula-text-leading-minus-dropped@@fl/formulas/solve.cpp@@out += t.sign < 0 ? "-" : "";@@out += "";@@solve_test formulas_pages_test glossary_test
+inverse-trig-not-an-angle@@fl/formulas/solve.cpp@@n->degree = node->kind == NodeKind::Func &&@@n->degree = false &&@@solve_test fl_tools_test
+exercise-key-topic-misspelt@@fl/formulas/lists.cpp@@"sub:El-lære|Parallel vekselstrøm"@@"sub:El-lære|Parallel-vekselstrøm"@@glossary_test formulas_test
+teacher-key-kind-misspelt@@fl/formulas/lists.cpp@@"tekst:spole"@@"tekts:spole"@@glossary_test formulas_test
 EOF
 )
 
