@@ -212,6 +212,21 @@ server-csrf-unchecked@@server/web.cpp@@if (!sameSecret(field(req, "csrf"), s->se
 session-cookie-lax@@server/web.cpp@@"; HttpOnly; Secure; SameSite=Strict");@@"; HttpOnly; Secure; SameSite=Lax");@@server_web_test
 brake-after-two-tries@@server/auth.cpp@@constexpr int kFreeTries = 3;@@constexpr int kFreeTries = 2;@@server_web_test
 teacher-page-name-unescaped@@server/pages.cpp@@esc(a.name) +@@a.name +@@server_test server_web_test
+class-page-of-another-teacher@@server/web.cpp@@if (!c || c->teacherId != s.teacher.id) {@@if (!c) {@@server_web_test
+task-text-carriage-returns-kept@@server/web.cpp@@if (c != '\r') out += c;@@out += c;@@server_web_test
+html-quote-left-raw@@server/html.cpp@@case '\'': out += "&#39;"; break;@@case '\'': out += "'"; break;@@server_test server_web_test
+class-code-ambiguous-letters@@server/classroom.cpp@@"ABCDEFGHJKLMNPQRSTUVWXYZ23456789"@@"ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789"@@server_test
+crash-runtime-frames-kept@@server/reports.cpp@@if (spot.empty() || isRuntime(module)) continue;@@if (spot.empty()) continue;@@server_test
+crash-offsets-kept@@server/reports.cpp@@offset != std::string::npos && offset > bang) f.resize(offset);@@offset != std::string::npos && offset < bang) f.resize(offset);@@server_test
+crash-groups-rarest-first@@server/reports.cpp@@return a.count != b.count ? a.count > b.count@@return a.count != b.count ? a.count < b.count@@server_test
+hand-in-refusal-fails-the-batch@@server/sqlite_storage.cpp@@if (sqlite3_get_autocommit(db_)) throw;@@throw;@@server_test
+wal-left-to-grow@@server/sqlite_storage.cpp@@if (pages >= kCheckpointPages) {@@if (pages < 0) {@@server_test
+tasks-stamp-same-millisecond@@server/sqlite_storage.cpp@@MAX(tasks_updated + 1, ?)@@MAX(tasks_updated, ?)@@server_test net_client_test
+telemetry-uid-new-every-send@@net/reports.cpp@@if (uid.empty()) {@@if (true) {@@net_test
+removed-key-not-saved@@store/datastore.cpp@@entries_.erase(kPrefix + key);@@entries_.erase(kPrefix + key); return;@@datastore_test
+json-utf8-escaped-bytewise@@store/json.cpp@@if (c >= 0x20 && c != '"' && c != '\\') continue;@@if (c >= 0x20 && c < 0x80 && c != '"' && c != '\\') continue;@@json_test json_fuzz_test
+json-number-fallback-ignored@@store/json.h@@return kind == Number ? num : fallback;@@return kind == Number ? num : 0.0;@@json_test datastore_test net_test
+json-infinity-as-text@@store/json.cpp@@if (!std::isfinite(v)) {@@if (std::isnan(v)) {@@json_test json_fuzz_test
 family-left-without-topic@@fl/formulas/catalogue.cpp@@{"Arealer", "triA triS heron trap@@{"Arealer", "triA triS trap@@formulas_test
 pasted-circuit-of-other-current-dropped@@app/pages/circuit/kredspage.cpp@@    fl::setCircuit(moved);@@    (void)moved;@@circuit_pages_test
 question-mark-in-every-column@@app/pages/circuit/kredspage.cpp@@if (questionMark && t == "?") return true;@@if (t == "?") return true;@@circuit_pages_test
