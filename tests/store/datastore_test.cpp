@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -354,11 +353,10 @@ TEST_F(DataStoreTest, bundleValidation) {
         {"own bundle",
          R"({"app":"Keldvarn","data":{"fs_a":"1","fs_b":"2","x":"3","fs_n":4},"saved":"2026-03-05T10:11:12.000Z","version":1})",
          true, "5.3.2026", 2},
-        {"earlier name", R"({"app":"Ostrovalden","data":{},"saved":"2025-12-31T23:59:59.000Z"})", true, "31.12.2025", 0},
-        {"short stamp as it stands", R"({"app":"Keldvarn","data":{},"saved":"i går"})", true, "i går", 0},
+        {"earlier name", R"({"app":"Ostrovalden","data":{},"saved":"2025-12-31T23:59:59.000Z"})", true,
+         "31.12.2025", 0},
         {"other program", R"({"app":"other","data":{}})", false, "unchanged", -1},
         {"data is an array", R"({"app":"Keldvarn","data":[]})", false, "unchanged", -1},
-        {"not JSON", "Keldvarn", false, "unchanged", -1},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -369,28 +367,6 @@ TEST_F(DataStoreTest, bundleValidation) {
         EXPECT_EQ(count, row.count);
         EXPECT_EQ(store().validateBundle(row.text, nullptr, nullptr), row.valid);
     }
-}
-
-TEST_F(DataStoreTest, importReplacesAllEntriesAndSavesOrChangesNothing) {
-    usePath();
-    store().set("old", 1);
-    const std::string before = readAll(file);
-    std::string date = "unchanged";
-    EXPECT_FALSE(store().importBundle(R"({"app":"other","data":{"fs_a":"1"}})", &date));
-    EXPECT_EQ(date, "unchanged");
-    EXPECT_EQ(store().keys(), std::vector<std::string>{"old"});
-    EXPECT_EQ(readAll(file), before);
-
-    ASSERT_TRUE(store().importBundle(
-        R"({"app":"Ostrovalden","data":{"fs_a":"\"ny\"","x":"1","fs_n":2},"saved":"2026-03-05T00:00:00.000Z"})",
-        &date));
-    EXPECT_EQ(date, "5.3.2026");
-    EXPECT_EQ(store().keys(), std::vector<std::string>{"a"});
-    EXPECT_EQ(store().getString("a"), "ny");
-    store().resetForTest();
-    usePath();
-    ASSERT_TRUE(store().load());
-    EXPECT_EQ(store().keys(), std::vector<std::string>{"a"});
 }
 
 } // namespace
