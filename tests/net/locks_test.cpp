@@ -15,17 +15,13 @@ struct Row {
 
 TEST(Locks, routesAndFamilies) {
     const Row rows[] = {
-        {"nothing off", {}, "komp", ""},
         {"compensation closes its tool", {"ac_komp"}, "komp", "ac_komp"},
         {"compensation closes its families", {"ac_komp"}, "kompQ", "ac_komp"},
         {"compensation leaves Ohm open", {"ac_komp"}, "ohm", ""},
         {"calculators close every family first", {"ac_komp", "udregnere"}, "kompQ", "udregnere"},
-        {"three-phase closes its families by prefix", {"ac_trefase"}, "tfUY", "ac_trefase"},
         {"first row in table order wins", {"jaevn", "kreds"}, "kreds", "kreds"},
-        {"a topic's second route", {"vaerktoj"}, "ikmin", "vaerktoj"},
         {"the demonstration is one of the tools", {"vaerktoj"}, "acdemo", "vaerktoj"},
         {"the colour code is a small tool", {"smaa"}, "farve", "smaa"},
-        {"an id in no row closes nothing", {"nosuch"}, "komp", ""},
         {"a topic id is not a route by itself", {"ac_komp"}, "ac_komp", ""},
     };
     for (const Row& row : rows) {
@@ -40,7 +36,6 @@ TEST(Locks, keys) {
         {"text problem", {"ac_komp"}, "tekst:komp", "ac_komp"},
         {"prefix key closes all below it", {"veksel"}, "circ:ac|Serie RL", "veksel"},
         {"prefix key needs the whole prefix", {"veksel"}, "circ:ac", ""},
-        {"prefix key leaves the other current", {"veksel"}, "circ:dc|Serie", ""},
         {"exact key does not match by prefix", {"ac_komp"}, "tekst:kompx", ""},
     };
     for (const Row& row : rows) {
@@ -54,8 +49,6 @@ TEST(Locks, changeBetweenTwoSetsInTableOrder) {
     const net::OffChange change = net::diffOff({"ac_komp", "nosuch"}, {"ac_trafo", "ovelser", "nosuch"});
     EXPECT_EQ(change.opened, (std::vector<std::string>{"Kompensering"}));
     EXPECT_EQ(change.closed, (std::vector<std::string>{"Øvelser", "Transformer"}));
-    EXPECT_TRUE(net::diffOff({"ac_komp"}, {"ac_komp"}).opened.empty());
-    EXPECT_EQ(net::topicName("nosuch"), "");
 }
 
 } // namespace
