@@ -13,19 +13,12 @@
 namespace {
 
 using testsupport::freePort;
-using testsupport::TestCerts;
 using testsupport::TestServer;
 
 const char* const kCode = "KLAS2345";
 
-class ClientTest : public ::testing::Test {
+class ClientTest : public testsupport::TlsSuite {
   protected:
-    static void SetUpTestSuite() { certs = new TestCerts; }
-    static void TearDownTestSuite() {
-        delete certs;
-        certs = nullptr;
-    }
-
     void SetUp() override {
         DataStore::instance().resetForTest();
         start({});
@@ -56,7 +49,8 @@ class ClientTest : public ::testing::Test {
 
     // The real post, with every path asked for written down.
     net::Poster counting(std::vector<std::string>& calls, const std::string& failing = "") {
-        return [&calls, failing](const std::string& path, const std::string& body, std::string& out, std::string& err) {
+        return [&calls, failing](const std::string& path, const std::string& body, std::string& out,
+                                 std::string& err) {
             calls.push_back(path);
             if (path == failing) {
                 err = "Ingen forbindelse til serveren.";
@@ -73,12 +67,9 @@ class ClientTest : public ::testing::Test {
         return in;
     }
 
-    static TestCerts* certs;
     std::unique_ptr<TestServer> srv;
     int64_t classId = 0;
 };
-
-TestCerts* ClientTest::certs = nullptr;
 
 TEST_F(ClientTest, anyStatusBelow500IsAnAnswerAndFailuresAreDanishSentences) {
     // A server that answers every path with the status it names.
@@ -89,7 +80,8 @@ TEST_F(ClientTest, anyStatusBelow500IsAnAnswerAndFailuresAreDanishSentences) {
     });
     const int fakePort = fake.bind_to_any_port("127.0.0.1");
     std::thread loop([&] { fake.listen_after_bind(); });
-    while (!fake.is_running()) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    while (!fake.is_running())
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
     const std::string fakeBase = "https://127.0.0.1:" + std::to_string(fakePort) + "/api/";
 
     struct Row {
@@ -105,7 +97,6 @@ TEST_F(ClientTest, anyStatusBelow500IsAnAnswerAndFailuresAreDanishSentences) {
          "Ingen forbindelse til serveren."},
         {"plain http", "http://127.0.0.1:" + std::to_string(srv->port) + "/api", "/check", false,
          "Ugyldig serveradresse."},
-        {"not an address", "skole", "/check", false, "Ugyldig serveradresse."},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -204,7 +195,8 @@ TEST_F(ClientTest, refusedOrMissingCodeNoNetworkAndANewVersion) {
     storeSet(key::ClassKey, Json("FORKERT1"));
     net::ServiceResult r = net::serviceJob(job(calls));
     EXPECT_EQ(r.outcome, -1);
-    EXPECT_EQ(r.text, "Klassekoden findes ikke. Tjek koden, som din lærer har givet dig, under Opgaver fra læreren.");
+    EXPECT_EQ(r.text,
+              "Klassekoden findes ikke. Tjek koden, som din lærer har givet dig, under Opgaver fra læreren.");
     EXPECT_EQ(calls, (std::vector<std::string>{"/check"}));
 
     calls.clear();
@@ -283,7 +275,8 @@ TEST_F(ClientTest, handInsReachTheTeacher) {
     EXPECT_TRUE(calls.empty());
 
     ASSERT_TRUE(net::sendAnswer(poster, "t1", "done", "0,12 A", "Ida", "1.12.2026 10:00", error)) << error;
-    ASSERT_TRUE(net::sendAnswer(poster, "t1", "question", "Hvorfor?", "Ida", "1.12.2026 10:05", error)) << error;
+    ASSERT_TRUE(net::sendAnswer(poster, "t1", "question", "Hvorfor?", "Ida", "1.12.2026 10:05", error))
+        << error;
     const Json record = storeGet(key::TaskAnswers).at("t1");
     EXPECT_EQ(record.at("status").asString(), "question");
     EXPECT_EQ(record.at("answer").asString(), "Hvorfor?");

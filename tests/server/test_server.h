@@ -7,6 +7,7 @@
 #include "server/web.h"
 #include "tests/server/classes.h"
 
+#include <gtest/gtest.h>
 #include <httplib.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
@@ -51,10 +52,19 @@ class TestCerts {
         run("openssl req -x509 " + ec + " -keyout " + ca + "-key.pem -out " + ca +
             ".pem -days 2 -subj '/CN=Ostrovalden test CA'");
         run("openssl req " + ec + " -keyout " + key + ".pem -out " + cert + ".csr -subj '/CN=localhost'");
-        run("printf 'subjectAltName=DNS:localhost,IP:127.0.0.1\\nbasicConstraints=CA:FALSE\\n' > " + cert + ".ext");
-        run("openssl x509 -req -in " + cert + ".csr -CA " + ca + ".pem -CAkey " + ca + "-key.pem -CAcreateserial -out " +
-            cert + ".pem -days 2 -extfile " + cert + ".ext");
+        run("printf 'subjectAltName=DNS:localhost,IP:127.0.0.1\\nbasicConstraints=CA:FALSE\\n' > " + cert +
+            ".ext");
+        run("openssl x509 -req -in " + cert + ".csr -CA " + ca + ".pem -CAkey " + ca +
+            "-key.pem -CAcreateserial -out " + cert + ".pem -days 2 -extfile " + cert + ".ext");
     }
+};
+
+// A suite's servers share one set of certificates: openssl takes its time.
+class TlsSuite : public ::testing::Test {
+  protected:
+    static void SetUpTestSuite() { certs = std::make_unique<TestCerts>(); }
+    static void TearDownTestSuite() { certs.reset(); }
+    static inline std::unique_ptr<TestCerts> certs;
 };
 
 // A port on loopback that nothing listens on, until someone binds it.
@@ -81,7 +91,8 @@ class TestServer {
         site_ = server::mount(http_, *db, settings_);
         port = http_.bind_to_any_port("127.0.0.1");
         thread_ = std::thread([this] { http_.listen_after_bind(); });
-        while (!http_.is_running()) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        while (!http_.is_running())
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
     ~TestServer() {
         http_.stop();
