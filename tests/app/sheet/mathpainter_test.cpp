@@ -82,25 +82,6 @@ TEST_F(MathPainterTest, fractionBarsAreSharpAndOnTheAxis) {
     }
 }
 
-TEST_F(MathPainterTest, inkHasTheStyleColourOnly) {
-    app::MathStyle style = app::sheetMathStyle();
-    style.color = QColor("#2457d6");
-    // Letters, a root, a fraction and absolute bars: every kind of ink.
-    const QImage img =
-        app::mathImage(fl::parse("sqrt(3)*U**2/abs(a-b)"), style, 2.0).convertToFormat(QImage::Format_ARGB32);
-    int checked = 0;
-    for (int y = 0; y < img.height(); ++y)
-        for (int x = 0; x < img.width(); ++x) {
-            const QRgb p = img.pixel(x, y);
-            if (qAlpha(p) < 128) continue;
-            ++checked;
-            ASSERT_NEAR(qRed(p), 0x24, 3);
-            ASSERT_NEAR(qGreen(p), 0x57, 3);
-            ASSERT_NEAR(qBlue(p), 0xd6, 3);
-        }
-    EXPECT_GT(checked, 50);
-}
-
 // Every form of every family draws, and no ink touches the image's edge,
 // where the text engine would cut it off.
 TEST_F(MathPainterTest, everyCatalogueFormDrawsWithinItsImage) {
@@ -120,18 +101,6 @@ TEST_F(MathPainterTest, everyCatalogueFormDrawsWithinItsImage) {
             ++drawn;
         }
     EXPECT_GT(drawn, 118);
-}
-
-TEST_F(MathPainterTest, rootBarCoversItsRadicand) {
-    const app::MathStyle style = app::sheetMathStyle();
-    const QImage img =
-        app::mathImage(fl::parse("sqrt(R**2+(XL-XC)**2)"), style, 1.0).convertToFormat(QImage::Format_ARGB32);
-    const QRect ink = inkRect(img);
-    int longest = 0;
-    for (int y = ink.top(); y < ink.top() + 3; ++y)
-        longest = std::max(longest, rowCount(img, y, 200));
-    // The sign takes about half an em on the left; the bar runs over the rest.
-    EXPECT_GE(longest, ink.width() - 14);
 }
 
 // Rows of a rendered view: the "=" beside an image is drawn in a colour of

@@ -148,21 +148,15 @@ TEST(SheetText, boxesBecomeTablesWithTheirColours) {
           "<td bgcolor=\"#ffffff\" align=\"left\" style=\"text-align:left;border:1px solid "
           "#d3d9e1\"><h2>T</h2><table",
           "inner</td></tr></table></td></tr></table>"}},
-        {"message",
+        {"messages: plain, bad, ok",
          boxes(c),
-         R"(<div class="msg">x</div>)",
+         R"(<div class="msg">x</div><div class="msg bad">y</div><div class="msg ok-box">z</div>)",
          {"<table width=\"100%\" cellspacing=\"0\" cellpadding=\"8\" "
           "style=\"margin-top:6px;margin-bottom:6px\">"
           "<tr><td align=\"left\" bgcolor=\"" +
-          c.chip + "\" style=\"text-align:left\">x</td></tr></table>"}},
-        {"bad message",
-         boxes(c),
-         R"(<div class="msg bad">x</div>)",
-         {"bgcolor=\"" + c.chip + "\" style=\"text-align:left;color:" + c.bad + "\">x</td></tr></table>"}},
-        {"ok box",
-         boxes(c),
-         R"(<div class="msg ok-box">x</div>)",
-         {"bgcolor=\"" + c.soft + "\" style=\"text-align:left;color:" + c.ok + "\">x</td></tr></table>"}},
+              c.chip + "\" style=\"text-align:left\">x</td></tr></table>",
+          "bgcolor=\"" + c.chip + "\" style=\"text-align:left;color:" + c.bad + "\">y</td></tr></table>",
+          "bgcolor=\"" + c.soft + "\" style=\"text-align:left;color:" + c.ok + "\">z</td></tr></table>"}},
         {"a step's number in a badge under a line",
          boxes(c),
          step,
@@ -185,28 +179,6 @@ TEST(SheetText, boxesBecomeTablesWithTheirColours) {
             EXPECT_NE(out.find(part), std::string::npos) << part << "\n" << out;
         EXPECT_EQ(out.find(row.absent), std::string::npos) << out;
     }
-}
-
-TEST(SheetText, divsAreFoundByWholeClassWordsAndClosedByNesting) {
-    struct Row {
-        const char* name;
-        const char* html;
-        const char* cls;
-        int expected;
-    };
-    const Row rows[] = {
-        {"one of several words", R"(<p>x</p><div class="card sheet">)", "sheet", 8},
-        {"a longer word is another class", R"(<div class="spoiler-alt">)", "spoiler", -1},
-        {"steps is not step", R"(<div class="steps"><div class="step">)", "step", 19},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(app::findDiv(row.html, 0, QString::fromLatin1(row.cls)), row.expected);
-    }
-    const QString html = R"(<div class="card"><div class="a"><div>x</div></div>y</div>tail)";
-    EXPECT_EQ(html.mid(app::divEnd(html, html.indexOf('>') + 1)), "tail");
-    const QString unclosed = R"(<div class="card"><div>x</div>)";
-    EXPECT_EQ(app::divEnd(unclosed, unclosed.indexOf('>') + 1), unclosed.size());
 }
 
 TEST(SheetText, aSheetThatIsOneCardIsToldWithItsInside) {
@@ -232,34 +204,6 @@ TEST(SheetText, aSheetThatIsOneCardIsToldWithItsInside) {
         EXPECT_EQ(app::wholeCard(row.html, &inside), row.whole);
         EXPECT_EQ(str(inside), row.whole ? row.inside : "untouched");
     }
-}
-
-// Equation cells are centred and their lone images known; the images' sizes
-// are read back; long sheets are cut between top-level tables only.
-TEST(SheetText, equationImagesAndCutsAreFoundInTheRewrittenMarkup) {
-    const QString html =
-        R"(<table class="eqs"><tr><td class="l">I</td><td class="m">=</td><td class="r"><img class="math" src="m:4"></td>)"
-        R"(<td class="n">Divider med <img class="math" src="m:5"></td></tr></table>)"
-        R"(<table><tr><td><img class="math" src="m:6"></td></tr></table>)";
-    const QString out = app::rewriteBoxes(html, light());
-    EXPECT_EQ(out.count("<td valign=\"middle\""), 4);
-    EXPECT_EQ(app::cellImages(out), QSet<QString>{"m:4"});
-
-    const QMap<QString, double> sizes =
-        app::mathSizes(app::inlineSizes("<p class=\"eq\" style=\"font-size:16pt\">S = <img class=\"math\" "
-                                        "src=\"m:2\"></p><p><img class=\"math\" "
-                                        "src=\"m:3\"></p>",
-                                        1.0));
-    EXPECT_EQ(sizes.value("m:2"), 16.0);
-    EXPECT_FALSE(sizes.contains("m:3"));
-
-    const QString tables =
-        "<h3>a</h3><table><tr><td><table></table></td></tr></table><p>b</p><table></table>";
-    const QList<qsizetype> cuts = app::topLevelCuts(tables);
-    ASSERT_EQ(cuts.size(), 3);
-    EXPECT_EQ(cuts[0], 0);
-    EXPECT_EQ(tables.mid(cuts[1], 13), "<table><tr><t");
-    EXPECT_EQ(tables.mid(cuts[2]), "<table></table>");
 }
 
 } // namespace

@@ -1,6 +1,6 @@
-// The sheet view as a widget: whole-cell clicks on tiles, its height, the
-// image cache across rebuilds, redrawing on a change of theme, refitting
-// figures on resize, and the result area's PDF bar.
+// The sheet view as a widget: whole-cell clicks on tiles, the image cache
+// across rebuilds, redrawing on a change of theme, refitting figures on
+// resize, typesetting at every text size, long sheets in pieces.
 #include "app/sheet/mathpainter.h"
 #include "app/sheet/resultarea.h"
 #include "app/sheet/sheettext.h"
@@ -12,7 +12,6 @@
 #include "fl/expr/parser.h"
 #include "fl/expr/render.h"
 #include "fl/fig/canvas.h"
-#include "fl/fig/formulafig.h"
 #include "fl/formulas/catalogue.h"
 #include "fl/formulas/finderview.h"
 #include "fl/formulas/home.h"
@@ -26,7 +25,6 @@
 #include <QGlyphRun>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QPushButton>
 #include <QRawFont>
 #include <QTextBlock>
 #include <QTextCursor>
@@ -122,19 +120,6 @@ TEST_F(SheetViewTest, aClickAnywhereInATileActsOnce) {
         QApplication::processEvents();
         EXPECT_EQ(actions, row.expected);
     }
-}
-
-TEST_F(SheetViewTest, heightFollowsTheDocument) {
-    app::SheetView view;
-    view.resize(600, 50);
-    view.setContent(markup("<p>Én linje.</p>"));
-    const int one = view.height();
-    view.setContent(markup("<p>1</p><p>2</p><p>3</p><p>4</p><p>5</p><p>6</p>"));
-    EXPECT_GT(view.height(), one + 40);
-    view.show();
-    QApplication::processEvents();
-    // Inside the stylesheet's padding the viewport holds the whole document.
-    EXPECT_NEAR(view.viewport()->height(), view.document()->size().height() + 4, 1.0);
 }
 
 // A sheet with a data table, a step with an expression image and a figure, as a provider.
@@ -237,21 +222,6 @@ TEST_F(SheetViewTest, aWiderOrNarrowerViewRefitsItsFigures) {
     EXPECT_EQ(figureWidth(view), 170);
 }
 
-TEST_F(SheetViewTest, pdfBarShowsOnlyWithSomethingToPrint) {
-    app::ResultArea area(nullptr);
-    area.resize(600, 300);
-    EXPECT_TRUE(area.pdfBar()->isHidden());
-    area.setHtml("<p>Et svar.</p>");
-    EXPECT_FALSE(area.pdfBar()->isHidden());
-    area.setHtml("");
-    EXPECT_TRUE(area.pdfBar()->isHidden());
-    area.setHtml("<p>Et svar.</p>");
-    area.clear();
-    EXPECT_TRUE(area.pdfBar()->isHidden());
-    EXPECT_EQ(area.view()->height(), 0);
-    EXPECT_FALSE(area.view()->hasContent());
-}
-
 TEST_F(SheetViewTest, stepModeFollowsTheHost) {
     app::test::FakeHost host;
     host.steps = true;
@@ -259,16 +229,10 @@ TEST_F(SheetViewTest, stepModeFollowsTheHost) {
     EXPECT_TRUE(area.view()->inStepMode()) << "from the host at construction";
     host.setStepMode(false);
     EXPECT_FALSE(area.view()->inStepMode());
-    host.setStepMode(true);
-    EXPECT_TRUE(area.view()->inStepMode());
 
     app::options().trinvis = true;
     EXPECT_TRUE(app::ResultArea(nullptr).view()->inStepMode()) << "without a host, from the options";
 }
-
-} // namespace
-
-namespace {
 
 // The glyphs as the text engine set them, not the format asked for: the
 // fragment's runs at `pt` points, on the line's baseline.
@@ -288,7 +252,8 @@ void expectSetOnTheLine(const QTextBlock& block, const QTextFragment& frag, doub
 // in it is drawn at that size with its main baseline on the text's.
 TEST_F(SheetViewTest, everyPrimaryFormSitsOnOneBaselineAtOneSize) {
     const char* const lines[] = {"<span class=\"eq\" style=\"font-size:13pt\">%1</span>",
-                                 "<p class=\"eq\" style=\"font-size:16pt\">%1</p>", "<div class=\"eq\">%1</div>"};
+                                 "<p class=\"eq\" style=\"font-size:16pt\">%1</p>",
+                                 "<div class=\"eq\">%1</div>"};
     const double sizes[] = {13, 16, 19};
     for (const double scale : {1.0, 1.3}) {
         app::setTextScale(scale);
@@ -301,7 +266,8 @@ TEST_F(SheetViewTest, everyPrimaryFormSitsOnOneBaselineAtOneSize) {
                 view.resize(900, 300);
                 view.setProvider([&] {
                     const std::string line = fl::primaryFormula(f);
-                    return fl::takeRender(QString::fromLatin1(lines[kind]).arg(QString::fromStdString(line)).toStdString());
+                    return fl::takeRender(
+                        QString::fromLatin1(lines[kind]).arg(QString::fromStdString(line)).toStdString());
                 });
                 const QTextBlock block = view.document()->begin();
                 const QTextLine text = block.layout()->lineAt(0);
@@ -386,8 +352,9 @@ TEST_F(SheetViewTest, aLongWorkedSheetArrivesInPiecesFramedByItsDocument) {
     for (int i = 0; i < 60; ++i)
         html += "<div class=\"step\"><p class=\"h4\"><span class=\"stnum\">" + std::to_string(i + 1) +
                 "</span> Trin " + std::to_string(i) + "</p><p>" + std::string(300, 'x') + "</p></div>";
-    const std::string fig = fl::addFigure(R"(<svg xmlns="http://www.w3.org/2000/svg" width="300" height="100">)"
-                                          R"(<rect width="300" height="100" fill="#2457d6"/></svg>)");
+    const std::string fig =
+        fl::addFigure(R"(<svg xmlns="http://www.w3.org/2000/svg" width="300" height="100">)"
+                      R"(<rect width="300" height="100" fill="#2457d6"/></svg>)");
     html += "<p class=\"fig\"><img src=\"" + fig + "\" width=\"300\" height=\"100\"></p></div>";
     const fl::RenderResult sheet = fl::takeRender(html);
     QWidget top;
@@ -474,9 +441,12 @@ TEST_F(SheetViewTest, figuresWithShapesArePaintedFromThemAndTheRestFromTheirSvg)
     }
 }
 
-// Coils and capacitors beside resistors, with a meter: triangles and
-// phasors on the sheet too.
-fl::Circuit acCircuit() {
+// What a student sees must not change with the painter: every figure of an
+// ac circuit's sheet (coils, capacitors, triangles, phasors), painted from its
+// shapes at the size the sheet gives it and narrowed as in a small window,
+// against its SVG rendered at that size. The figure view's test holds the
+// painter in the dark theme.
+TEST_F(SheetViewTest, sheetFiguresPaintedFromShapesLookAsTheirSvg) {
     fl::Circuit c = fl::defaultCircuit("ac");
     c.src["U"] = "230";
     c.root->ch = {fl::makeNode("R", "47"),
@@ -484,13 +454,7 @@ fl::Circuit acCircuit() {
                                {fl::makeNode("L", "0,2"),
                                 fl::makeNode("S", "", {fl::makeNode("R", "100"), fl::makeNode("C", "47u")})}),
                   fl::makeNode("A", "")};
-    return c;
-}
-
-// Every figure of `sheet` that has shapes, painted from them at the size the
-// sheet gives it and narrowed as in a small window, against its SVG rendered
-// at that size; the number compared.
-int compareFigures(const fl::RenderResult& sheet) {
+    const fl::RenderResult sheet = fl::takeRender(fl::regneark(fl::computeSheet(c), c, "x"));
     const QMap<QString, QSize> sizes = app::figureSizes(QString::fromStdString(sheet.html));
     int compared = 0;
     for (size_t n = 0; n < sheet.figs.size(); ++n) {
@@ -498,8 +462,7 @@ int compareFigures(const fl::RenderResult& sheet) {
         if (!shapes) continue;
         const QSize size = sizes.value("f:" + QString::number(n));
         SCOPED_TRACE("f:" + std::to_string(n));
-        EXPECT_TRUE(size.isValid());
-        if (!size.isValid()) continue;
+        ASSERT_TRUE(size.isValid());
         for (const QSize at : {size, size * 0.6}) {
             QImage painted = app::test::panelImage(at.width(), at.height());
             QImage rendered = painted;
@@ -509,40 +472,7 @@ int compareFigures(const fl::RenderResult& sheet) {
         }
         ++compared;
     }
-    return compared;
-}
-
-// What a student sees must not change with the painter: every figure of a
-// circuit's sheet and every formula figure. The figure view's test holds the
-// painter in the dark theme.
-TEST_F(SheetViewTest, sheetFiguresPaintedFromShapesLookAsTheirSvg) {
-    struct Row {
-        const char* name;
-        std::function<std::string()> write;
-        int leastShapes; // figures that must come with shapes
-    };
-    const Row rows[] = {
-        {"ac sheet: schematics with coils, triangles, phasors",
-         [] {
-             fl::Circuit c = acCircuit();
-             return fl::regneark(fl::computeSheet(c), c, "x");
-         },
-         5},
-        {"every formula figure",
-         [] {
-             std::string html;
-             for (const std::string& key : fl::figureKeys())
-                 html += fl::figureMarkup(fl::formulaFigure(key, {}, ""));
-             return html;
-         },
-         int(fl::figureKeys().size()) / 2},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        fl::resetFigures();
-        const std::string html = row.write();
-        EXPECT_GE(compareFigures(fl::takeRender(html)), row.leastShapes);
-    }
+    EXPECT_GE(compared, 5);
 }
 
 } // namespace
