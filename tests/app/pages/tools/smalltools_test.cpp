@@ -26,7 +26,6 @@
 #include <QTest>
 
 #include <cmath>
-#include <memory>
 
 namespace {
 
@@ -53,18 +52,6 @@ class SmallToolsTest : public FreshAppTest {
   protected:
     app::test::FakeHost host;
 };
-
-TEST_F(SmallToolsTest, energyPageWorksOutTheSavingAndHandsItToTheStrip) {
-    app::EnergiPage page(&host);
-    page.field("P")->setText("60");
-    page.field("n")->setText("10");
-    page.field("h")->setText("5");
-    page.field("P2")->setText("8");
-    page.field("Inv")->setText("400");
-    enter(&page, "Inv");
-    EXPECT_TRUE(contains(sheetOf(&page), "Besparelse 2372,5 kr om året")) << sheetOf(&page);
-    EXPECT_DOUBLE_EQ(resultOf(host, "B"), 2372.5);
-}
 
 TEST_F(SmallToolsTest, unitPageOffersTheUnitsOfTheChosenKind) {
     app::EnhederPage page(&host);
@@ -145,23 +132,6 @@ TEST_F(SmallToolsTest, vectorAndTrianglePagesAskForWhatTheirFormNeeds) {
     enter(&tri, "B");
     EXPECT_NEAR(resultOf(host, "c"), 5, 1e-9);
     EXPECT_NE(tri.resultArea()->view()->markup().find("<img src=\"f:"), std::string::npos);
-}
-
-TEST_F(SmallToolsTest, acPageShowsThePhasorsAndTheTriangleBesideItsSteps) {
-    app::AcPage page(&host);
-    EXPECT_EQ(page.field("f")->text(), "50");
-    EXPECT_EQ(page.field("U")->text(), "230");
-    page.field("R")->setText("30");
-    page.field("L")->setText("0,2");
-    page.field("C")->setText("100u");
-    enter(&page, "C");
-    const std::string markup = page.resultArea()->view()->markup();
-    size_t figures = 0;
-    for (size_t at = markup.find("<img src=\"f:"); at != std::string::npos; at = markup.find("<img src=\"f:", at + 1))
-        ++figures;
-    EXPECT_EQ(figures, 2u);
-    const double xl = 2 * M_PI * 50 * 0.2, xc = 1 / (2 * M_PI * 50 * 100e-6);
-    EXPECT_NEAR(resultOf(host, "Z"), std::hypot(30, xl - xc), 1e-9);
 }
 
 TEST_F(SmallToolsTest, demonstrationRedrawsAtEveryMoveAndFindsResonance) {
