@@ -11,7 +11,7 @@
 namespace fl {
 namespace {
 
-const std::map<std::string, double> kVars{{"a", 3}, {"b", 4}, {"U", 230}, {"R", 47}, {"Pi", 10}};
+const std::map<std::string, double> kVars{{"a", 3}, {"b", 4}, {"Pi", 10}};
 
 struct ValueRow {
     const char* name;
@@ -21,9 +21,6 @@ struct ValueRow {
 
 const ValueRow kValues[] = {
     {"leftToRightDivision", "12/3/2", 2},
-    {"negativeExponent", "2**-1", 0.5},
-    {"minusOfProductTerm", "-a*b+1", -11},
-    {"variables", "U**2/R", 230.0 * 230.0 / 47.0},
     {"piConstant", "2*pi", 2 * 3.141592653589793},
     {"namedPiVariable", "Pi*2", 20},
     {"sineInDegrees", "sin(30)", 0.5},

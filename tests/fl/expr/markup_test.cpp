@@ -1,5 +1,5 @@
-// The rendering pass's lists and the joining of results with renumbered
-// image references; the text helpers and the block builders.
+// The joining of results with renumbered image references; the text helpers
+// and the block builders.
 #include "fl/expr/markup.h"
 
 #include <gtest/gtest.h>
@@ -7,13 +7,7 @@
 namespace fl {
 namespace {
 
-class MarkupTest : public ::testing::Test {
-  protected:
-    void SetUp() override { resetFigures(); }
-    void TearDown() override { resetFigures(); }
-};
-
-TEST_F(MarkupTest, appendRenumbersFiguresAndMathsSeparately) {
+TEST(Markup, appendRenumbersFiguresAndMathsSeparately) {
     RenderResult first;
     first.html = "<img src=\"f:0\" width=\"10\" height=\"20\"><img src=\"f:1\" width=\"1\" height=\"1\">";
     first.figs = {"a", "b"};
@@ -57,14 +51,14 @@ const TextRow kTextRows[] = {
     {"plainTagsAndEntities", htmlToPlain, "<b>U</b>&nbsp;&lt;&nbsp;5 &amp; &gt;", "U < 5 & >"},
 };
 
-TEST_F(MarkupTest, textHelpers) {
+TEST(Markup, textHelpers) {
     for (const TextRow& row : kTextRows) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(row.fn(row.input), row.expected);
     }
 }
 
-TEST_F(MarkupTest, stepBlocksNumberTheirStepsAndCiteTheBook) {
+TEST(Markup, stepBlocksNumberTheirStepsAndCiteTheBook) {
     const std::vector<StepBlock> steps = {
         {"Find I", "6", "<p>a</p>"}, {"Find P", "YΔ-arket", "<p>b</p>"}, {"Find Q", "", "<p>c</p>"}};
     const std::string head = "<h3 class=\"sh\">Udregning trin for trin</h3><div class=\"steps\">";
@@ -82,7 +76,7 @@ TEST_F(MarkupTest, stepBlocksNumberTheirStepsAndCiteTheBook) {
     EXPECT_EQ(stepBlocks({}), "");
 }
 
-TEST_F(MarkupTest, sheetPutsItsSectionsInOrderAndLeavesOutTheEmpty) {
+TEST(Markup, sheetPutsItsSectionsInOrderAndLeavesOutTheEmpty) {
     SheetSections s;
     s.given = {"U = 230 V", "R = 47 Ω"};
     s.steps = {{"Find I", "3", "<p>I = U / R</p>"}};
@@ -111,7 +105,7 @@ TEST_F(MarkupTest, sheetPutsItsSectionsInOrderAndLeavesOutTheEmpty) {
 }
 
 // An index, an entity, a span and bold adding nothing, other tags dropped.
-TEST_F(MarkupTest, parseRichRuns) {
+TEST(Markup, parseRichRuns) {
     using Runs = std::vector<std::pair<std::string, Script>>;
     const std::pair<const char*, Runs> rows[] = {
         {"U<sub>1</sub> &lt; 5", {{"U", Script::Normal}, {"1", Script::Sub}, {" < 5", Script::Normal}}},
