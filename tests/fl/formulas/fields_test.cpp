@@ -89,7 +89,6 @@ TEST(InterpretLine, showsTheValueAsReadOrAWarning) {
     const Row rows[] = {
         {"empty", "", ""},
         {"prefix", "4,7k", "= 4700"},
-        {"negative", "-5", "= −5"},
         {"unreadable", "abc", "<span style=\"color:#c62828\">kan ikke læses</span>"},
         {"too large for the computer", "1e999", "<span style=\"color:#c62828\">for stort tal</span>"},
     };

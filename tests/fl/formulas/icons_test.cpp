@@ -60,48 +60,35 @@ bool isPathData(const QString& d) {
     return !d.isEmpty();
 }
 
-bool isNumber(const QString& s) {
-    bool ok = false;
-    s.toDouble(&ok);
-    return ok;
-}
-
-// Checks one document; returns the number of shapes, or −1 with a failure
-// recorded.
+// Checks one document; returns the number of shapes.
 int checkDocument(const std::string& doc, const std::string& colour) {
     QXmlStreamReader xml(QByteArray::fromStdString(doc));
-    int shapes = 0;
-    int depth = 0;
+    int shapes = 0, depth = 0;
     while (!xml.atEnd()) {
         xml.readNext();
-        if (xml.isEndElement()) --depth;
+        depth += int(xml.isStartElement()) - int(xml.isEndElement());
         if (!xml.isStartElement()) continue;
-        ++depth;
         const QXmlStreamAttributes attrs = xml.attributes();
+        const QString name = xml.name().toString();
         if (depth == 1) {
-            EXPECT_EQ(xml.name(), QStringLiteral("svg"));
+            EXPECT_EQ(name, QStringLiteral("svg"));
             EXPECT_EQ(xml.namespaceUri(), QStringLiteral("http://www.w3.org/2000/svg"));
             // The page's colour; size and weight show in the rendering below.
             EXPECT_EQ(attrs.value("stroke").toString().toStdString(), colour);
             continue;
         }
-        const QString name = xml.name().toString();
         EXPECT_EQ(depth, 2) << "nested element " << name.toStdString();
         const auto allowed = kAllowed.find(name);
-        if (allowed == kAllowed.end()) {
-            ADD_FAILURE() << "element " << name.toStdString();
-            continue;
-        }
-        ++shapes;
+        EXPECT_TRUE(allowed != kAllowed.end()) << "element " << name.toStdString();
+        shapes += allowed != kAllowed.end();
         for (const QXmlStreamAttribute& a : attrs) {
-            const QString attr = a.name().toString();
-            EXPECT_TRUE(allowed->second.count(attr)) << name.toStdString() << " with " << attr.toStdString();
-            const QString value = a.value().toString();
-            if (attr == "d") {
-                EXPECT_TRUE(isPathData(value)) << value.toStdString();
-            } else if (attr != "points") {
-                EXPECT_TRUE(isNumber(value)) << attr.toStdString() << "=" << value.toStdString();
-            }
+            const QString attr = a.name().toString(), value = a.value().toString();
+            bool number = false;
+            value.toDouble(&number);
+            EXPECT_TRUE(allowed != kAllowed.end() && allowed->second.count(attr))
+                << name.toStdString() << " with " << attr.toStdString();
+            EXPECT_TRUE(attr == "points" || (attr == "d" ? isPathData(value) : number))
+                << attr.toStdString() << "=" << value.toStdString();
         }
     }
     EXPECT_FALSE(xml.hasError()) << xml.errorString().toStdString() << " at line " << xml.lineNumber()
