@@ -346,6 +346,8 @@ formula-text-leading-minus-dropped@@fl/formulas/solve.cpp@@out += t.sign < 0 ? "
 inverse-trig-not-an-angle@@fl/formulas/solve.cpp@@n->degree = node->kind == NodeKind::Func &&@@n->degree = false &&@@solve_test fl_tools_test
 exercise-key-topic-misspelt@@fl/formulas/lists.cpp@@"sub:El-lære|Parallel vekselstrøm"@@"sub:El-lære|Parallel-vekselstrøm"@@glossary_test formulas_test
 teacher-key-kind-misspelt@@fl/formulas/lists.cpp@@"tekst:spole"@@"tekts:spole"@@glossary_test formulas_test
+icon-colour-ignored@@fl/formulas/icons.cpp@@attributeText(strokeColour) +@@std::string("#2457d6") +@@icons_test
+icon-shape-filled@@fl/formulas/icons.cpp@@R"(<circle cx="11" cy="24" r="7"/>)"@@R"(<circle cx="11" cy="24" r="7" fill="#000"/>)"@@icons_test
 EOF
 )
 
