@@ -1,6 +1,5 @@
 #include "fl/circuit/sheet.h"
 
-#include "fl/expr/symbols.h"
 #include "tests/fl/circuit/circuits.h"
 
 #include <gtest/gtest.h>
@@ -137,10 +136,6 @@ TEST(Solve, asksWhetherAPrefixWasMeantForUnrealisticValues) {
         std::string::npos)
         << s.error;
     EXPECT_NE(s.error.find("<b>L1 = 25 H</b> er urealistisk stort"), std::string::npos);
-
-    // Direct current has no such question.
-    Circuit dc = circuit("dc", {leaf("R", "0,02")}, {{"U", "1"}});
-    EXPECT_EQ(computeSheet(dc).error, "");
 }
 
 TEST(Solve, worksForwardsAndBackwards) {
@@ -215,24 +210,6 @@ TEST(Solve, impedanceAloneUsesAnAuxiliaryVoltageThatIsNeverShown) {
         EXPECT_FALSE(s.values.count(sym)) << sym;
 }
 
-TEST(Solve, contradictionsBecomeMismatches) {
-    Circuit c = circuit("dc", {leaf("R", "4"), leaf("R", "2")}, {{"U", "12"}, {"I", "3"}});
-    const Sheet s = computeSheet(c);
-    ASSERT_EQ(s.error, "");
-    ASSERT_EQ(s.mismatches.size(), 1u);
-    EXPECT_EQ(s.mismatches[0].symbol, "I");
-    EXPECT_EQ(s.mismatches[0].label, "samlet strøm");
-    EXPECT_DOUBLE_EQ(s.mismatches[0].given, 3);
-    EXPECT_DOUBLE_EQ(s.mismatches[0].computed, 2);
-    EXPECT_EQ(s.notes.size(), 1u);
-
-    // A given impedance that doesn't fit is named as such.
-    Circuit z = circuit("ac", {leaf("R", "30")}, {{"U", "10"}, {"Z", "31"}});
-    const Sheet zs = computeSheet(z);
-    ASSERT_EQ(zs.mismatches.size(), 1u);
-    EXPECT_EQ(zs.mismatches[0].symbol, "Z");
-}
-
 TEST(Solve, givesACoilAnOwnResistanceWhenTheNumbersNeedIt) {
     // 100 V over R1 = 10 Ω and a coil with X = 40 Ω and R = 20 Ω: I = 2 A.
     Circuit c =
@@ -241,13 +218,7 @@ TEST(Solve, givesACoilAnOwnResistanceWhenTheNumbersNeedIt) {
     ASSERT_EQ(s.error, "");
     EXPECT_TRUE(s.mismatches.empty());
     EXPECT_NEAR(s.values.at("R_L1"), 20, 1e-6); // the walkthrough test holds the note
-    EXPECT_EQ(c.root->ch[1]->r, ""); // the retry's "?" is gone again
-
-    // When even that doesn't fit, the first answer stands with a word about the try.
-    Circuit hopeless = circuit("ac", {leaf("R", "10"), leaf("L", "0,1")}, {{"U", "100"}, {"I", "20"}});
-    const Sheet h = computeSheet(hopeless);
-    ASSERT_EQ(h.error, "");
-    EXPECT_FALSE(h.mismatches.empty());
+    EXPECT_EQ(c.root->ch[1]->r, "");            // the retry's "?" is gone again
 }
 
 TEST(Solve, namesEqualGroupsInSeries) {
@@ -262,15 +233,6 @@ TEST(Solve, namesEqualGroupsInSeries) {
     EXPECT_EQ(s.searchSteps[0].formula, "U/2");
     EXPECT_NEAR(s.values.at("U_A"), 115, 1e-7);
     EXPECT_NEAR(s.values.at("U_B"), 115, 1e-7);
-}
-
-TEST(Solve, degenerateValuesStopTheSheetInsteadOfThrowing) {
-    Circuit shorted = circuit("dc", {group("P", {leaf("R", "0"), leaf("R", "10")})}, {{"U", "10"}});
-    const Sheet s = computeSheet(shorted);
-    EXPECT_EQ(s.error, "");
-    EXPECT_TRUE(s.stopped);
-    for (const auto& [sym, v] : s.values)
-        EXPECT_TRUE(std::isfinite(v)) << sym;
 }
 
 TEST(Solve, anyTypedTextGivesAMessageOrASheetNeverAnException) {
