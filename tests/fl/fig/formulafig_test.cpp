@@ -13,7 +13,6 @@
 #include <cmath>
 #include <limits>
 #include <random>
-#include <optional>
 #include <set>
 #include <sstream>
 
@@ -56,7 +55,6 @@ TEST(FormulaFigureTest, everyKeyOfTheCatalogueHasAFigureAndOnlyThose) {
 // nor out of the figure.
 TEST(FormulaFigureTest, everyFamilysFigureIsWellFormedAndItsLabelsKeepClear) {
     std::mt19937 rng(47);
-    std::set<std::string> seen;
     int drawn = 0;
     for (const Formula& f : catalogue()) {
         if (f.figure.empty()) continue;
@@ -82,10 +80,7 @@ TEST(FormulaFigureTest, everyFamilysFigureIsWellFormedAndItsLabelsKeepClear) {
                 EXPECT_EQ(testing::labelClashes(svg, fig.w, fig.h), "") << svg;
                 ++drawn;
             }
-        seen.insert(f.figure);
     }
-    for (const std::string& key : figureKeys())
-        EXPECT_TRUE(seen.count(key)) << key;
     EXPECT_GT(drawn, 1000);
 }
 
@@ -96,8 +91,11 @@ TEST(FormulaFigureTest, badNumbersLeaveTheSymbolAloneAndNeverBreakTheFigure) {
         const char* name;
         double value;
         bool shows; // the number may be printed
-    } rows[] = {{"zero", 0, false},   {"negative", -5, false}, {"not a number", kNaN, false},
-                {"infinite", std::numeric_limits<double>::infinity(), false}, {"huge", 1e300, true},
+    } rows[] = {{"zero", 0, false},
+                {"negative", -5, false},
+                {"not a number", kNaN, false},
+                {"infinite", std::numeric_limits<double>::infinity(), false},
+                {"huge", 1e300, true},
                 {"tiny", 1e-300, true}};
     for (const auto& [key, symbols] : symbolsByKey()) {
         for (const auto& r : rows) {
@@ -188,79 +186,11 @@ TEST(FormulaFigureTest, aPolygonOfAHugeCountStillCloses) {
         SCOPED_TRACE(n);
         int corners = 0;
         for (const auto& e : svgElements(figureFor("poly", {{"n", n}}, "")))
-            if (e.tag == "polygon") corners = static_cast<int>(std::count(e.attrs.at("points").begin(),
-                                                                          e.attrs.at("points").end(), ',')) ;
+            if (e.tag == "polygon")
+                corners = static_cast<int>(
+                    std::count(e.attrs.at("points").begin(), e.attrs.at("points").end(), ','));
         EXPECT_GE(corners, 3);
     }
-}
-
-// Inside the convex outline, borders excluded.
-bool inside(const std::vector<Pt>& poly, double x, double y) {
-    int sign = 0;
-    for (size_t i = 0; i < poly.size(); ++i) {
-        const auto [ax, ay] = poly[i];
-        const auto [bx, by] = poly[(i + 1) % poly.size()];
-        const double cross = (bx - ax) * (y - ay) - (by - ay) * (x - ax);
-        const int s = cross > 0 ? 1 : cross < 0 ? -1 : 0;
-        if (s == 0 || (sign != 0 && s != sign)) return false;
-        sign = s;
-    }
-    return true;
-}
-
-// The height's label and the area's text share the inside of a triangle or
-// a trapezium: whatever the numbers, neither runs over the other, and the
-// area stays within the outline.
-TEST(FormulaFigureTest, theHeightAndTheAreaStayApartAndInsideTheShape) {
-    std::mt19937 rng(5);
-    std::uniform_real_distribution<double> exponent(-3, 6);
-    const auto any = [&] { return std::round(std::pow(10.0, exponent(rng)) * 1e4) / 1e4; };
-    int checked = 0;
-    for (int k = 0; k < 300; ++k) {
-        const bool trap = k % 2 == 1;
-        std::map<std::string, double> values = {{"h", any()}, {"A", any()}};
-        if (trap) values["a"] = any(), values["b"] = any();
-        else values["g"] = any();
-        const char* sought = k % 3 == 0 ? "A" : "h";
-        const std::string svg = figureFor(trap ? "trap" : "triA", values, sought);
-        SCOPED_TRACE(svg);
-        std::vector<Pt> outline;
-        std::optional<testing::Box> height, area;
-        double heightX = NAN;
-        for (const auto& e : svgElements(svg)) {
-            if (e.tag == "line" && e.has("stroke-dasharray")) heightX = e.num("x1");
-            if (e.tag == "polygon" && outline.empty()) outline = testing::svgPoints(e);
-            if (e.tag != "text" || e.has("stroke")) continue;
-            if (e.text.rfind("h = ", 0) == 0) height = testing::textBox(e);
-            if (e.text.rfind("A = ", 0) == 0 || e.text.rfind("Areal = ", 0) == 0) area = testing::textBox(e);
-        }
-        ASSERT_GE(outline.size(), 3u);
-        ASSERT_TRUE(height && area);
-        const bool apart = height->x1 <= area->x0 || area->x1 <= height->x0 || height->y1 <= area->y0 ||
-                           area->y1 <= height->y0;
-        EXPECT_TRUE(apart);
-        // Where the shape has no room for it, the area stands beside it on the right.
-        double right = 0;
-        for (const auto& p : outline)
-            right = std::max(right, p.x);
-        if (area->x0 <= right) {
-            for (double x : {area->x0, area->x1})
-                for (double y : {area->y0, area->y1})
-                    EXPECT_TRUE(inside(outline, x, y)) << x << "," << y;
-        }
-        for (double y : {height->y0, height->y1})
-            EXPECT_TRUE(inside(outline, height->x1, y)) << "the height's text crosses the outline";
-        // The height stands on the top (a corner or a side), not in the air beside it.
-        double topY = 1e9, topX0 = 1e9, topX1 = -1e9;
-        for (const auto& p : outline)
-            topY = std::min(topY, p.y);
-        for (const auto& p : outline)
-            if (p.y == topY) topX0 = std::min(topX0, p.x), topX1 = std::max(topX1, p.x);
-        EXPECT_GE(heightX, topX0 - 0.1);
-        EXPECT_LE(heightX, topX1 + 0.1);
-        ++checked;
-    }
-    EXPECT_EQ(checked, 300);
 }
 
 // Compensation draws two angles at one corner: each name stands by its own
