@@ -302,6 +302,17 @@ cos-hundred-not-a-percentage@@fl/circuit/setup.cpp@@if (v > 1.0 && v <= 100.0) {
 count-message-singular-for-none@@fl/circuit/setup.cpp@@(reachable == 1 ? "kendt værdi" : "kendte værdier")@@(reachable <= 1 ? "kendt værdi" : "kendte værdier")@@circuit_test
 series-appends-at-the-end@@fl/circuit/model.cpp@@ch.insert(std::find(ch.begin(), ch.end(), node) + 1, leaf);@@ch.push_back(leaf);@@circuit_test
 delete-in-main-series-selects-root@@fl/circuit/model.cpp@@c.sel = parent == c.root ? std::string() : parent->id;@@c.sel = parent->id;@@circuit_test
+circuit-ids-not-noted-on-read@@fl/circuit/json.cpp@@    noteIds(c.root);@@@@circuit_test
+mode-switch-drops-unsaved-edits@@fl/circuit/model.cpp@@        saveCircuit();@@@@circuit_test
+frequency-zero-used-as-given@@fl/circuit/forward.cpp@@    if (!(f > 0.0)) f = 50.0;@@    if (std::isnan(f)) f = 50.0;@@circuit_test
+coil-own-resistance-field-ignored@@fl/circuit/forward.cpp@@                    in[s] = r;@@                    in[s] = 0;@@circuit_test
+cos-target-compared-by-ratio@@fl/circuit/search.cpp@@r[t] = targetIsCos_[t] ? (c - g) * 5.0 :@@r[t] = false ? (c - g) * 5.0 :@@circuit_test
+auxiliary-voltage-results-shown@@fl/circuit/sheet.cpp@@it = scalesWithVoltage(it->first) ? values.erase(it) : std::next(it);@@it = std::next(it);@@circuit_test
+coil-retry-leaves-resistance-unknown@@fl/circuit/sheet.cpp@@FieldRestore unknownR(coil->r, "?");@@coil->r = "?";@@circuit_test
+active-power-cites-wrong-page@@fl/circuit/steps.cpp@@add("P", "U*I*cosphi", "Aktiv effekt", "13", root);@@add("P", "U*I*cosphi", "Aktiv effekt", "14", root);@@circuit_sheets_test
+figure-halo-in-text-colour@@fl/fig/style.cpp@@slot[halo ? 1 : static_cast<size_t>(style.colour)]@@slot[static_cast<size_t>(style.colour)]@@fig_test
+joined-sheets-shapes-misnumbered@@fl/expr/markup.cpp@@        figShapes.resize(figs.size());@@@@fig_test
+compensation-angle-named-in-the-other-sector@@fl/fig/canvas.cpp@@            own = rest;@@            (void)rest;@@fig_test
 save-failure-not-shown@@app/shell/mainwindow.cpp@@const bool failing = DataStore::instance().saveFailing();@@const bool failing = false;@@app_test
 first-look-marked-as-a-save@@app/shell/mainwindow.cpp@@if (lastSaved.isValid() && modified.isValid()) {@@if (modified.isValid()) {@@app_test
 crash-record-sent-unnamed@@app/shell/service.cpp@@if (storeGet(key::Telemetry).asBool(false)) symboliseCrashFile(dataDir + "/crash.txt");@@if (false) symboliseCrashFile(dataDir + "/crash.txt");@@startup_test
