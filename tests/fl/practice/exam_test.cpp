@@ -61,13 +61,16 @@ TEST_F(ExamTest, theClockHandsInAtTheLimitAndRecordsTheTimeUsed) {
     EXPECT_EQ(rec.total, 5);
 }
 
-TEST_F(ExamTest, withoutALimitTheTimeUsedIsTheTimeTaken) {
+TEST_F(ExamTest, withoutALimitTheTimeUsedIsTheTimeTakenAndTheClockCountsDown) {
     Exam exam = examOf(3, 0);
     EXPECT_EQ(secondsLeft(exam, kStart + 100 * kMinute), -1);
     EXPECT_FALSE(timeIsUp(exam, kStart + 1000 * kMinute));
     handIn(exam, kStart + 3 * kMinute + 20'400);
     EXPECT_EQ(exam.usedSeconds, 200);
     EXPECT_EQ(durationText(exam.usedSeconds), "3 min 20 s");
+    const std::pair<int, const char*> clock[] = {{9, "0:09"}, {61, "1:01"}, {3600, "60:00"}, {-5, "0:00"}};
+    for (const auto& [seconds, text] : clock)
+        EXPECT_EQ(clockText(seconds), text);
 }
 
 TEST_F(ExamTest, pointsAndVerdictFollowThePercentage) {
@@ -136,12 +139,6 @@ TEST_F(ExamTest, rowsShowAnswerFacitAndTheTipOfAWrongAnswer) {
             EXPECT_EQ(html.find("Tip:"), std::string::npos);
         }
     }
-}
-
-TEST_F(ExamTest, clockTextCountsDownInMinutesAndSeconds) {
-    const std::pair<int, const char*> rows[] = {{0, "0:00"}, {9, "0:09"}, {61, "1:01"}, {3600, "60:00"}, {-5, "0:00"}};
-    for (const auto& [seconds, text] : rows)
-        EXPECT_EQ(clockText(seconds), text);
 }
 
 } // namespace
