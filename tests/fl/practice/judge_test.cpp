@@ -150,7 +150,7 @@ TEST_F(JudgeTest, nearAndFarAnswers) {
     ASSERT_FALSE(ex.empty());
     const double f = ex.facit;
     EXPECT_EQ(diagnoseAnswer(f * 1.07, f, ex).rfind("Du er tæt på.", 0), 0u);
-    EXPECT_EQ(diagnoseAnswer(f * 1.5, f, ex), "");
+    EXPECT_EQ(diagnoseAnswer(f * 1.12, f, ex), "");
     EXPECT_EQ(diagnoseAnswer(0, f, ex), ""); // no mistake gives zero
     // Half the facit on a motor page is the poles, not a bare factor 2.
     const Exercise motor = exerciseFor(*findFormula("motSlip"), "nr");

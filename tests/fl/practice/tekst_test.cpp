@@ -49,65 +49,76 @@ double tanOfAcos(double c) {
 
 const std::vector<Scenario>& scenarios() {
     static const std::vector<Scenario> table = {
-        {"kedel", {"P", "U", "t_min", "k_el"},
-         [](const Vars& v) {
+        {"kedel",
+         {"P", "U", "t_min", "k_el"},
+         [](const Vars& v) -> std::vector<Expected> {
              const double P = v.at("P"), t = v.at("t_min"), k = v.at("k_el");
              const double I = P / 230, E = P / 1000 * t / 60 * 365;
-             return std::vector<Expected>{{I, 5, 15}, {230 / I, 15, 35}, {E, 100, 600}, {E * k, 100, 2000}};
+             return {{I, 5, 15}, {230 / I, 15, 35}, {E, 100, 600}, {E * k, 100, 2000}};
          }},
-        {"kabel", {"l", "q", "I", "U", "rho"},
-         [](const Vars& v) {
+        {"kabel",
+         {"l", "q", "I", "U", "rho"},
+         [](const Vars& v) -> std::vector<Expected> {
              const double R = 0.0175 * 2 * v.at("l") / v.at("q"), I = v.at("I");
              const double dU = I * R;
-             return std::vector<Expected>{
-                 {R, 0.2, 1.5}, {dU, 2, 25}, {dU / 230 * 100, 1, 11}, {230 - dU, 200, 228}, {I * I * R, 20, 400}};
+             return {{R, 0.2, 1.5},
+                     {dU, 2, 25},
+                     {dU / 230 * 100, 1, 11},
+                     {230 - dU, 200, 228},
+                     {I * I * R, 20, 400}};
          }},
-        {"spole", {"L", "R", "U", "f", "I"},
-         [](const Vars& v) {
+        {"spole",
+         {"L", "R", "U", "f", "I"},
+         [](const Vars& v) -> std::vector<Expected> {
              const double I = v.at("I"), Z = 230 / I, X = 2 * kPi * 50 * v.at("L");
              const double R = std::sqrt(Z * Z - X * X);
              // The coil's resistance comes back within the ammeter's rounding of the drawn one.
              EXPECT_NEAR(R, v.at("R"), 0.03 * v.at("R") + 0.5);
-             return std::vector<Expected>{{Z, 20, 100}, {X, 15, 63}, {R, 15, 75}, {R / Z, 0.25, 1}, {I * I * R, 50, 2500}};
+             return {{Z, 20, 100}, {X, 15, 63}, {R, 15, 75}, {R / Z, 0.25, 1}, {I * I * R, 50, 2500}};
          }},
-        {"komp", {"P", "U", "f", "cosphi1", "cosphi2"},
-         [](const Vars& v) {
+        {"komp",
+         {"P", "U", "f", "cosphi1", "cosphi2"},
+         [](const Vars& v) -> std::vector<Expected> {
              const double P = v.at("P"), c1 = v.at("cosphi1"), c2 = v.at("cosphi2");
              const double Q = P * (tanOfAcos(c1) - tanOfAcos(c2));
-             return std::vector<Expected>{{P / (230 * c1), 3, 15},
-                                          {Q, 100, 1600},
-                                          {Q / (2 * kPi * 50 * 230 * 230), 5e-6, 100e-6},
-                                          {P / (230 * c2), 3, 11}};
+             return {{P / (230 * c1), 3, 15},
+                     {Q, 100, 1600},
+                     {Q / (2 * kPi * 50 * 230 * 230), 5e-6, 100e-6},
+                     {P / (230 * c2), 3, 11}};
          }},
-        {"varme3", {"R", "U_N"},
-         [](const Vars& v) {
+        {"varme3",
+         {"R", "U_N"},
+         [](const Vars& v) -> std::vector<Expected> {
              const double R = v.at("R"), UF = 400 / std::sqrt(3.0), I = UF / R;
-             return std::vector<Expected>{{UF, 230, 231}, {I, 4, 12}, {3 * UF * I, 2500, 8500}, {3 * 400 * 400 / R, 8000, 24500}};
+             return {{UF, 230, 231}, {I, 4, 12}, {3 * UF * I, 2500, 8500}, {3 * 400 * 400 / R, 8000, 24500}};
          }},
-        {"motor", {"P_2", "U_N", "cosphi", "eta", "nr", "f", "p"},
-         [](const Vars& v) {
+        {"motor",
+         {"P_2", "U_N", "cosphi", "eta", "nr", "f", "p"},
+         [](const Vars& v) -> std::vector<Expected> {
              const double P2 = v.at("P_2"), nr = v.at("nr");
              // The synchronous speed is the nearest one above the running speed.
              double ns = 0;
              for (double s : {750.0, 1000.0, 1500.0, 3000.0})
                  if (s > nr && ns == 0) ns = s;
              const double P1 = P2 / v.at("eta");
-             return std::vector<Expected>{{ns, 1000, 3000},
-                                          {P1, 2400, 9200},
-                                          {P1 / (std::sqrt(3.0) * 400 * v.at("cosphi")), 3.5, 17},
-                                          {(ns - nr) / ns * 100, 2, 6},
-                                          {P2 * 60 / (2 * kPi * nr), 7, 75}};
+             return {{ns, 1000, 3000},
+                     {P1, 2400, 9200},
+                     {P1 / (std::sqrt(3.0) * 400 * v.at("cosphi")), 3.5, 17},
+                     {(ns - nr) / ns * 100, 2, 6},
+                     {P2 * 60 / (2 * kPi * nr), 7, 75}};
          }},
-        {"rc", {"R", "C", "U", "f"},
-         [](const Vars& v) {
+        {"rc",
+         {"R", "C", "U", "f"},
+         [](const Vars& v) -> std::vector<Expected> {
              const double R = v.at("R"), X = 1 / (2 * kPi * 50 * v.at("C"));
              const double Z = std::hypot(R, X), I = 230 / Z;
-             return std::vector<Expected>{{X, 90, 680}, {Z, 100, 830}, {I, 0.25, 2.3}, {I * R, 15, 230}, {I * X, 30, 230}};
+             return {{X, 90, 680}, {Z, 100, 830}, {I, 0.25, 2.3}, {I * R, 15, 230}, {I * X, 30, 230}};
          }},
-        {"trafo", {"U_P", "U_S", "N_P", "P"},
-         [](const Vars& v) {
+        {"trafo",
+         {"U_P", "U_S", "N_P", "P"},
+         [](const Vars& v) -> std::vector<Expected> {
              const double n = 230 / v.at("U_S"), IS = v.at("P") / v.at("U_S");
-             return std::vector<Expected>{{n, 9, 20}, {v.at("N_P") / n, 30, 150}, {IS, 2, 13}, {IS / n, 0.2, 0.7}};
+             return {{n, 9, 20}, {v.at("N_P") / n, 30, 150}, {IS, 2, 13}, {IS / n, 0.2, 0.7}};
          }},
     };
     return table;
@@ -180,27 +191,16 @@ TEST_F(TekstTest, theMotorsHintCountsThePolePairs) {
     g.vars["nr"] = 1420;
     g.vars["p"] = 2;
     workParts(g);
-    EXPECT_NE(g.parts[0].solution.find("60 · 50 / 1420 = 2,1127, rundet ned: p = <b>2</b>."), std::string::npos)
+    EXPECT_NE(g.parts[0].solution.find("60 · 50 / 1420 = 2,1127, rundet ned: p = <b>2</b>."),
+              std::string::npos)
         << g.parts[0].solution;
 }
 
 TEST_F(TekstTest, aPartWithoutAUsableAnswerThrowsTheDrawAway) {
-    struct Row {
-        const char* name;
-        const char* formula;
-        const char* error;
-    };
-    const Row rows[] = {
-        {"zero", "U-U", "ugyldigt"},
-        {"division by zero", "U/(U-U)", "intet reelt svar"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        TekstGen g;
-        g.vars = {{"U", 230}};
-        g.parts = {{"", "V", row.formula, "x", "?"}};
-        EXPECT_EQ(errorOf([&] { workParts(g); }), row.error);
-    }
+    TekstGen g;
+    g.vars = {{"U", 230}};
+    g.parts = {{"", "V", "U-U", "x", "?"}};
+    EXPECT_EQ(errorOf([&] { workParts(g); }), "ugyldigt");
 }
 
 TEST_F(TekstTest, aClosedScenarioIsNeverDrawnUnlessAllAre) {
@@ -208,13 +208,14 @@ TEST_F(TekstTest, aClosedScenarioIsNeverDrawnUnlessAllAre) {
     for (int i = 0; i < 50; ++i)
         EXPECT_EQ(makeTekst("alle", onlyKedel)->key, "kedel");
     // A closed choice falls back to every scenario, as does a list where all are closed.
-    std::set<std::string> seen;
+    std::set<std::string> closedChoice, allClosed;
     const KeyFilter none = [](const std::string&) { return false; };
     for (int i = 0; i < 200; ++i) {
-        seen.insert(makeTekst("alle", none)->key);
-        seen.insert(makeTekst("komp", onlyKedel)->key);
+        allClosed.insert(makeTekst("alle", none)->key);
+        closedChoice.insert(makeTekst("komp", onlyKedel)->key);
     }
-    EXPECT_EQ(seen.size(), tekstTopics().size());
+    EXPECT_EQ(allClosed.size(), tekstTopics().size());
+    EXPECT_EQ(closedChoice.size(), tekstTopics().size());
     EXPECT_EQ(openTekstTopics(onlyKedel).size(), 1u);
 }
 
@@ -260,7 +261,9 @@ TEST_F(TekstTest, theSolutionListsTheGivensAndEveryPartInOrder) {
     const TekstProblem p = *makeTekst("rc");
     resetFigures();
     const std::string html = tekstSolutionHtml(p);
-    EXPECT_EQ(html.rfind("<div class=\"card\"><h3 class=\"sh\">Løsning – Modstand og kondensator i serie</h3>", 0), 0u);
+    EXPECT_EQ(
+        html.rfind("<div class=\"card\"><h3 class=\"sh\">Løsning – Modstand og kondensator i serie</h3>", 0),
+        0u);
     // The capacitance among the givens is shown in µF.
     EXPECT_NE(html.find(storyNumber(p.vars.at("C") * 1e6) + " µF"), std::string::npos);
     size_t at = 0;
@@ -273,7 +276,8 @@ TEST_F(TekstTest, theSolutionListsTheGivensAndEveryPartInOrder) {
     // An index in a hint is a subscript, in the solution and under the row.
     EXPECT_NE(html.find("X<sub>C</sub> = 1 / (2 · π · f · C)"), std::string::npos);
     EXPECT_EQ(tekstHintHtml(p, 3), "<p class=\"hint0\">U<sub>R</sub> = I · R.</p>");
-    EXPECT_EQ(tekstHeaderHtml(p), "<h2>Modstand og kondensator i serie</h2><div class=\"txstory\">" + p.story + "</div>");
+    EXPECT_EQ(tekstHeaderHtml(p),
+              "<h2>Modstand og kondensator i serie</h2><div class=\"txstory\">" + p.story + "</div>");
     EXPECT_EQ(tekstQuestionHtml(p, 1), "<b>b)</b> Hvor stor er kredsens impedans?");
 }
 
