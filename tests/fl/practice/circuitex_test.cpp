@@ -38,7 +38,6 @@ TEST_F(CircuitExerciseTest, everyTemplateGivesAnExerciseThatTheForwardPassConfir
             const Values out = forward(ex.circuit->root, in, t.mode == "ac");
             ASSERT_TRUE(out.count(ex.target)) << ex.target;
             EXPECT_NEAR(out.at(ex.target), ex.facit, 1e-9 * ex.facit) << ex.target;
-            EXPECT_TRUE(plausibleAnswer(ex.target, ex.unit, ex.facit)) << ex.target << " = " << ex.facit;
             EXPECT_EQ(ex.statement.rfind("<p class=\"hint0\">Givet: <span class=\"v\">U</span> = ", 0), 0u);
             EXPECT_NE(ex.statement.find(". Komponenternes værdier står på tegningen.</p>"),
                       std::string::npos);

@@ -159,11 +159,9 @@ TEST_F(ExerciseTest, valueRulesTakeTheFirstThatFits) {
     } rows[] = {
         {"a default wins over the unit", "rho", "Ω·mm²/m", &withDefault, {0.0175}, {0, 1}, 0},
         {"a default with a prefix", "I_dn", "A", &withDefault, {0.03}, {0, 1}, 0},
-        {"cos φ by its name, whatever follows", "cosphi2", "", &none, {}, {0.5, 0.95}, 0.01},
         {"a synchronous speed", "n_s", "o/min", &none, {3000, 1500, 1000, 750}, {0, 1e9}, 0},
         {"a running speed just below one", "nr", "o/min", &none, {}, {695, 2940}, 5},
         {"pole pairs before any unit", "p", "", &none, {1, 2, 3, 4}, {0, 1e9}, 0},
-        {"a count of cells", "n", "", &none, {3, 4, 5, 6, 7, 8}, {0, 1e9}, 0},
         {"a capacitor from the drawer, in µF",
          "C",
          "F",

@@ -21,7 +21,7 @@ const double kSections[] = {1.5, 2.5, 4, 6, 10, 16, 25, 35, 50, 70, 95, 120, 150
 // Equal to 1e-9, and shown as the house formats it.
 void expectShown(const ToolRun& r, const std::string& symbol, double expected, const std::string& where) {
     EXPECT_NEAR(recentValue(r.out, symbol), expected, 1e-9 * std::fabs(expected)) << symbol;
-    EXPECT_TRUE(contains(where, fmtNumber(expected))) << symbol << " " << fmtNumber(expected) << " in " << where;
+    EXPECT_TRUE(contains(where, fmtNumber(expected))) << symbol << " in " << where;
 }
 
 int ticks(const std::string& text) {
@@ -59,7 +59,6 @@ TEST_F(CableTest, tablesGiveTheirValuesAndNaNOffTheTable) {
         else
             EXPECT_EQ(r.value, r.expected);
     }
-    EXPECT_EQ(cableTypes().size(), 10u);
     for (const CableType& t : cableTypes())
         EXPECT_EQ(t.x.size(), crossSections().size()) << t.key;
 }
@@ -112,9 +111,9 @@ TEST_F(CableTest, cableSizeMatchesTheTextbook) {
         EXPECT_EQ(got.sheet.check, "✓ " + fmtNumber(dup) + " % er under grænsen på " + fmtNumber(p) + " %");
         // Seven rows around the chosen size, two of them below it where there are.
         const size_t first = at >= 2 ? at - 2 : 0;
-        EXPECT_EQ(ticks(got.sheet.results) + static_cast<int>(at - first), static_cast<int>(std::min<size_t>(7, 16 - first)));
-        EXPECT_EQ(got.sheet.title, "Kabel: " + fmtNumber(q) + " mm² " +
-                                       (r.rho == kRhoCopper ? "kobber" : "aluminium"));
+        EXPECT_EQ(ticks(got.sheet.results), static_cast<int>(std::min<size_t>(7, 16 - first) - (at - first)));
+        EXPECT_EQ(got.sheet.title,
+                  "Kabel: " + fmtNumber(q) + " mm² " + (r.rho == kRhoCopper ? "kobber" : "aluminium"));
     }
 }
 
@@ -131,16 +130,13 @@ TEST_F(CableTest, voltageDropMatchesTheTextbookForEveryCableType) {
                                  (three ? " 3-faset" : " 1-faset"));
                     const double u = three ? 400 : 230, ib = 6 + static_cast<double>(k) * 9,
                                  len = 15 + static_cast<double>(k % 5) * 20, cosphi = 0.8, sf = 0.9;
-                    const FormMap form{{three ? "U_N" : "U_F", fmtPlain(u, 10)},
-                                       {"I_B", fmtPlain(ib, 10)},
-                                       {"sf", "0,9"},
-                                       {"cosphi", "0,8"},
-                                       {"l", fmtPlain(len, 10)},
-                                       {"R_l", fmtPlain(rl, 10)},
-                                       {"X_l", fmtPlain(xl, 10)}};
+                    const FormMap form = formOf((three ? "U_N=" : "U_F=") + typed(u) + " I_B=" + typed(ib) +
+                                                " sf=0,9 cosphi=0,8 l=" + typed(len) + " R_l=" + typed(rl) +
+                                                " X_l=" + typed(xl));
                     // ΔU = k · I·sf · L · (R·cos φ + X·sin φ), k = 2 (1-phase) or √3 (3-phase)
                     const double sinphi = std::sqrt(1 - cosphi * cosphi);
-                    const double du = (three ? kRoot3 : 2) * ib * sf * len / 1000 * (rl * cosphi + xl * sinphi);
+                    const double du =
+                        (three ? kRoot3 : 2) * ib * sf * len / 1000 * (rl * cosphi + xl * sinphi);
                     const double dup = du * 100 / u;
                     const ToolRun got = runOnce([&] { return voltageDrop(form, three); });
                     ASSERT_TRUE(got.out.ok) << got.out.err;
@@ -167,7 +163,8 @@ TEST_F(CableTest, voltageDropClassroomCaseAndItsEdges) {
     zero["sf"] = "0";
     got = runOnce([&] { return voltageDrop(zero, false); });
     EXPECT_EQ(got.sheet.given[2], "sf = 0 – samtidighedsfaktor");
-    EXPECT_TRUE(contains(got.sheet.block("Dimensioneringsstrømmen")->body, "10 · 1 · 1")) << got.sheet.blocks[0].body;
+    EXPECT_TRUE(contains(got.sheet.block("Dimensioneringsstrømmen")->body, "10 · 1 · 1"))
+        << got.sheet.blocks[0].body;
     EXPECT_NEAR(recentValue(got.out, "dUp"), 7.26 * 100 / 230, 1e-12);
 
     // A drop of exactly 3 % passes the 3 % limit.
@@ -197,9 +194,6 @@ TEST_F(CableTest, shortCircuitMaxMatchesTheTextbook) {
         EXPECT_TRUE(contains(got.sheet.facit, fmtNumber(ik / 1000) + " kA"));
         EXPECT_TRUE(contains(got.sheet.check, "✓"));
     }
-    const ToolRun got =
-        runOnce([] { return shortCircuitMax(formOf("U_N=400 Ik_fr=16k cosphi_k=1 l=10 R_l=1,83 X_l=0,091")); });
-    EXPECT_EQ(got.sheet.given[1], "I_k,FR = 16 kA – Ik max ved kabelskabet (3-faset, oplyst i FR)");
 }
 
 TEST_F(CableTest, shortCircuitMinMatchesTheTextbookAndChecksTheBreaker) {
