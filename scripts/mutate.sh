@@ -201,6 +201,15 @@ tool-prefix-from-a-thousand@@fl/tools/frame.cpp@@(mag >= 0.1 && mag < 10000)@@(m
 tool-milli-from-a-hundredth@@fl/tools/frame.cpp@@(mag >= 0.1 && mag < 10000)@@(mag >= 0.01 && mag < 10000)@@fl_tools_test
 energy-long-year-marks-hours@@fl/tools/energy.cpp@@refuse(out, "Et år har højst 366 dage.", {"d_dage"});@@refuse(out, "Et år har højst 366 dage.", {"h"});@@fl_tools_test
 energy-year-of-360-days@@fl/tools/energy.cpp@@in.has("d_dage") ? in.get("d_dage") : 365.0@@in.has("d_dage") ? in.get("d_dage") : 360.0@@fl_tools_test
+chain-reactance-sum-called-negative@@fl/tools/chain.cpp@@outcome.value < 0 && unknown != "X_tot" &&@@outcome.value < 0 &&@@fl_tools_test circuit_test circuit_sheets_test
+typed-number-shown-with-a-comma@@fl/tools/frame.cpp@@const char mark = displaySettings().decimalComma ? ',' : '.';@@const char mark = ',';@@fl_tools_test
+flashcard-not-ready-drawn@@fl/practice/cards.cpp@@if (all || isDue(states, key, nowMs)) r.queue.push_back(key);@@r.queue.push_back(key);@@practice_test
+flashcard-key-renamed@@store/keys.h@@Fc[] = "fc";@@Fc[] = "fcx";@@practice_test
+empty-cos-phi-taken-as-one-unsaid@@fl/tools/threephase.cpp@@addGivenRow(s, "effektfaktor – ren modstand, da feltet er tomt", "", "cosphi", "1", "cosphi");@@;@@fl_tools_test
+closed-text-problem-drawn@@fl/practice/tekst.cpp@@t && (!open || open(tekstLockKey(key)))) {@@t) {@@practice_test
+near-answer-band-fifteen-percent@@fl/practice/judge.cpp@@if (std::fabs(answer - facit) / std::fabs(facit) <= 0.1)@@if (std::fabs(answer - facit) / std::fabs(facit) <= 0.15)@@practice_test
+transformer-core-not-painted-live@@fl/tools/machinefigs.cpp@@    cv.line(core - 6, 60, core - 6, 196, "plate");@@    cv.raw("<line x1=\"0\" y1=\"60\" x2=\"0\" y2=\"196\"/>");@@fl_tools_test
+removed-scenario-shown-by-its-key@@fl/practice/stats.cpp@@return t ? t->label : "Tekstopgave";@@return t ? t->label : topic;@@practice_test
 glossary-ae-folded-to-a@@fl/glossary/glossary.cpp@@{0xC3, 0xA6, "ae"}@@{0xC3, 0xA6, "a"}@@glossary_test
 glossary-query-not-folded@@fl/glossary/glossary.cpp@@foldDanish(query.substr(a, b - a + 1))@@query.substr(a, b - a + 1)@@glossary_test
 glossary-group-key-ignored@@fl/glossary/glossary.cpp@@return open("gle:" + e.term) && open("gl:" + e.section + "|" + e.group);@@return open("gle:" + e.term);@@glossary_test
