@@ -228,6 +228,9 @@ class-code-ambiguous-letters@@server/classroom.cpp@@"ABCDEFGHJKLMNPQRSTUVWXYZ234
 crash-runtime-frames-kept@@server/reports.cpp@@if (spot.empty() || isRuntime(module)) continue;@@if (spot.empty()) continue;@@server_test
 crash-offsets-kept@@server/reports.cpp@@offset != std::string::npos && offset > bang) f.resize(offset);@@offset != std::string::npos && offset < bang) f.resize(offset);@@server_test
 crash-groups-rarest-first@@server/reports.cpp@@return a.count != b.count ? a.count > b.count@@return a.count != b.count ? a.count < b.count@@server_test
+crash-signature-four-frames@@server/reports.h@@int frames = 3@@int frames = 4@@server_test
+crash-stdlib-frames-kept@@server/reports.cpp@@{"libc.so", "libstdc++.so", "libgcc_s.so", "libpthread.so"}@@{"libc.so", "libgcc_s.so", "libpthread.so"}@@server_test
+crash-any-text-a-record@@server/reports.cpp@@if (!std::getline(in, line) || line.find(" crash: ") == std::string::npos) return {};@@if (!std::getline(in, line)) return {};@@server_test
 hand-in-refusal-fails-the-batch@@server/sqlite_storage.cpp@@if (sqlite3_get_autocommit(db_)) throw;@@throw;@@server_test
 wal-left-to-grow@@server/sqlite_storage.cpp@@if (pages >= kCheckpointPages) {@@if (pages < 0) {@@server_test
 tasks-stamp-same-millisecond@@server/sqlite_storage.cpp@@MAX(tasks_updated + 1, ?)@@MAX(tasks_updated, ?)@@server_test net_client_test
