@@ -1,9 +1,8 @@
-// A class database in a fresh folder of its own: one class, code AAAA2222,
-// with one task, "t1".
+// Test class databases: a class with a teacher of its own, and a database in
+// a fresh folder of its own with one class, code AAAA2222, and one task, "t1".
 #pragma once
 
 #include "server/storage.h"
-#include "tests/server/classes.h"
 
 #include <gtest/gtest.h>
 
@@ -11,6 +10,18 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+
+namespace testsupport {
+
+// `c` with the code and a fresh teacher; the new class's id.
+inline int64_t addClass(server::Storage& db, const std::string& code, server::ClassInfo c = {}) {
+    c.teacherId = db.addTeacher({0, code + "@skole.dk", "Lærer", "x"});
+    c.name = "Klasse " + code;
+    c.code = code;
+    return db.addClass(c);
+}
+
+} // namespace testsupport
 
 class TempDbTest : public ::testing::Test {
   protected:

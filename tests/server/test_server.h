@@ -5,7 +5,7 @@
 
 #include "server/storage.h"
 #include "server/web.h"
-#include "tests/server/classes.h"
+#include "tests/server/temp_db.h"
 
 #include <gtest/gtest.h>
 #include <httplib.h>
