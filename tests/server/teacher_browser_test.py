@@ -2,9 +2,9 @@
 """The teacher's side in a real browser: headless Chromium, driven by Selenium,
 against the class server binary on 127.0.0.1 over TLS with a test CA. A
 teacher signs up, creates a class, posts a task with a circuit, switches
-"ac_komp" off and writes a message; a student's copy (plain HTTPS here)
-checks in, sees all of it and hands in; the teacher's page lists the answer,
-and the class statistics weakest first.
+"ac_komp" off and writes a message; a student's copy (plain HTTPS here) asks
+a question on the task; the teacher's page lists it, and the class statistics
+weakest first. The program's own check-in and hand-in are class_walk's.
 
 Usage: teacher_browser_test.py path/to/ostrovalden-server
 """
@@ -184,29 +184,18 @@ def main():
         code, class_url = teacher_sets_up_class(driver, base)
         code = code.replace("-", "")
 
-        # The student's copy checks in, fetches and hands in.
         student = Student(base, os.path.join(tmp, "ca.pem"))
-        status, check_in = student.post("/check", {"key": code.lower(), "version": "1.0.30"})
-        check(status == 200 and check_in["off"] == ["ac_komp"] and check_in["profile"] == "egen"
-              and check_in["classMsg"] == "Husk lommeregneren til prøven på fredag.",
-              "the check-in carries the profile and the message")
-        status, tasks = student.post("/tasks", {"key": code})
+        _, tasks = student.post("/tasks", {"key": code})
         task = tasks["tasks"][0]
-        status, _ = student.post("/tasks/answer", {"key": code, "uid": "a" * 24, "name": "Ida",
-                                                  "id": task["id"], "status": "done", "answer": "I = 0,06 A"})
-        check(status == 200, "the hand-in is accepted")
         student.post("/tasks/answer", {"key": code, "uid": "b" * 24, "name": "Bo", "id": task["id"],
                                        "status": "question", "answer": "Skal R2 og R3 regnes parallelt?"})
         student.post("/classstats", {"key": code, "uid": "a" * 24, "version": "1.0.30",
                                      "topics": {"Ohms lov": {"right": 9, "total": 10},
                                                 "Kompensering": {"right": 1, "total": 6}}})
 
-        # The teacher reads the answers.
         driver.get(class_url)
         follow(driver, driver.find_element(By.LINK_TEXT, "Blandet forbindelse"))
         rows = driver.find_elements(By.CSS_SELECTOR, "table.answers tbody tr")
-        names = [r.find_element(By.CSS_SELECTOR, "td").text for r in rows]
-        check("Ida" in names, "the hand-in is listed by the student's name")
         check(any("Spørgsmål" in r.text and "parallelt" in r.text for r in rows), "the question is listed")
 
         driver.get(class_url + "/statistik")
