@@ -290,9 +290,6 @@ struct LoadRow {
 
 TEST_F(DataStoreTest, loadReadsBothFormsAndFiltersMembers) {
     const LoadRow rows[] = {
-        {"nested form",
-         R"({"app":"Keldvarn","data":{"fs_a":"1","fs_b":"\"x\""},"saved":"2026-01-01T00:00:00.000Z","version":1})",
-         {{"a", "1"}, {"b", "\"x\""}}},
         {"flat form of older versions", R"({"fs_a":"1","other":"2"})", {{"a", "1"}}},
         {"unprefixed and non-string members dropped",
          R"({"data":{"x":"1","fs_n":5,"fs_o":{},"fs_ok":"[1]","FS_up":"1"}})",

@@ -70,7 +70,6 @@ struct DumpRow {
 TEST(JsonWriter, structuresAndEscapes) {
     const Json nested = obj({{"b", arr({1, "x", Json()})}, {"a", obj({})}, {"c", Json::array()}});
     const DumpRow rows[] = {
-        {"compact has no blanks", nested, 0, R"({"a":{},"b":[1,"x",null],"c":[]})"},
         {"one blank per level", nested, 1,
          "{\n \"a\": {},\n \"b\": [\n  1,\n  \"x\",\n  null\n ],\n \"c\": []\n}"},
         {"two-character escapes", Json("q\"b\\t\tn\nr\r"), 0, R"("q\"b\\t\tn\nr\r")"},
