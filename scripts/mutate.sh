@@ -371,6 +371,23 @@ exercise-key-topic-misspelt@@fl/formulas/lists.cpp@@"sub:El-lære|Parallel vekse
 teacher-key-kind-misspelt@@fl/formulas/lists.cpp@@"tekst:spole"@@"tekts:spole"@@glossary_test formulas_test
 icon-colour-ignored@@fl/formulas/icons.cpp@@attributeText(strokeColour) +@@std::string("#2457d6") +@@icons_test
 icon-shape-filled@@fl/formulas/icons.cpp@@R"(<circle cx="11" cy="24" r="7"/>)"@@R"(<circle cx="11" cy="24" r="7" fill="#000"/>)"@@icons_test
+sidebar-search-words-ignored@@app/shell/mainwindow_sidebar.cpp@@!(name + QLatin1Char(' ') + QString::fromStdString(tile->search)).toLower().contains(filter))@@!name.toLower().contains(filter))@@app_test
+first-hit-home-while-searching@@app/shell/mainwindow_sidebar.cpp@@if (filtered && data == QLatin1String(fl::route::Home)) continue;@@if (false) continue;@@app_test
+sidebar-circuit-suffix-kept@@app/shell/mainwindow_sidebar.cpp@@circuit ? withoutCurrentSuffix(shown) : shown@@shown@@app_test
+section-of-current-page-left-closed@@app/shell/mainwindow_sidebar.cpp@@if (holdsCurrent) sectionOpen[id] = true;@@if (false) sectionOpen[id] = true;@@app_test
+chosen-entry-scrolled-away@@app/shell/mainwindow_sidebar.cpp@@if (chosen) tree->scrollToItem(chosen, QAbstractItemView::EnsureVisible);@@if (false) tree->scrollToItem(chosen, QAbstractItemView::EnsureVisible);@@app_test
+sidebar-place-lost-on-refill@@app/shell/mainwindow_sidebar.cpp@@tree->verticalScrollBar()->setValue(scrolled);@@(void)scrolled;@@app_test
+results-kept-in-the-old-format@@app/shell/mainwindow.cpp@@connect(hub, &HostSignals::settingsChanged, this, &MainWindow::rebuildResults);@@(void)0;@@app_test
+glossary-link-text-dropped@@app/shell/mainwindow.cpp@@storeSet(key::OrdlisteQ, Json(rest.toStdString()));@@(void)rest;@@app_test reference_test
+running-exam-closed-by-profile@@app/shell/mainwindow.cpp@@if (it->first == current && current == QLatin1String(fl::route::Exam)) {@@if (false) {@@app_test
+reopened-page-not-returned-to@@app/shell/mainwindow.cpp@@if (!locked.empty() && isOpen(locked)) target@@if (false) target@@app_test
+refresh-check-in-not-forced@@app/shell/service.cpp@@in.force = force;@@in.force = false;@@app_test
+glossary-stored-search-ignored@@app/pages/reference/ordlistepage.cpp@@const QString wanted = QString::fromStdString(storeGetString(key::OrdlisteQ));@@const QString wanted = search->text();@@reference_test
+card-added-after-the-stretch@@app/widgets/page.cpp@@layout->insertWidget(std::max(0, layout->count() - 1), widget); }@@layout->addWidget(widget); }@@app_test pages_test
+field-edit-keeps-error-frame@@app/widgets/valuefield.cpp@@setClass(edit, QString());@@(void)0;@@app_test pages_test
+field-enter-unwired@@app/widgets/valuefield.cpp@@connect(edit, &QLineEdit::returnPressed, this, &ValueField::enterPressed);@@(void)0;@@app_test pages_test
+consent-left-unstored@@app/pages/support/datapage.cpp@@if (storeGet(key::Telemetry).asBool(false) != on) storeSet(key::Telemetry, Json(on));@@(void)on;@@support_test
+consent-shown-by-default@@app/pages/support/datapage.cpp@@consent->setChecked(storeGet(key::Telemetry).asBool(false));@@consent->setChecked(storeGet(key::Telemetry).asBool(true));@@support_test
 EOF
 )
 
