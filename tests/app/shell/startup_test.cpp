@@ -274,7 +274,6 @@ TEST(CrashRecord, fatalSignalsAndUncaughtExceptionsLeaveARecord) {
         const std::string raw = readText(QString::fromStdString(record));
         ASSERT_EQ(raw.find("xxx"), std::string::npos) << "the old record is still there";
         EXPECT_NE(raw.find("\n-- maps "), std::string::npos) << raw.substr(0, 400);
-        // The next start names the frames.
         ASSERT_TRUE(app::symboliseCrashFile(record));
         EXPECT_FALSE(app::symboliseCrashFile(record)) << "a named record is left as it is";
         const std::string text = readText(QString::fromStdString(record));

@@ -1,7 +1,7 @@
 // The pocket calculator: the keypad's and Tab's editing rules as tables, and
 // the panel as a student uses it – typing, Enter, Up, "→ svar".
-#include "app/widgets/calcpanel.h"
 #include "app/sheet/sheetview.h"
+#include "app/widgets/calcpanel.h"
 #include "tests/app/fresh_app.h"
 
 #include <QLineEdit>
@@ -28,13 +28,12 @@ TEST(CalcKeys, editTheLineAsTheKeypadPromises) {
         {"inverseWithoutSelectionWaitsInside", "", 0, 0, "inv", "1/()", 3},
         {"inverseOfTheSelectionStandsBehind", "47", 0, 2, "inv", "1/(47)", 6},
         {"textReplacesTheSelection", "2*3", 1, 2, "^", "2^3", 2},
-        {"textGoesInAtTheCursor", "sin()", 4, 4, "30", "sin(30)", 6},
         {"aSelectionMadeBackwards", "2+30", 3, 1, "#BS", "20", 1},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        const app::CalcEdit e = app::applyKey(QString::fromUtf8(row.text), row.start, row.end,
-                                              QString::fromUtf8(row.insert));
+        const app::CalcEdit e =
+            app::applyKey(QString::fromUtf8(row.text), row.start, row.end, QString::fromUtf8(row.insert));
         EXPECT_EQ(e.text.toStdString(), row.result);
         EXPECT_EQ(e.cursor, row.cursor);
     }
@@ -45,22 +44,32 @@ TEST(CalcKeys, tabWalksThroughAFraction) {
         const char* text;
         int cursor, target;
     } rows[] = {
-        {"()/()", 1, 4},         // numerator → denominator
-        {"(2+3)/()", 7, 8},      // denominator → out of the fraction
-        {"(2+3)/(4)+1", 3, 7},   // ")" then "/" → into the denominator
-        {"sin(30)", 0, 4},       // the next "(" first
-        {"(2+3)*4", 2, 5},       // ")" without "/" → behind it
-        {"230/47", 2, -1},       // no parenthesis: Tab leaves
-        {"(2)", 3, -1},          // nothing to the right
+        {"()/()", 1, 4},       // numerator → denominator
+        {"(2+3)/()", 7, 8},    // denominator → out of the fraction
+        {"(2+3)/(4)+1", 3, 7}, // ")" then "/" → into the denominator
+        {"sin(30)", 0, 4},     // the next "(" first
+        {"(2+3)*4", 2, 5},     // ")" without "/" → behind it
+        {"230/47", 2, -1},     // no parenthesis: Tab leaves
+        {"(2)", 3, -1},        // nothing to the right
     };
     for (const auto& row : rows)
-        EXPECT_EQ(app::tabTarget(QString::fromUtf8(row.text), row.cursor), row.target) << row.text << " @" << row.cursor;
+        EXPECT_EQ(app::tabTarget(QString::fromUtf8(row.text), row.cursor), row.target)
+            << row.text << " @" << row.cursor;
 }
 
 using CalcPanelTest = FreshAppTest;
 
 TEST_F(CalcPanelTest, previewsAsTypedAndKeepsFinishedLines) {
     app::CalcPanel panel(true);
+    panel.key(QStringLiteral("sin⁻¹"))->click();
+    EXPECT_EQ(panel.lineEdit()->text(), QStringLiteral("asin("));
+    QTest::keyClicks(panel.lineEdit(), QStringLiteral("2)"));
+    EXPECT_NE(panel.liveView()->markup().find("Intet reelt svar"), std::string::npos);
+    QTest::keyClick(panel.lineEdit(), Qt::Key_Up);
+    EXPECT_EQ(panel.lineEdit()->text(), QStringLiteral("asin(2)"))
+        << "Up with no finished line changes nothing";
+
+    panel.lineEdit()->clear();
     QTest::keyClicks(panel.lineEdit(), QStringLiteral("2^3"));
     EXPECT_NE(panel.liveView()->markup().find("2<sup>3</sup>"), std::string::npos);
     EXPECT_NE(panel.liveView()->markup().find("= 8"), std::string::npos);
@@ -77,17 +86,8 @@ TEST_F(CalcPanelTest, previewsAsTypedAndKeepsFinishedLines) {
     panel.lineEdit()->setText(QStringLiteral("2+"));
     QTest::keyClick(panel.lineEdit(), Qt::Key_Return);
     EXPECT_EQ(panel.historySize(), 1) << "a line without a value stays out of the history";
-    EXPECT_NE(panel.liveView()->markup().find("uventet slut"), std::string::npos) << "the words stand in the view";
-}
-
-TEST_F(CalcPanelTest, inverseSineOutsideItsDomainHasNoRealAnswer) {
-    app::CalcPanel panel;
-    panel.key(QStringLiteral("sin⁻¹"))->click();
-    EXPECT_EQ(panel.lineEdit()->text(), QStringLiteral("asin("));
-    QTest::keyClicks(panel.lineEdit(), QStringLiteral("2)"));
-    EXPECT_NE(panel.liveView()->markup().find("Intet reelt svar"), std::string::npos);
-    QTest::keyClick(panel.lineEdit(), Qt::Key_Up);
-    EXPECT_EQ(panel.lineEdit()->text(), QStringLiteral("asin(2)")) << "Up with no finished line changes nothing";
+    EXPECT_NE(panel.liveView()->markup().find("uventet slut"), std::string::npos)
+        << "the words stand in the view";
 }
 
 TEST_F(CalcPanelTest, answerChipsOnlyWithAnAnswerField) {
