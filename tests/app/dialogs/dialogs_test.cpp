@@ -10,16 +10,13 @@ using DialogsTest = FreshAppTest;
 
 TEST_F(DialogsTest, welcomeComesOnTheFirstStartOnly) {
     int shown = 0;
-    auto closeSoon = [&] {
-        QTimer::singleShot(0, [&] {
-            for (QWidget* w : QApplication::topLevelWidgets())
-                if (auto* d = qobject_cast<app::WelcomeDialog*>(w); d && d->isVisible()) {
-                    ++shown;
-                    d->accept();
-                }
-        });
-    };
-    closeSoon();
+    QTimer::singleShot(0, [&] {
+        for (QWidget* w : QApplication::topLevelWidgets())
+            if (auto* d = qobject_cast<app::WelcomeDialog*>(w); d && d->isVisible()) {
+                ++shown;
+                d->accept();
+            }
+    });
     EXPECT_TRUE(app::showWelcomeIfFirstRun(nullptr));
     EXPECT_TRUE(storeGet("welcome_seen").asBool(false));
     EXPECT_FALSE(app::showWelcomeIfFirstRun(nullptr));

@@ -50,7 +50,6 @@ TEST(CalcKeys, tabWalksThroughAFraction) {
         {"sin(30)", 0, 4},     // the next "(" first
         {"(2+3)*4", 2, 5},     // ")" without "/" → behind it
         {"230/47", 2, -1},     // no parenthesis: Tab leaves
-        {"(2)", 3, -1},        // nothing to the right
     };
     for (const auto& row : rows)
         EXPECT_EQ(app::tabTarget(QString::fromUtf8(row.text), row.cursor), row.target)

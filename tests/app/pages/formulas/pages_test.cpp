@@ -205,7 +205,7 @@ TEST_F(PagesTest, homeShowsWhatWasUsedAndHidesWhatIsClosed) {
 // A refusal offers no PDF. One of a field marks the field; it is about what
 // stood in the fields: typing again, or coming back to the page later, puts
 // the formula in its place.
-TEST_F(PagesTest, refusalsOfferNoPdfAndAFieldsGoesOnceTheFieldsChangeOrThePageIsEnteredAgain) {
+TEST_F(PagesTest, refusalsOfferNoPdfAndAFieldsRefusalGoesOnceTheFieldsChangeOrThePageIsEnteredAgain) {
     app::FormulaPage page(fl::findFormula("ohm"), nullptr);
     const std::string formula = page.resultArea()->view()->markup();
     for (const bool byTyping : {true, false}) {

@@ -90,7 +90,6 @@ TEST_F(DataPageTest, exportThenImportOnAFreshFolderGivesTheSameStoreKeyForKey) {
     ASSERT_EQ(questions.size(), 1);
     EXPECT_TRUE(questions[0].startsWith("Dine nuværende data (statistik, formelkort, eksamener, kredsløb og "
                                         "indstillinger) bliver erstattet af dem i filen fra "));
-    EXPECT_TRUE(questions[0].endsWith(". Fortsæt?"));
     EXPECT_EQ(told, QStringList{"Dine data er hentet. Programmet starter forfra, så alt bliver vist."});
     EXPECT_EQ(restarts, 1);
     EXPECT_EQ(snapshot(), before);
@@ -151,7 +150,8 @@ TEST_F(DataPageTest, aFileOneBytePastTheLimitIsRefused) {
         offerFile(good + QByteArray(size - good.size(), ' '));
         const app::BundleFile read = app::readBundleFile(openName);
         EXPECT_EQ(read.ok, size == app::kMaxBundleBytes) << size;
-        EXPECT_EQ(read.error, read.ok ? QString() : QStringLiteral("Det er ikke en datafil fra Ostrovalden."));
+        EXPECT_EQ(read.error,
+                  read.ok ? QString() : QStringLiteral("Det er ikke en datafil fra Ostrovalden."));
     }
 }
 
