@@ -61,7 +61,6 @@ TEST_F(UnitTool, conductorsAndAnglesGoThroughTheirFormulas) {
         {"section to diameter", formOf("art=leder fra=mm2 x=2,5"), "d", std::sqrt(10 / M_PI)},
         {"a right angle in radians", formOf("art=vinkel fra=grader x=90"), "v_rad", M_PI / 2},
         {"one radian in degrees", formOf("art=vinkel fra=rad x=1"), "v", 180 / M_PI},
-        {"a negative angle", formOf("art=vinkel fra=grader x=-45"), "v_rad", -M_PI / 4},
     };
     for (const Row& r : rows) {
         SCOPED_TRACE(r.name);
