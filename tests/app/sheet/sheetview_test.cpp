@@ -166,7 +166,6 @@ TEST_F(SheetViewTest, imagesAreRedrawnForANewThemeOrNewContentOnly) {
     view.setProvider(themedSheet);
     view.revealAll();
     paintWhole(view);
-    EXPECT_TRUE(view.visibleHtml().contains("bgcolor=\"#f4f6f9\""));
     EXPECT_EQ(inkColour(cached(view, "m:0")), QColor("#1b1f24"));
     const qint64 maths = cached(view, "m:0").cacheKey(), figure = cached(view, "f:0").cacheKey();
     view.setStepMode(false);
@@ -179,7 +178,6 @@ TEST_F(SheetViewTest, imagesAreRedrawnForANewThemeOrNewContentOnly) {
     view.refresh();
     view.revealAll();
     paintWhole(view);
-    EXPECT_TRUE(view.visibleHtml().contains("bgcolor=\"#1f232a\""));
     EXPECT_EQ(inkColour(cached(view, "m:0")), QColor("#e6e8eb"));
     ASSERT_FALSE(cached(view, "f:0").isNull());
     EXPECT_NE(cached(view, "f:0").cacheKey(), figure);

@@ -167,8 +167,6 @@ TEST_F(PracticeTest, aCircuitTopicShowsTheDrawingAndTheTeacherCanCloseIt) {
     EXPECT_TRUE(contains(shown, "<p class=\"fig\"><img src=\"f:0\"")) << shown;
     QTest::mouseClick(page.hintButton(), Qt::LeftButton);
     EXPECT_TRUE(contains(page.hintView()->markup(), "Fremgangsmåde")) << page.hintView()->markup();
-    EXPECT_TRUE(contains(answer(&page, typed(page.exercise().facit)), "✓ <b>Rigtigt!</b>"));
-    EXPECT_EQ(fl::loadStats().topics.at("Kredsløb – vekselstrøm").right, 1);
 
     app::options().off = {"veksel"};
     page.onEnter();

@@ -2,8 +2,8 @@
 // keyboard without computing, the example and "Ryd", remembered values and
 // choices; the numbers of the sheets are the tools' own tests' business.
 #include "tests/app/fake_host.h"
-#include "tests/app/pages/tools/driving.h"
 #include "tests/app/fresh_app.h"
+#include "tests/app/pages/tools/driving.h"
 
 #include "app/pages/tools/machinepages.h"
 #include "app/sheet/resultarea.h"
@@ -145,9 +145,6 @@ TEST_F(MachinePagesTest, starDeltaStartAddsItsCurrentToFigureAndSheet) {
     page.field("k_st")->setText("6");
     page.run();
     EXPECT_TRUE(contains(sheetOf(&page), "Startstrøm ved stjerne-trekant-start")) << sheetOf(&page);
-    EXPECT_EQ(DataStore::instance().getString("motor_start"), "yd");
-    app::MotorPage again(&host);
-    EXPECT_EQ(again.startChoice()->currentData().toString(), "yd");
 }
 
 // The plate figure stands beside the fields where it has room at nearly its
@@ -208,21 +205,6 @@ TEST_F(MachinePagesTest, connectionChoiceDecidesSheetAndFigureAndIsKept) {
     EXPECT_EQ(DataStore::instance().getString("tf_conn"), "D");
     app::TrefasePage again(&host);
     EXPECT_EQ(again.connectionChoice()->currentData().toString(), "D");
-}
-
-TEST_F(MachinePagesTest, compensationNetSetsTheVoltageAndTheBank) {
-    app::KompPage page(&host);
-    EXPECT_EQ(page.field("U")->text(), "230");
-    EXPECT_EQ(page.field("cosphi2")->text(), "0,95");
-    page.netChoice()->setCurrentIndex(page.netChoice()->findData("Y"));
-    EXPECT_EQ(page.field("U")->text(), "400");
-    page.field("P")->setText("10k");
-    page.field("cosphi1")->setText("0,7");
-    page.run();
-    EXPECT_TRUE(contains(sheetOf(&page), "3-faset, kondensatorer i stjerne")) << sheetOf(&page);
-    ASSERT_EQ(host.results.size(), 2u);
-    EXPECT_EQ(host.results[0].unit, "F");
-    EXPECT_EQ(host.results[1].unit, "VAr");
 }
 
 } // namespace
