@@ -388,6 +388,21 @@ field-edit-keeps-error-frame@@app/widgets/valuefield.cpp@@setClass(edit, QString
 field-enter-unwired@@app/widgets/valuefield.cpp@@connect(edit, &QLineEdit::returnPressed, this, &ValueField::enterPressed);@@(void)0;@@app_test pages_test
 consent-left-unstored@@app/pages/support/datapage.cpp@@if (storeGet(key::Telemetry).asBool(false) != on) storeSet(key::Telemetry, Json(on));@@(void)on;@@support_test
 consent-shown-by-default@@app/pages/support/datapage.cpp@@consent->setChecked(storeGet(key::Telemetry).asBool(false));@@consent->setChecked(storeGet(key::Telemetry).asBool(true));@@support_test
+editor-hit-test-unscaled@@app/pages/circuit/circuiteditor.cpp@@const double x = pos.x() / f, y = pos.y() / f;@@const double x = pos.x(), y = pos.y();@@circuit_pages_test
+editor-edit-keeps-old-picture@@app/pages/circuit/circuiteditor.cpp@@    picture = QImage();@@    (void)0;@@circuit_pages_test
+editor-deaf-to-theme@@app/pages/circuit/circuiteditor.cpp@@    if (themed && fl::figColors().slot != drawnColors) refresh();@@    (void)themed;@@circuit_pages_test
+circuit-lock-message-cut@@app/pages/circuit/kredspage.cpp@@QStringLiteral("jævnstrøm")) + QStringLiteral(" fra.");@@QStringLiteral("jævnstrøm")) + QStringLiteral(".");@@circuit_pages_test
+step-mode-change-unheard@@app/sheet/resultarea.cpp@@if (host) connect(host->hostSignals(), &HostSignals::stepModeChanged@@if (false) connect(host->hostSignals(), &HostSignals::stepModeChanged@@sheet_test
+sheet-images-redrawn-at-every-reveal@@app/sheet/sheetview.cpp@@it != cache.constEnd() && sameSize(*it, figSizes.value(key))@@false && sameSize(*it, figSizes.value(key))@@sheet_test
+sheet-figure-shapes-ignored@@app/sheet/sheetview.cpp@@if (size_t(n) < figShapes.size() && figShapes[size_t(n)])@@if (false && figShapes[size_t(n)])@@sheet_test
+answer-waits-without-step-mode@@app/sheet/sheettext.cpp@@    bool answer = true;@@    bool answer = s.revealed >= s.stepCount;@@sheet_test
+headings-left-to-the-text-engine@@app/sheet/sheettext.cpp@@return plainHeadings(inlineSizes(rewriteBoxes(out, c), s.textScale));@@return inlineSizes(rewriteBoxes(out, c), s.textScale);@@sheet_test
+closed-topic-offered@@app/pages/practice/topiccombo.cpp@@if (!c.lockKey.empty() && !isOpenKey(c.lockKey)) continue;@@if (false) continue;@@practice_pages_test
+closed-topic-drawn@@app/pages/practice/ovelserpage.cpp@@    return isOpenKey(key);@@    return true;@@practice_pages_test
+task-cards-rebuilt-at-every-visit@@app/pages/class/opgaverpage.cpp@@if (storeGet(key::TasksUpdated).asNumber(0) != drawn) rebuild();@@rebuild();@@class_pages_test
+readout-never-asks-for-room@@app/pages/tools/acpages.cpp@@            updateGeometry();@@            (void)0;@@pages_test
+cable-section-not-remembered@@app/pages/tools/cablepick.cpp@@store.set(k + "_q", mm2->currentData().toString().toStdString());@@(void)0;@@pages_test
+plate-figure-squeezed-beside-the-fields@@app/pages/tools/machinepages.cpp@@const bool narrow = room < figure->sizeHint().width() * 9 / 10;@@const bool narrow = room < figure->sizeHint().width() / 2;@@pages_test
 EOF
 )
 
