@@ -28,8 +28,10 @@ TEST_F(ApiTest, refusals) {
         int status;
         const char* error;
     } rows[] = {
-        {"not JSON", "/check", "{\"key\":", 400, "Forespørgslen kunne ikke læses: den er ikke et JSON-objekt."},
-        {"not an object", "/check", "[1]", 400, "Forespørgslen kunne ikke læses: den er ikke et JSON-objekt."},
+        {"not JSON", "/check", "{\"key\":", 400,
+         "Forespørgslen kunne ikke læses: den er ikke et JSON-objekt."},
+        {"not an object", "/check", "[1]", 400,
+         "Forespørgslen kunne ikke læses: den er ikke et JSON-objekt."},
         {"unknown path", "/admin", "{}", 404, "Ukendt adresse."},
         {"no key", "/check", "{}", 400, "Forespørgslen mangler \"key\"."},
         {"key of wrong kind", "/tasks", "{\"key\":7}", 400, "Forespørgslen mangler \"key\"."},
@@ -39,8 +41,8 @@ TEST_F(ApiTest, refusals) {
         {"odd status", "/tasks/answer",
          R"({"key":"AAAA2222","uid":"u1","name":"Ida","id":"t1","status":"late","answer":"x"})", 400,
          "\"status\" skal være \"done\" eller \"question\"."},
-        {"answer too long", "/tasks/answer", "{" + good + ",\"answer\":\"" + std::string(4001, 'x') + "\"}", 400,
-         "Svaret er for langt – skriv det kortere."},
+        {"answer too long", "/tasks/answer", "{" + good + ",\"answer\":\"" + std::string(4001, 'x') + "\"}",
+         400, "Svaret er for langt – skriv det kortere."},
         {"another class's task", "/tasks/answer",
          R"({"key":"BBBB3333","uid":"u1","name":"M","id":"t1","status":"done","answer":"x"})", 404,
          "Opgaven findes ikke længere. Tryk »Hent opgaver igen«."},
@@ -64,8 +66,9 @@ TEST_F(ApiTest, aCodeReachesOnlyItsOwnClass) {
     EXPECT_TRUE(call("/tasks", R"({"key":"BBBB3333"})").body.at("tasks").asArray().empty());
     EXPECT_EQ(call("/check", R"({"key":"BBBB3333"})").body.at("tasksUpdated").asNumber(-1), 0);
 
-    EXPECT_EQ(call("/classstats", R"({"key":"BBBB3333","uid":"u9","topics":{"Ohm":{"right":1,"total":2}}})").status,
-              200);
+    EXPECT_EQ(
+        call("/classstats", R"({"key":"BBBB3333","uid":"u9","topics":{"Ohm":{"right":1,"total":2}}})").status,
+        200);
     EXPECT_TRUE(db->statsOf(a).empty());
     EXPECT_EQ(db->statsOf(b).size(), 1u);
 

@@ -17,15 +17,22 @@ TEST(Classroom, profileFromTheForm) {
         Ids ticked, before;
         std::string wantProfile;
         Ids wantOff;
+        // clang-format off
     } rows[] = {
         {"preset with its own ticks", "jaevnstrom",
          {"ac_trefase", "veksel", "ac_sinus", "ac_rlc", "ac_komp", "ac_trafo", "ac_motor"}, {}, "jaevnstrom",
          {"veksel", "ac_sinus", "ac_rlc", "ac_komp", "ac_trafo", "ac_motor", "ac_trefase"}},
+        // clang-format on
         {"preset chosen without script keeps the old ticks", "proeve", {"kreds"}, {"kreds"}, "proeve", exam},
         {"preset with other ticks is the teacher's own", "proeve", {"kreds"}, {}, "egen", {"kreds"}},
         {"nothing ticked and no profile", "", {}, {"kreds"}, "", {}},
         {"all open chosen without script", "", {"kreds"}, {"kreds"}, "", {}},
-        {"own profile, ticks in table order", "egen", {"ac_komp", "kreds", "nosuch"}, {}, "egen", {"kreds", "ac_komp"}},
+        {"own profile, ticks in table order",
+         "egen",
+         {"ac_komp", "kreds", "nosuch"},
+         {},
+         "egen",
+         {"kreds", "ac_komp"}},
         {"unknown profile", "hack", {}, {}, "", {}},
     };
     for (const Row& row : rows) {
@@ -40,7 +47,8 @@ TEST(Classroom, weakestTopicsOfTheClassFirst) {
     const std::vector<server::StatsUpload> uploads = {
         {"u1", R"({"topics":{"Ohm":{"right":4,"total":5},"Effekt":{"right":0,"total":1}}})", 1},
         {"u2", R"({"topics":{"Ohm":{"right":4,"total":5},"Trefaset":{"right":5,"total":10}}})", 2},
-        {"u3", R"({"topics":{"Ohm":{"right":9,"total":5},"Spole":{"right":"x","total":3}}})", 3}, // impossible rows
+        {"u3", R"({"topics":{"Ohm":{"right":9,"total":5},"Spole":{"right":"x","total":3}}})",
+         3}, // impossible rows
         {"u4", "not json", 4},
     };
     const std::vector<server::TopicStat> rows = server::classTopics(uploads);
@@ -58,8 +66,10 @@ TEST(Classroom, levels) {
     struct Row {
         int right, total;
         const char* text;
-    } rows[] = {{0, 2, "For få svar"}, {1, 3, "Svag"}, {3, 5, "På vej"}, {17, 20, "Stærk"}, {16, 20, "På vej"}};
-    for (const Row& row : rows) EXPECT_STREQ(server::levelOf(row.right, row.total).text, row.text) << row.right;
+    } rows[] = {
+        {0, 2, "For få svar"}, {1, 3, "Svag"}, {3, 5, "På vej"}, {17, 20, "Stærk"}, {16, 20, "På vej"}};
+    for (const Row& row : rows)
+        EXPECT_STREQ(server::levelOf(row.right, row.total).text, row.text) << row.right;
 }
 
 TEST(Classroom, codesAndPageHelpers) {

@@ -32,13 +32,15 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-pid_t startServer(const std::string& binary, const testsupport::TestCerts& certs, const std::string& db, int port) {
+pid_t startServer(const std::string& binary, const testsupport::TestCerts& certs, const std::string& db,
+                  int port) {
     const pid_t pid = fork();
     if (pid == 0) {
         freopen("/dev/null", "w", stdout);
-        const std::string cert = certs.path("cert.pem"), key = certs.path("key.pem"), p = std::to_string(port);
-        execl(binary.c_str(), binary.c_str(), "--cert", cert.c_str(), "--key", key.c_str(), "--db", db.c_str(),
-              "--host", "127.0.0.1", "--port", p.c_str(), static_cast<char*>(nullptr));
+        const std::string cert = certs.path("cert.pem"), key = certs.path("key.pem"),
+                          p = std::to_string(port);
+        execl(binary.c_str(), binary.c_str(), "--cert", cert.c_str(), "--key", key.c_str(), "--db",
+              db.c_str(), "--host", "127.0.0.1", "--port", p.c_str(), static_cast<char*>(nullptr));
         _exit(127);
     }
     // Up when it answers.
@@ -85,7 +87,8 @@ int main(int argc, char** argv) {
     std::vector<std::string> acked;
     std::atomic<long> requests{0}, failures{0};
     const auto start = Clock::now();
-    const auto end = start + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
+    const auto end =
+        start + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
     const auto half = start + (end - start) / 2;
 
     std::vector<std::thread> threads;
@@ -117,7 +120,8 @@ int main(int argc, char** argv) {
 
                 const std::string answer = "elev" + std::to_string(i) + "-svar" + std::to_string(n);
                 const std::string body = R"({"key":"LOAD2345","uid":"u)" + std::to_string(i) +
-                                         R"(","name":"Elev","id":"opg1","status":"done","answer":")" + answer + "\"}";
+                                         R"(","name":"Elev","id":"opg1","status":"done","answer":")" +
+                                         answer + "\"}";
                 t0 = Clock::now();
                 const bool sent = post("/tasks/answer", body, out);
                 ms = std::chrono::duration<double, std::milli>(Clock::now() - t0).count();
@@ -145,7 +149,8 @@ int main(int argc, char** argv) {
     const long before = requests;
     pid = startServer(binary, certs, db, port);
     const double restart = std::chrono::duration<double>(Clock::now() - half).count();
-    for (std::thread& t : threads) t.join();
+    for (std::thread& t : threads)
+        t.join();
     const double elapsed = std::chrono::duration<double>(Clock::now() - start).count();
     kill(pid, SIGTERM);
     waitpid(pid, nullptr, 0);
@@ -153,17 +158,19 @@ int main(int argc, char** argv) {
     std::unique_ptr<server::Storage> s = server::openSqlite(db);
     std::map<std::string, int> stored;
     const int64_t classId = s->classByCode("LOAD2345")->id;
-    for (const server::Answer& a : s->answersOf(classId, "opg1")) ++stored[a.answer];
+    for (const server::Answer& a : s->answersOf(classId, "opg1"))
+        ++stored[a.answer];
     long lost = 0, doubled = 0;
     for (const std::string& a : acked) {
         const int n = stored.count(a) ? stored[a] : 0;
         lost += n == 0;
         doubled += n > 1;
     }
-    std::printf("%s, students %d, %.1f s, %ld requests (%.0f/s), %ld failed (around the kill at %ld requests; "
-                "restart took %.2f s)\n",
-                fresh ? "a new connection per request" : "one connection per student", students, elapsed,
-                requests.load(), requests / elapsed, failures.load(), before, restart);
+    std::printf(
+        "%s, students %d, %.1f s, %ld requests (%.0f/s), %ld failed (around the kill at %ld requests; "
+        "restart took %.2f s)\n",
+        fresh ? "a new connection per request" : "one connection per student", students, elapsed,
+        requests.load(), requests / elapsed, failures.load(), before, restart);
     std::printf("check-in  ms before the kill: p50 %.2f  p99 %.2f  (%zu)\n", percentile(steadyCheckMs, 0.5),
                 percentile(steadyCheckMs, 0.99), steadyCheckMs.size());
     std::printf("check-in  ms, whole run:       p50 %.2f  p99 %.2f  (%zu)\n", percentile(checkMs, 0.5),
@@ -171,10 +178,10 @@ int main(int argc, char** argv) {
     // Apart from the arrivals at the start and after the restart: what the
     // server's handling costs when no handshake is due.
     if (!keptCheckMs.empty())
-        std::printf("check-in  ms, kept connection: p50 %.2f  p99 %.2f  (%zu)\n", percentile(keptCheckMs, 0.5),
-                    percentile(keptCheckMs, 0.99), keptCheckMs.size());
-    std::printf("hand-in   ms, whole run:       p50 %.2f  p99 %.2f  (%zu)\n", percentile(answerMs, 0.5), percentile(answerMs, 0.99),
-                answerMs.size());
+        std::printf("check-in  ms, kept connection: p50 %.2f  p99 %.2f  (%zu)\n",
+                    percentile(keptCheckMs, 0.5), percentile(keptCheckMs, 0.99), keptCheckMs.size());
+    std::printf("hand-in   ms, whole run:       p50 %.2f  p99 %.2f  (%zu)\n", percentile(answerMs, 0.5),
+                percentile(answerMs, 0.99), answerMs.size());
     std::printf("acknowledged hand-ins %zu, in the database %zu, lost %ld, twice %ld\n", acked.size(),
                 stored.size(), lost, doubled);
     const bool ok = lost == 0 && doubled == 0 && !acked.empty();

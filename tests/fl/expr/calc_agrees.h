@@ -41,4 +41,4 @@ inline std::string calcDisagreement(const std::string& text) {
     return {};
 }
 
-}  // namespace fl
+} // namespace fl

@@ -24,20 +24,24 @@ struct Row {
 };
 
 const char* const kSwap = "Byt om på siderne";
+// clang-format off
 const Row kRows[] = {
     {"ohmForI", "I*R", "U", "I", {kSwap, "Divider med R på begge sider"}, "(prod *U /R)"},
     {"parallelForR1", "1/(1/R1+1/R2)", "Rt", "R1",
-     {kSwap, "Gang med ([1 / R1 + 1 / R2]) og divider med Rtotal på begge sider", "Træk [1 / R2] fra på begge sider",
+     {kSwap, "Gang med ([1 / R1 + 1 / R2]) og divider med Rtotal på begge sider",
+      "Træk [1 / R2] fra på begge sider",
       "Gang med R1 og divider med ([1 / Rtotal − 1 / R2]) på begge sider"},
      "(prod *1 /(sum +(prod *1 /Rt) -(prod *1 /R2)))"},
-    {"powerForI", "I**2*R", "P", "I", {kSwap, "Divider med R på begge sider", "Tag kvadratroden på begge sider"},
-     "(sqrt (prod *P /R))"},
+    {"powerForI", "I**2*R", "P", "I",
+     {kSwap, "Divider med R på begge sider", "Tag kvadratroden på begge sider"}, "(sqrt (prod *P /R))"},
     // π lands right after the number; the other factors keep their order.
     {"capacitanceForF", "1/(2*PI*f*XC)", "C", "f",
-     {kSwap, "Gang med 2 · π · f · XC og divider med C på begge sider", "Divider med 2 · π · XC på begge sider"},
+     {kSwap, "Gang med 2 · π · f · XC og divider med C på begge sider",
+      "Divider med 2 · π · XC på begge sider"},
      "(prod *1 /2 /π /XC /C)"},
     {"negativeTerm", "a-x", "b", "x", {kSwap, "Læg x til og træk b fra på begge sider"}, "(sum +a -b)"},
-    {"mixedSum", "x+a-c+d", "y", "x", {kSwap, "Træk a og d fra og læg c til på begge sider"}, "(sum +y -a +c -d)"},
+    {"mixedSum", "x+a-c+d", "y", "x", {kSwap, "Træk a og d fra og læg c til på begge sider"},
+     "(sum +y -a +c -d)"},
     {"mixedProduct", "x*a/c*b", "y", "x", {kSwap, "Divider med a · b og gang med c på begge sider"},
      "(prod *y *c /a /b)"},
     {"sumAsFactor", "(x+a)*b", "y", "x", {kSwap, "Divider med b på begge sider", "Træk a fra på begge sider"},
@@ -46,6 +50,7 @@ const Row kRows[] = {
     {"sine", "sin(x)", "a", "x", {kSwap, "Tag sin⁻¹ på begge sider"}, "(asin a)"},
     {"root", "sqrt(x)", "a", "x", {kSwap, "Sæt begge sider i anden"}, "(pow a 2)"},
 };
+// clang-format on
 
 class IsolateTest : public SettingsTest {};
 

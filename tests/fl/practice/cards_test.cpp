@@ -88,14 +88,17 @@ TEST(CardsRound, repetitionsComeBackWhereTheRoundPutsThem) {
         std::vector<std::string> queue;
         int wrong, almost, right;
     };
+    // clang-format off
     const Row rows[] = {
-        {"not known returns four cards later", {Wrong}, {"A", "B", "C", "D", "A", "E", "F", "G", "H"}, 1, 0, 0},
+        {"not known returns four cards later", {Wrong},
+         {"A", "B", "C", "D", "A", "E", "F", "G", "H"}, 1, 0, 0},
         {"almost returns six cards later", {Almost}, {"A", "B", "C", "D", "E", "F", "A", "G", "H"}, 0, 1, 0},
         {"almost twice is put back once", {Almost, Right, Right, Right, Right, Right, Almost},
          {"A", "B", "C", "D", "E", "F", "A", "G", "H"}, 0, 2, 5},
         {"not known has no limit", {Wrong, Right, Right, Right, Wrong},
          {"A", "B", "C", "D", "A", "E", "F", "G", "A", "H"}, 2, 0, 3},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         Round r;
@@ -133,7 +136,8 @@ TEST(CardsRound, aRoundTakesTheReadyCardsOrTheWholeDeck) {
     EXPECT_EQ(now.queue.size(), deck.size() - 1);
     EXPECT_EQ(std::count(now.queue.begin(), now.queue.end(), deck[0]), 0);
     EXPECT_EQ(countDue("inst:poe", states, day(0)), int(deck.size()) - 1);
-    EXPECT_EQ(startRound("inst:poe", Direction::NameToFormula, states, day(0), true).queue.size(), deck.size());
+    EXPECT_EQ(startRound("inst:poe", Direction::NameToFormula, states, day(0), true).queue.size(),
+              deck.size());
     EXPECT_EQ(countDue("inst:poe", states, day(5)), int(deck.size()));
 }
 
@@ -164,8 +168,10 @@ TEST(CardsDecks, everyDeckHasCardsWithBothSides) {
 TEST(CardsDecks, theTwoDirectionsAskOppositeThings) {
     resetFigures();
     const std::string nfFront = cardFrontHtml("ohm", Direction::NameToFormula);
-    EXPECT_NE(cardBackHtml("ohm", Direction::NameToFormula).find("<div class=\"eq fceq\">"), std::string::npos);
-    EXPECT_NE(cardFrontHtml("ohm", Direction::FormulaToName).find("<div class=\"eq fceq\">"), std::string::npos);
+    EXPECT_NE(cardBackHtml("ohm", Direction::NameToFormula).find("<div class=\"eq fceq\">"),
+              std::string::npos);
+    EXPECT_NE(cardFrontHtml("ohm", Direction::FormulaToName).find("<div class=\"eq fceq\">"),
+              std::string::npos);
     EXPECT_EQ(nfFront.find("fceq"), std::string::npos);
     EXPECT_NE(cardFrontHtml("__SYM:U", Direction::NameToFormula).find("Hvilket symbol og hvilken enhed?"),
               std::string::npos);
@@ -186,13 +192,15 @@ TEST(CardsDecks, boxesCountEachBoxAndWhatIsReady) {
     states[deck[4]] = {9, 1, 1, day(10)};
     const std::string html = boxesHtml("inst:poe", states, day(0));
     auto cell = [](int n, const char* name) {
-        return "<span class=\"val\">" + std::to_string(n) + "</span><br><span class=\"k\">" + name + "</span>";
+        return "<span class=\"val\">" + std::to_string(n) + "</span><br><span class=\"k\">" + name +
+               "</span>";
     };
     EXPECT_NE(html.find(cell(int(deck.size()) - 4, "Nye")), std::string::npos) << html;
     EXPECT_NE(html.find(cell(0, "Kasse 1")), std::string::npos);
     EXPECT_NE(html.find(cell(2, "Kasse 2")), std::string::npos);
     EXPECT_NE(html.find(cell(1, "Kasse 5")), std::string::npos);
-    EXPECT_NE(html.find(std::to_string(deck.size()) + " kort i alt · " + std::to_string(deck.size() - 4) + " klar nu."),
+    EXPECT_NE(html.find(std::to_string(deck.size()) + " kort i alt · " + std::to_string(deck.size() - 4) +
+                        " klar nu."),
               std::string::npos);
 }
 

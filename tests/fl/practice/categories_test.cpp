@@ -39,14 +39,17 @@ TEST_F(CategoryTest, weakTextProblemsAreNamedWhenNoExerciseCanBeDrawn) {
         {"no weak topic: the page's own message", {}, ""},
         {"one text problem",
          {"tekst:komp"},
-         "Dit svage emne blandt tekstopgaverne er „Kompensering af en motor“ – den øver du under Tekstopgaver."},
+         "Dit svage emne blandt tekstopgaverne er „Kompensering af en motor“ – den øver du under "
+         "Tekstopgaver."},
         {"two text problems",
          {"tekst:komp", "tekst:kabel"},
-         "Dine svage emner blandt tekstopgaverne er „Kompensering af en motor“ og „Kabel til carport“ – dem øver "
+         "Dine svage emner blandt tekstopgaverne er „Kompensering af en motor“ og „Kabel til carport“ – dem "
+         "øver "
          "du under Tekstopgaver."},
         {"a closed exercise topic and a text problem",
          {"Kompensering", "tekst:kabel"},
-         "Der er ingen opgaver i dine svage emner lige nu. Dit svage emne blandt tekstopgaverne er „Kabel til "
+         "Der er ingen opgaver i dine svage emner lige nu. Dit svage emne blandt tekstopgaverne er „Kabel "
+         "til "
          "carport“ – den øver du under Tekstopgaver."},
         {"only closed exercise topics", {"Kompensering"}, "Der er ingen opgaver i dine svage emner lige nu."},
     };

@@ -23,7 +23,8 @@ class WorksheetTest : public SettingsTest {
         o.topic = "Jævnstrøm";
         o.facit = facit;
         o.room = room;
-        return drawWorksheet(o, "Jævnstrøm", "14. marts 2025", [] { return exerciseForCategory("Jævnstrøm", {}); });
+        return drawWorksheet(o, "Jævnstrøm", "14. marts 2025",
+                             [] { return exerciseForCategory("Jævnstrøm", {}); });
     }
     static size_t count(const std::string& html, const std::string& part) {
         size_t n = 0;

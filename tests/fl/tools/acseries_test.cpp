@@ -80,13 +80,18 @@ TEST_F(AcTool, theDemonstrationComputesWhatTheSheetShows) {
     for (const auto& r : rows) {
         SCOPED_TRACE(r.R);
         std::map<std::string, double> sheet;
-        const FormMap form{{"R", fmtPlain(r.R, 17)}, {"L", fmtPlain(r.L, 17)}, {"C", fmtPlain(r.C, 17)},
-                           {"f", fmtPlain(r.f, 17)}, {"U", "230"}};
+        const FormMap form{{"R", fmtPlain(r.R, 17)},
+                           {"L", fmtPlain(r.L, 17)},
+                           {"C", fmtPlain(r.C, 17)},
+                           {"f", fmtPlain(r.f, 17)},
+                           {"U", "230"}};
         ASSERT_TRUE(acSeries(form, &sheet).ok);
         const SeriesRlcValues v = seriesRlc({r.R, r.L, r.C, r.f, 230, NAN});
+        // clang-format off
         const std::pair<const char*, double> same[] = {
-            {"XL", v.XL}, {"XC", v.XC}, {"Z", v.Z},   {"I", v.I}, {"UR", v.UR},          {"UL", v.UL},
-            {"UC", v.UC}, {"P", v.P},   {"S", v.S},   {"Q", std::fabs(v.Q)}, {"phi", std::fabs(v.phi)}, {"f_r", v.f0}};
+            {"XL", v.XL}, {"XC", v.XC}, {"Z", v.Z}, {"I", v.I}, {"UR", v.UR}, {"UL", v.UL}, {"UC", v.UC},
+            {"P", v.P}, {"S", v.S}, {"Q", std::fabs(v.Q)}, {"phi", std::fabs(v.phi)}, {"f_r", v.f0}};
+        // clang-format on
         for (const auto& [symbol, value] : same)
             EXPECT_NEAR(sheet.at(symbol), value, 1e-9 * value) << symbol;
         EXPECT_EQ(v.phi > 0, v.XL > v.XC);

@@ -39,7 +39,12 @@ TEST_F(ChainTest, eachKindOfStepWritesItsWorking) {
         const char* text; // the block, as text
     };
     const Row rows[] = {
-        {"target evaluated", {{"P", "U*I", "P", ""}}, {{"U", 230}, {"I", 2}}, "P", 460, "P=U · I=230 · 2=460"},
+        {"target evaluated",
+         {{"P", "U*I", "P", ""}},
+         {{"U", 230}, {"I", 2}},
+         "P",
+         460,
+         "P=U · I=230 · 2=460"},
         {"identity forwards", {{"I_F", "I_N", "", ""}}, {{"I_N", 5}}, "I_F", 5, "I_F=I_N=5"},
         {"identity backwards", {{"I_F", "I_N", "", ""}}, {{"I_F", 5}}, "I_N", 5, "I_N=I_F=5"},
         {"isolated first",
@@ -47,7 +52,8 @@ TEST_F(ChainTest, eachKindOfStepWritesItsWorking) {
          {{"P", 460}, {"U", 230}},
          "I",
          2,
-         "P=U · IFormlenU · I=PByt om på siderneI=[P / U]Divider med U på begge siderI=[P / U]=[460 / 230]=2"},
+         "P=U · IFormlenU · I=PByt om på siderneI=[P / U]Divider med U på begge siderI=[P / U]=[460 / "
+         "230]=2"},
         {"inverse function", {{"phi", "acos(cosphi)", "", ""}}, {{"phi", 60}}, "cosphi", 0.5, ""},
     };
     for (const Row& r : rows) {

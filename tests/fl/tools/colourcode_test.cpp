@@ -59,9 +59,12 @@ TEST_F(ColourCodeTool, aWantedValueGetsTheNearestStandardValueAndItsRings) {
         double standard;
         std::string facit;
     };
+    // clang-format off
     const Row rows[] = {
-        {"E12 in four rings is silver", formOf("R=4,5k serie=E12 ringe=4"), 4700, "gul – violet – rød – sølv 4,7 kΩ ± 10 %"},
-        {"E24 in four rings is gold", formOf("R=5020 serie=E24 ringe=4"), 5100, "grøn – brun – rød – guld 5,1 kΩ ± 5 %"},
+        {"E12 in four rings is silver", formOf("R=4,5k serie=E12 ringe=4"), 4700,
+         "gul – violet – rød – sølv 4,7 kΩ ± 10 %"},
+        {"E24 in four rings is gold", formOf("R=5020 serie=E24 ringe=4"), 5100,
+         "grøn – brun – rød – guld 5,1 kΩ ± 5 %"},
         {"E24 in five rings is brown", formOf("R=4,7k serie=E24 ringe=5"), 4700,
          "gul – violet – sort – brun – brun 4,7 kΩ ± 1 %"},
         {"E96 needs five rings even when four are asked for", formOf("R=4,5k serie=E96 ringe=4"), 4530,
@@ -69,6 +72,7 @@ TEST_F(ColourCodeTool, aWantedValueGetsTheNearestStandardValueAndItsRings) {
         {"six rings add 100 ppm/K", formOf("R=100 serie=E12 ringe=6"), 100,
          "brun – sort – sort – sort – brun – brun 100 Ω ± 1 %"},
     };
+    // clang-format on
     for (const Row& r : rows) {
         SCOPED_TRACE(r.name);
         const ToolRun run = runOnce([&] { return valueToColour(r.form); });

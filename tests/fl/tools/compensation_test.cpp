@@ -21,9 +21,9 @@ TEST_F(CompensationTest, capacitorsComeOutAsTheTextbookSays) {
     struct Row {
         const char* form;
         const char* net;
-        double p;          // the active power, given or from I
-        double uc;         // the voltage over one capacitor
-        double u, phases;  // I = S / (U · phases), phases 1 or √3
+        double p;         // the active power, given or from I
+        double uc;        // the voltage over one capacitor
+        double u, phases; // I = S / (U · phases), phases 1 or √3
     };
     const Row rows[] = {
         {"U=230 f=50 P=1000 cosphi1=0,7 cosphi2=0,95", "1", 1000, 230, 230, 1},
@@ -45,9 +45,11 @@ TEST_F(CompensationTest, capacitorsComeOutAsTheTextbookSays) {
         EXPECT_NEAR(recentValue(r.out, "QC"), qc, 1e-9 * qc);
         EXPECT_NEAR(recentValue(r.out, "C"), c, 1e-9 * c);
         const double i2 = row.p / cos2 / (row.u * row.phases);
-        EXPECT_TRUE(contains(r.sheet.results, "I_2" + sheetText(tool::formatValue(i2, "A"), {}))) << r.sheet.results;
+        EXPECT_TRUE(contains(r.sheet.results, "I_2" + sheetText(tool::formatValue(i2, "A"), {})))
+            << r.sheet.results;
         EXPECT_TRUE(contains(r.sheet.check, "✓ Passer")) << r.sheet.check;
-        EXPECT_TRUE(contains(r.sheet.facit, "C = " + sheetText(tool::formatValue(c, "F"), {}))) << r.sheet.facit;
+        EXPECT_TRUE(contains(r.sheet.facit, "C = " + sheetText(tool::formatValue(c, "F"), {})))
+            << r.sheet.facit;
         if (cos2 == 1) {
             EXPECT_TRUE(contains(r.sheet.results, "Q_20 VAr")) << r.sheet.results;
         }
@@ -77,7 +79,8 @@ TEST_F(CompensationTest, theSheetFollowsWhatWasGiven) {
         EXPECT_EQ(contains(last->body, "I_1=[S_1"), row.currentBefore) << last->body;
         EXPECT_EQ(last->page, row.page);
     }
-    const ToolRun star = runOnce([] { return compensate(formOf("U=400 f=50 P=15k cosphi1=0,7 cosphi2=0,92"), "Y"); });
+    const ToolRun star =
+        runOnce([] { return compensate(formOf("U=400 f=50 P=15k cosphi1=0,7 cosphi2=0,92"), "Y"); });
     EXPECT_TRUE(star.sheet.block("I stjerne ligger hver kondensator på fasespændingen"));
     EXPECT_TRUE(contains(star.sheet.facit, "pr. kondensator (3 stk. i stjerne)"));
     EXPECT_EQ(star.sheet.title, "Kompensering til cos φ = 0,92");
@@ -85,7 +88,8 @@ TEST_F(CompensationTest, theSheetFollowsWhatWasGiven) {
 
 TEST_F(CompensationTest, refusalsAreToldInTheirWords) {
     const std::string full = "U=230 f=50 cosphi1=0,7 cosphi2=0,95 ";
-    const char* wanted = "Den ønskede cos φ skal være større end den nuværende – ellers er der intet at kompensere.";
+    const char* wanted =
+        "Den ønskede cos φ skal være større end den nuværende – ellers er der intet at kompensere.";
     struct Row {
         std::string form;
         const char* net;

@@ -81,15 +81,18 @@ TEST_F(FrameTest, evaluateStepWritesFormulaNumbersEachRoundAndTheResult) {
         double value;
         const char* text;
     };
+    // clang-format off
     const Row rows[] = {
-        {"current from power", "I", "P/(U*cosphi)", {{"P", 1000}, {"U", 230}, {"cosphi", 0.9}}, {}, "A", 1000 / 207.0,
+        {"current from power", "I", "P/(U*cosphi)", {{"P", 1000}, {"U", 230}, {"cosphi", 0.9}}, {}, "A",
+         1000 / 207.0,
          "I=[P / (U · cos φ)]=[1000 / (230 · 0,9)]=[1000 / 207]=4,8309 A"},
-        {"given as typed", "Z_net", "U_N/(sqrt(3)*Ik_fr)", {{"U_N", 400}, {"Ik_fr", 16000}}, {{"Ik_fr", "16k"}}, "Ω",
-         400 / (std::sqrt(3.0) * 16000),
+        {"given as typed", "Z_net", "U_N/(sqrt(3)*Ik_fr)", {{"U_N", 400}, {"Ik_fr", 16000}},
+         {{"Ik_fr", "16k"}}, "Ω", 400 / (std::sqrt(3.0) * 16000),
          "Z_net=[U_N / (√(3) · I_k,FR)]=[400 / (√(3) · 16k)]=[400 / (1,7321 · 16k)]=[400 / 27713]=14,434 mΩ"},
         {"no arithmetic left after the numbers", "L", "l", {{"l", 30}}, {}, "m", 30, "L=l=30 m"},
         {"tiny result is zero", "d", "a-b", {{"a", 1 + 1e-13}, {"b", 1}}, {}, "V", 0, ""},
     };
+    // clang-format on
     for (const Row& r : rows) {
         SCOPED_TRACE(r.name);
         std::map<std::string, double> vars = r.vars;
@@ -130,8 +133,9 @@ TEST_F(FrameTest, runToolTurnsAThrownErrorIntoTheStandardRefusalAndNoSheet) {
     EXPECT_FALSE(out.ok);
     EXPECT_TRUE(out.html.empty());
     EXPECT_EQ(out.title, "Prøve");
-    EXPECT_EQ(out.err, "<div class=\"msg bad\">Noget passer ikke – tjek værdierne. <span class=\"crumb\">a&lt;b</span>"
-                       "</div>");
+    EXPECT_EQ(out.err,
+              "<div class=\"msg bad\">Noget passer ikke – tjek værdierne. <span class=\"crumb\">a&lt;b</span>"
+              "</div>");
 }
 
 TEST_F(FrameTest, openFormNamesEveryUnreadableFieldAndNothingElse) {

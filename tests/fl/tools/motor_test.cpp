@@ -57,7 +57,8 @@ TEST_F(MotorTest, everySubsetOfThePlateFindsWhatItDeterminesAndNamesTheRest) {
     for (const bool threePhase : {true, false})
         for (const bool starDelta : {false, true}) {
             const std::vector<ChainEquation> list = motorEquations(threePhase, starDelta);
-            check.wanted = {"P_1", "eta", "P_tab", "S", "Q", "I_N", "P_2", "cosphi", "n_s", "s", "f_r", "M", "I_st"};
+            check.wanted = {"P_1",    "eta", "P_tab", "S",   "Q", "I_N", "P_2",
+                            "cosphi", "n_s", "s",     "f_r", "M", "I_st"};
             if (starDelta) check.wanted.push_back("I_stY");
             for (int draw = 0; draw < 2; ++draw) {
                 const Vars truth = plate(rng, threePhase);
@@ -129,12 +130,13 @@ TEST_F(MotorTest, refusalsAndHintsSpeakThePlatesLanguage) {
          "men formlen giver 0,82857"},
     };
     expectSaid([](const FormMap& f) { return motor(f, true, false); }, rows);
-    EXPECT_FALSE(contains(runOnce([&] { return motor(formOf(offBy + typed(current)), true, false); }).notes, "passer"));
+    EXPECT_FALSE(contains(runOnce([&] { return motor(formOf(offBy + typed(current)), true, false); }).notes,
+                          "passer"));
 }
 
 TEST_F(MotorTest, sheetShowsGivenPlainFoundBlueAndTheChecks) {
-    const ToolRun r =
-        runOnce([] { return motor(formOf("U_N=400 f=50 P_2=5,5k I_N=11 cosphi=0,83 nr=1445 k_st=7"), true, false); });
+    const ToolRun r = runOnce(
+        [] { return motor(formOf("U_N=400 f=50 P_2=5,5k I_N=11 cosphi=0,83 nr=1445 k_st=7"), true, false); });
     ASSERT_TRUE(r.out.ok);
     EXPECT_EQ(r.sheet.title, "Udregning af motoren");
     ASSERT_FALSE(r.sheet.blocks.empty());

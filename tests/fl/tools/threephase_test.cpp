@@ -68,8 +68,10 @@ TEST_F(ThreePhaseTest, everySubsetFindsWhatItDeterminesAndNamesTheRest) {
                     // otherwise: a reactive power, or a cos φ they determine below 1.
                     if (resistive && !given.count("cosphi")) symbols.insert("cosphi");
                     const std::set<std::string> expected = determined(list, symbols);
-                    if (!expected.count("cosphi") && !given.count("Q")) return; // not the load the form describes
-                    checkSubset(runOnce([&] { return threePhaseLoad(form, star); }), check, symbols, expected, truth);
+                    if (!expected.count("cosphi") && !given.count("Q"))
+                        return; // not the load the form describes
+                    checkSubset(runOnce([&] { return threePhaseLoad(form, star); }), check, symbols, expected,
+                                truth);
                 });
             }
 }
@@ -108,7 +110,8 @@ TEST_F(ThreePhaseTest, reconnectionAndFaultsFollowTheLoad) {
         std::vector<std::string> titles;
         std::string body;
         for (const SheetParts::Block& b : r.sheet.blocks)
-            if ((b.page == "(YΔ-arket, fælles)" && b.title.rfind("Hvis", 0) == 0) || b.page == "(YΔ-arket, fejl)") {
+            if ((b.page == "(YΔ-arket, fælles)" && b.title.rfind("Hvis", 0) == 0) ||
+                b.page == "(YΔ-arket, fejl)") {
                 titles.push_back(b.title);
                 body += b.body + "</";
             }

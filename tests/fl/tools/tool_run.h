@@ -205,7 +205,8 @@ inline void checkSubset(const ToolRun& r, const SubsetCheck& c, const std::set<s
         if (std::isnan(found)) continue;
         // Relative, but a zero (Q of a resistance) is met absolutely.
         ASSERT_NEAR(found, truth.at(k), 1e-9 * std::max(1.0, std::fabs(truth.at(k)))) << k;
-        ASSERT_TRUE(contains(r.sheet.results, symbolText(symbol) + sheetText(tool::formatValue(found, c.unitOf(k)), {})))
+        ASSERT_TRUE(contains(r.sheet.results,
+                             symbolText(symbol) + sheetText(tool::formatValue(found, c.unitOf(k)), {})))
             << k << " in " << r.sheet.results;
     }
     ASSERT_EQ(contains(r.notes, c.gapText), !missing.empty()) << r.notes;

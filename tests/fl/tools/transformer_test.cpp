@@ -63,7 +63,8 @@ TEST_F(TransformerTest, everySubsetFindsWhatItDeterminesAndNamesTheRest) {
             const bool pair = (expected.count("U_P") && expected.count("U_S")) ||
                               (expected.count("N_P") && expected.count("N_S")) ||
                               (expected.count("I_P") && expected.count("I_S"));
-            ASSERT_EQ(contains(r.sheet.check, "Omsætningsforholdet skal være det samme"), pair) << r.sheet.check;
+            ASSERT_EQ(contains(r.sheet.check, "Omsætningsforholdet skal være det samme"), pair)
+                << r.sheet.check;
         });
     }
 }
@@ -91,7 +92,9 @@ TEST_F(TransformerTest, conflictsAndGapsAreToldInTheirWords) {
          "De givne værdier passer ikke sammen"},
     };
     expectSaid(transformer, rows);
-    const ToolRun r = runOnce([] { return transformer(formOf("U_P=230 I_P=0,5 N_P=460 n=10 S=115 NV=2 U_S=23 I_S=5 N_S=46 R_B=4,6")); });
+    const ToolRun r = runOnce([] {
+        return transformer(formOf("U_P=230 I_P=0,5 N_P=460 n=10 S=115 NV=2 U_S=23 I_S=5 N_S=46 R_B=4,6"));
+    });
     ASSERT_TRUE(r.out.ok) << r.err;
     EXPECT_TRUE(r.sheet.blocks.empty());
     EXPECT_TRUE(contains(r.sheet.check, "Ideel transformer: effekten ind er lig effekten ud"));
