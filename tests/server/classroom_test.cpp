@@ -11,30 +11,26 @@ using Ids = std::vector<std::string>;
 
 TEST(Classroom, profileFromTheForm) {
     const Ids exam = server::findPreset("proeve")->off;
+    // clang-format off
     struct Row {
         const char* name;
         std::string profile;
         Ids ticked, before;
         std::string wantProfile;
         Ids wantOff;
-        // clang-format off
     } rows[] = {
         {"preset with its own ticks", "jaevnstrom",
          {"ac_trefase", "veksel", "ac_sinus", "ac_rlc", "ac_komp", "ac_trafo", "ac_motor"}, {}, "jaevnstrom",
          {"veksel", "ac_sinus", "ac_rlc", "ac_komp", "ac_trafo", "ac_motor", "ac_trefase"}},
-        // clang-format on
         {"preset chosen without script keeps the old ticks", "proeve", {"kreds"}, {"kreds"}, "proeve", exam},
         {"preset with other ticks is the teacher's own", "proeve", {"kreds"}, {}, "egen", {"kreds"}},
         {"nothing ticked and no profile", "", {}, {"kreds"}, "", {}},
         {"all open chosen without script", "", {"kreds"}, {"kreds"}, "", {}},
-        {"own profile, ticks in table order",
-         "egen",
-         {"ac_komp", "kreds", "nosuch"},
-         {},
-         "egen",
+        {"own profile, ticks in table order", "egen", {"ac_komp", "kreds", "nosuch"}, {}, "egen",
          {"kreds", "ac_komp"}},
         {"unknown profile", "hack", {}, {}, "", {}},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         const server::ProfileChoice c = server::chooseProfile(row.profile, row.ticked, row.before);
@@ -47,8 +43,8 @@ TEST(Classroom, weakestTopicsOfTheClassFirst) {
     const std::vector<server::StatsUpload> uploads = {
         {"u1", R"({"topics":{"Ohm":{"right":4,"total":5},"Effekt":{"right":0,"total":1}}})", 1},
         {"u2", R"({"topics":{"Ohm":{"right":4,"total":5},"Trefaset":{"right":5,"total":10}}})", 2},
-        {"u3", R"({"topics":{"Ohm":{"right":9,"total":5},"Spole":{"right":"x","total":3}}})",
-         3}, // impossible rows
+        // impossible rows
+        {"u3", R"({"topics":{"Ohm":{"right":9,"total":5},"Spole":{"right":"x","total":3}}})", 3},
         {"u4", "not json", 4},
     };
     const std::vector<server::TopicStat> rows = server::classTopics(uploads);

@@ -44,6 +44,7 @@ bool inside(const HitBox& inner, const HitBox& outer) {
 }
 
 TEST(SchematicTest, extentsAreMeasuredBottomUp) {
+    // clang-format off
     const struct {
         const char* name;
         std::function<CNodePtr()> tree;
@@ -58,6 +59,7 @@ TEST(SchematicTest, extentsAreMeasuredBottomUp) {
         {"parallel: heights add with 8 between, 44 for the rails",
          [] { return group("P", {leaf("R"), leaf("R")}); }, false, {176, 258, 56}},
     };
+    // clang-format on
     for (const auto& r : rows) {
         SCOPED_TRACE(r.name);
         CNodePtr n = r.tree();
@@ -179,8 +181,8 @@ TEST(SchematicTest, computedValuesAndTheCurrentArrowAppearOnlyWithResults) {
     };
     for (const char* mode : {"dc", "ac"}) {
         SCOPED_TRACE(mode);
-        Circuit c = testing::circuit(mode, {leaf("R", "100"), group("P", {leaf("R", "220"), leaf("R", "330")})},
-                                     {{"U", "230"}});
+        Circuit c = testing::circuit(
+            mode, {leaf("R", "100"), group("P", {leaf("R", "220"), leaf("R", "330")})}, {{"U", "230"}});
         EXPECT_EQ(count(draw(c)), std::pair(0, 0));
         Values in{{"U", 230}, {"R1", 100}, {"R2", 220}, {"R3", 330}};
         const Values solved = forward(c.root, in, std::string(mode) == "ac");
@@ -247,8 +249,8 @@ TEST(SchematicTest, quantitiesTakeAPrefixWhereTheNumberWouldBeLong) {
         double v;
         const char* unit;
         const char* text;
-    } rows[] = {{47e-6, "F", "47 µF"}, {0.1, "H", "100 mH"}, {2, "H", "2 H"},
-                {4700, "Ω", "4700 Ω"}, {47000, "Ω", "47 kΩ"}, {0.5, "A", "0,5 A"}, {0.02, "A", "20 mA"}};
+    } rows[] = {{47e-6, "F", "47 µF"}, {0.1, "H", "100 mH"}, {2, "H", "2 H"},     {4700, "Ω", "4700 Ω"},
+                {47000, "Ω", "47 kΩ"}, {0.5, "A", "0,5 A"},  {0.02, "A", "20 mA"}};
     for (const auto& r : rows) {
         SCOPED_TRACE(r.text);
         EXPECT_EQ(quantityText(r.v, r.unit), r.text);

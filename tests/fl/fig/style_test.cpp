@@ -27,12 +27,15 @@ class StyleTest : public ::testing::Test {
 
 TEST_F(StyleTest, numbersHaveOneDecimalAPointAndNoLocale) {
     // The suite runs under da_DK, where printf would write "3,1".
+    // clang-format off
     const struct {
         double in;
         const char* out;
-    } rows[] = {{3.04, "3"},         {3.16, "3.2"},  {-0.04, "-0"},   {-2.25, "-2.3"}, {0, "0"},
-                {1234567.89, "1234567.9"}, {0.05, "0.1"},  {12.96, "13"},
-                {std::numeric_limits<double>::quiet_NaN(), "0"}, {std::numeric_limits<double>::infinity(), "0"}};
+    } rows[] = {
+        {3.04, "3"}, {3.16, "3.2"}, {-0.04, "-0"}, {-2.25, "-2.3"}, {0, "0"}, {1234567.89, "1234567.9"},
+        {0.05, "0.1"}, {12.96, "13"}, {std::numeric_limits<double>::quiet_NaN(), "0"},
+        {std::numeric_limits<double>::infinity(), "0"}};
+    // clang-format on
     for (const auto& r : rows) {
         SCOPED_TRACE(r.in);
         EXPECT_EQ(num(r.in), r.out);
@@ -59,6 +62,7 @@ TEST_F(StyleTest, classWordsCombineAndTheLaterWordWins) {
 }
 
 TEST_F(StyleTest, textClassesSetSizeColourAndWeight) {
+    // clang-format off
     const struct {
         const char* cls;
         double size;
@@ -66,6 +70,7 @@ TEST_F(StyleTest, textClassesSetSizeColourAndWeight) {
         bool bold, italic;
     } rows[] = {{"", 15, 2, false, false}, {"vname", 16, 2, true, true}, {"tick tbig", 12.5, 3, false, false},
                 {"glab hl", 11.5, 5, true, false}};
+    // clang-format on
     for (const auto& r : rows) {
         SCOPED_TRACE(r.cls);
         const TextStyle s = textStyle(r.cls);

@@ -16,8 +16,8 @@
 #include <cmath>
 #include <map>
 #include <sstream>
-#include <string_view>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace fl::testing {
@@ -86,7 +86,7 @@ inline bool svgNumber(QStringView t) {
 inline std::string svgProblem(const std::string& svg) {
     if (svg.empty()) return "empty";
     QXmlStreamReader xml(QByteArray::fromStdString(svg));
-    static const char16_t* const kNumeric[] = {u"x",  u"y",  u"x1", u"y1",    u"x2",     u"y2",       u"cx",
+    static const char16_t* const kNumeric[] = {u"x",  u"y", u"x1", u"y1",    u"x2",     u"y2",       u"cx",
                                                u"cy", u"r", u"rx", u"width", u"height", u"font-size"};
     int elements = 0;
     while (!xml.atEnd()) {
@@ -96,8 +96,8 @@ inline std::string svgProblem(const std::string& svg) {
         for (const QXmlStreamAttribute& a : xml.attributes()) {
             const QStringView name = a.qualifiedName(), value = a.value();
             const auto bad = [&](QStringView token) {
-                return "<" + xml.name().toString().toStdString() + "> " + name.toString().toStdString() + "=\"" +
-                       value.toString().toStdString() + "\": " + token.toString().toStdString();
+                return "<" + xml.name().toString().toStdString() + "> " + name.toString().toStdString() +
+                       "=\"" + value.toString().toStdString() + "\": " + token.toString().toStdString();
             };
             if (value.contains(u"nan", Qt::CaseInsensitive) || value.contains(u"inf", Qt::CaseInsensitive))
                 return bad(value);
@@ -133,7 +133,8 @@ inline std::string svgProblem(const std::string& svg) {
 }
 
 // Whether the segment a→b passes through the box (Liang–Barsky clipping).
-inline bool segmentCrosses(double ax, double ay, double bx, double by, double x0, double y0, double x1, double y1) {
+inline bool segmentCrosses(double ax, double ay, double bx, double by, double x0, double y0, double x1,
+                           double y1) {
     double t0 = 0, t1 = 1;
     const double dx = bx - ax, dy = by - ay;
     const double p[] = {-dx, dx, -dy, dy}, q[] = {ax - x0, x1 - ax, ay - y0, y1 - ay};
@@ -142,8 +143,10 @@ inline bool segmentCrosses(double ax, double ay, double bx, double by, double x0
             if (q[i] < 0) return false;
         } else {
             const double t = q[i] / p[i];
-            if (p[i] < 0) t0 = std::max(t0, t);
-            else t1 = std::min(t1, t);
+            if (p[i] < 0)
+                t0 = std::max(t0, t);
+            else
+                t1 = std::min(t1, t);
         }
     }
     return t0 < t1;
@@ -189,7 +192,8 @@ inline std::vector<Seg> svgSegments(const std::string& svg) {
         std::string t;
         std::istringstream in(s);
         while (in >> t) {
-            t.erase(std::remove_if(t.begin(), t.end(), [](char c) { return std::isalpha(static_cast<unsigned char>(c)); }),
+            t.erase(std::remove_if(t.begin(), t.end(),
+                                   [](char c) { return std::isalpha(static_cast<unsigned char>(c)); }),
                     t.end());
             if (!t.empty()) out.push_back(svgNum(t));
         }
@@ -214,10 +218,12 @@ inline std::vector<Seg> svgSegments(const std::string& svg) {
             const double cx = e.num("cx"), cy = e.num("cy"), r = e.num("r");
             for (int k = 0; k < 72; ++k) {
                 const double a = k * M_PI / 36, b = (k + 1) * M_PI / 36;
-                lines.push_back({cx + r * std::cos(a), cy + r * std::sin(a), cx + r * std::cos(b), cy + r * std::sin(b)});
+                lines.push_back(
+                    {cx + r * std::cos(a), cy + r * std::sin(a), cx + r * std::cos(b), cy + r * std::sin(b)});
             }
         }
-        // A sector as the arc writer makes it: "M cx cy L x0 y0 A r r 0 large sweep x1 y1 Z", or the open bow.
+        // A sector as the arc writer makes it: "M cx cy L x0 y0 A r r 0 large sweep x1 y1 Z", or the open
+        // bow.
         if (e.tag == "path" && e.attrs.at("d").find('A') != std::string::npos) {
             const std::string& d = e.attrs.at("d");
             const bool closed = d.find('L') != std::string::npos;
@@ -242,7 +248,8 @@ inline std::vector<Seg> svgSegments(const std::string& svg) {
                 const double chord = std::max(1e-9, std::hypot(hx, hy));
                 const double off = std::sqrt(std::max(0.0, r * r - chord * chord / 4));
                 cx = mx - hy / chord * off, cy = my + hx / chord * off;
-                if ((std::fabs(turn(cx, cy)) > M_PI) != large) cx = mx + hy / chord * off, cy = my - hx / chord * off;
+                if ((std::fabs(turn(cx, cy)) > M_PI) != large)
+                    cx = mx + hy / chord * off, cy = my - hx / chord * off;
             }
             const double a0 = std::atan2(y0 - cy, x0 - cx), span = turn(cx, cy);
             double px = x0, py = y0;
@@ -297,11 +304,14 @@ inline std::string shapeProblem(const std::vector<Shape>& shapes, const std::str
     const std::vector<SvgElement> elements = svgElements(svg);
     if (shapes.size() != elements.size())
         return std::to_string(shapes.size()) + " shapes for " + std::to_string(elements.size()) + " elements";
-    static const char* const kTag[] = {"line", "rect", "circle", "polygon", "polyline", "path", "path", "text"};
+    static const char* const kTag[] = {"line",     "rect", "circle", "polygon",
+                                       "polyline", "path", "path",   "text"};
     const auto near = [](const SvgElement& e, const char* name, double v) {
         return e.has(name) && std::fabs(e.num(name) - v) <= 0.051;
     };
-    const auto colour = [](int slot) { return slot < 0 ? std::string("none") : figColors().slot[size_t(slot)]; };
+    const auto colour = [](int slot) {
+        return slot < 0 ? std::string("none") : figColors().slot[size_t(slot)];
+    };
     for (size_t i = 0; i < shapes.size(); ++i) {
         const Shape& s = shapes[i];
         const SvgElement& e = elements[i];
@@ -316,7 +326,8 @@ inline std::string shapeProblem(const std::vector<Shape>& shapes, const std::str
             if (anchor != kAnchor[s.anchor]) return at + "anchor";
             if (!near(e, "font-size", s.font.size)) return at + "size";
             if (!s.halo && e.attrs.at("fill") != colour(s.font.colour)) return at + "colour";
-            if (s.font.bold != (e.has("font-weight") && e.attrs.at("font-weight") == "bold")) return at + "weight";
+            if (s.font.bold != (e.has("font-weight") && e.attrs.at("font-weight") == "bold"))
+                return at + "weight";
             if (s.font.italic != e.has("font-style")) return at + "slant";
             continue;
         }

@@ -43,14 +43,12 @@ TEST_F(CategoryTest, weakTextProblemsAreNamedWhenNoExerciseCanBeDrawn) {
          "Tekstopgaver."},
         {"two text problems",
          {"tekst:komp", "tekst:kabel"},
-         "Dine svage emner blandt tekstopgaverne er „Kompensering af en motor“ og „Kabel til carport“ – dem "
-         "øver "
-         "du under Tekstopgaver."},
+         "Dine svage emner blandt tekstopgaverne er „Kompensering af en motor“ og „Kabel til carport“ – "
+         "dem øver du under Tekstopgaver."},
         {"a closed exercise topic and a text problem",
          {"Kompensering", "tekst:kabel"},
-         "Der er ingen opgaver i dine svage emner lige nu. Dit svage emne blandt tekstopgaverne er „Kabel "
-         "til "
-         "carport“ – den øver du under Tekstopgaver."},
+         "Der er ingen opgaver i dine svage emner lige nu. Dit svage emne blandt tekstopgaverne er "
+         "„Kabel til carport“ – den øver du under Tekstopgaver."},
         {"only closed exercise topics", {"Kompensering"}, "Der er ingen opgaver i dine svage emner lige nu."},
     };
     // A text problem is never drawn as an exercise.
