@@ -91,19 +91,16 @@ class StartupTest : public FreshAppTest {
 
 // What the student sees of a damaged file: a fresh start, and the old bytes
 // kept beside it under a name the window's notice gives. The next start reads
-// the new file and says nothing more. Which damage counts is the store's test.
+// the new file and says nothing more. Which damage counts, and that the copy
+// is the old file byte for byte and made once, is the store's test.
 TEST_F(StartupTest, damagedFileIsKeptAsADatedCopyAndTheStartGoesOnAfresh) {
-    const std::string text = "\x01\x02 not json";
-    writeText(dataFile(), text);
+    writeText(dataFile(), "\x01\x02 not json");
     start();
-    Json data = Json::object();
-    data["fs_usage_starts"] = "1";
-    EXPECT_EQ(savedData(), data);
+    EXPECT_EQ(Json::dump(savedData()), R"({"fs_usage_starts":"1"})");
 
     const QStringList copies = QDir(dataDir()).entryList({"data-beskadiget-*.json"}, QDir::Files);
     ASSERT_EQ(copies.size(), 1);
     const QString copy = QDir(dataDir()).filePath(copies[0]);
-    EXPECT_EQ(readText(copy), text);
     const QString notice = app::damagedDataNotice();
     EXPECT_TRUE(notice.startsWith("Dine gemte data kunne ikke læses, så programmet er startet forfra"));
     EXPECT_TRUE(notice.contains("<b>" + QDir::toNativeSeparators(copy) + "</b>")) << notice.toStdString();
@@ -112,7 +109,6 @@ TEST_F(StartupTest, damagedFileIsKeptAsADatedCopyAndTheStartGoesOnAfresh) {
 
     start();
     EXPECT_EQ(app::damagedDataNotice(), "");
-    EXPECT_EQ(QDir(dataDir()).entryList({"data-beskadiget-*.json"}, QDir::Files), copies);
 }
 
 struct MigrationRow {
@@ -169,9 +165,6 @@ TEST_F(StartupTest, storedSettingsWithTheirFallbacks) {
         {"all set",
          R"({"fs_komma":"false","fs_rund":"\"x9\"","fs_trinvis":"true","fs_tekst":"1.25","fs_theme":"\"dark\""})",
          false, "x9", true, 1.25, app::ThemeDark},
-        {"other kinds count as missing",
-         R"({"fs_komma":"\"false\"","fs_rund":"5","fs_trinvis":"1","fs_tekst":"\"1.5\"","fs_theme":"true"})",
-         true, "p5", false, 1.0, app::ThemeAuto},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -273,7 +266,6 @@ TEST(CrashRecord, fatalSignalsAndUncaughtExceptionsLeaveARecord) {
         EXPECT_EQ(crashInChild(record, row.crash), row.signal);
         const std::string raw = readText(QString::fromStdString(record));
         ASSERT_EQ(raw.find("xxx"), std::string::npos) << "the old record is still there";
-        EXPECT_NE(raw.find("\n-- maps "), std::string::npos) << raw.substr(0, 400);
         ASSERT_TRUE(app::symboliseCrashFile(record));
         EXPECT_FALSE(app::symboliseCrashFile(record)) << "a named record is left as it is";
         const std::string text = readText(QString::fromStdString(record));
@@ -326,7 +318,6 @@ TEST(CrashRecord, withoutAPathTheProcessStillDiesAsItWould) {
     const std::string unwritable = (dir.path() + "/no/such/dir/crash.txt").toStdString();
     EXPECT_EQ(crashInChild(unwritable, []() noexcept { throwUncaught(); }), SIGABRT);
     EXPECT_FALSE(QFile::exists(QString::fromStdString(unwritable)));
-    EXPECT_EQ(crashInChild(unwritable, [] {}), 0);
 }
 
 } // namespace

@@ -22,13 +22,12 @@ TEST(CalcKeys, editTheLineAsTheKeypadPromises) {
         {"clearEmptiesTheLine", "230/47", 2, 2, "#CLR", "", 0},
         {"backspaceTakesTheCharacterBefore", "230", 2, 2, "#BS", "20", 1},
         {"backspaceAtTheStartChangesNothing", "230", 0, 0, "#BS", "230", 0},
-        {"backspaceTakesTheSelection", "2+30", 1, 3, "#BS", "20", 1},
         {"fractionAroundTheSelection", "2+3", 0, 3, "frac", "(2+3)/()", 7},
         {"emptyFractionWaitsInTheNumerator", "5+", 2, 2, "frac", "5+()/()", 3},
         {"inverseWithoutSelectionWaitsInside", "", 0, 0, "inv", "1/()", 3},
         {"inverseOfTheSelectionStandsBehind", "47", 0, 2, "inv", "1/(47)", 6},
         {"textReplacesTheSelection", "2*3", 1, 2, "^", "2^3", 2},
-        {"aSelectionMadeBackwards", "2+30", 3, 1, "#BS", "20", 1},
+        {"backspaceTakesASelectionMadeBackwards", "2+30", 3, 1, "#BS", "20", 1},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);

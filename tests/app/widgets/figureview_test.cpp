@@ -18,12 +18,8 @@ namespace {
 
 using FigureViewTest = FreshAppTest;
 
-QImage blank(const fl::FigureOut& fig) {
-    return app::test::panelImage(fig.w, fig.h);
-}
-
 QImage rendered(const fl::FigureOut& fig) {
-    QImage img = blank(fig);
+    QImage img = app::test::panelImage(fig.w, fig.h);
     QSvgRenderer svg(QByteArray::fromStdString(fl::svgDocument(fig)));
     QPainter p(&img);
     p.setRenderHint(QPainter::Antialiasing, true);
@@ -32,15 +28,12 @@ QImage rendered(const fl::FigureOut& fig) {
 }
 
 QImage painted(const fl::FigureOut& fig) {
-    QImage img = blank(fig);
+    QImage img = app::test::panelImage(fig.w, fig.h);
     QPainter p(&img);
     p.setRenderHint(QPainter::Antialiasing, true);
     app::paintShapes(p, fig.shapes, 1, {});
     return img;
 }
-
-using app::test::blockDifference;
-using app::test::kSame;
 
 // The demonstration's figures below, at and above resonance, and the machine
 // tools' live figures: coils, the source's sine, resistors at an angle,
@@ -69,7 +62,7 @@ TEST_F(FigureViewTest, paintsEveryFigureAsTheSvgRendererShowsIt) {
         }
         for (const auto& [name, fig] : figures) {
             SCOPED_TRACE(name + (theme == app::ThemeDark ? ", dark" : ""));
-            EXPECT_LT(blockDifference(painted(fig), rendered(fig)), kSame);
+            EXPECT_LT(app::test::blockDifference(painted(fig), rendered(fig)), app::test::kSame);
         }
     }
 }
@@ -87,7 +80,7 @@ TEST_F(FigureViewTest, dashesAndRoundedCornersArePaintedAsTheSvgShowsThem) {
         cv.rect(130, 30, 100, 60, "gbox", 8);
         const fl::FigureOut fig(cv.body(), 240, 100, {}, cv.takeShapes());
         ASSERT_EQ(fig.shapes.size(), 3u);
-        EXPECT_LT(blockDifference(painted(fig), rendered(fig)), 4) << theme;
+        EXPECT_LT(app::test::blockDifference(painted(fig), rendered(fig)), 4) << theme;
     }
 }
 

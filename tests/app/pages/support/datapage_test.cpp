@@ -79,7 +79,6 @@ TEST_F(DataPageTest, exportThenImportOnAFreshFolderGivesTheSameStoreKeyForKey) {
     EXPECT_EQ(page->status->text(),
               "✓ Gemt som <b>eksport.json</b>. Gem filen et sikkert sted – fx sammen med programmet.");
 
-    // Another computer: an empty data folder.
     QTemporaryDir other;
     DataStore::instance().resetForTest();
     DataStore::instance().setPath((other.path() + "/data.json").toStdString());
