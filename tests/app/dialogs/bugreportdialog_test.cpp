@@ -44,17 +44,17 @@ TEST_F(BugReportTest, sendsWhatTheStudentAllowsAndShowsTheAnswer) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         std::vector<std::pair<std::string, Json>> sent;
-        app::BugReportDialog dialog("kredsac", nullptr,
-                                    [&](const std::string& path, const std::string& body, std::string& out,
-                                        std::string& err) {
-                                        sent.emplace_back(path, Json::parse(body));
-                                        if (!row.reply) {
-                                            err = "Ingen forbindelse til serveren.";
-                                            return false;
-                                        }
-                                        out = *row.reply;
-                                        return true;
-                                    });
+        app::BugReportDialog dialog(
+            "kredsac", nullptr,
+            [&](const std::string& path, const std::string& body, std::string& out, std::string& err) {
+                sent.emplace_back(path, Json::parse(body));
+                if (!row.reply) {
+                    err = "Ingen forbindelse til serveren.";
+                    return false;
+                }
+                out = *row.reply;
+                return true;
+            });
         dialog.text->setPlainText(QString::fromUtf8(row.text));
         dialog.contact->setText(QStringLiteral(" elev@skole.dk "));
         dialog.technical->setChecked(row.technical);

@@ -31,7 +31,8 @@ class ClassWalk : public FreshAppTest {
     bool waitFor(const std::function<bool()>& done, int ms = 30000) {
         QElapsedTimer t;
         t.start();
-        while (!done() && t.elapsed() < ms) QApplication::processEvents(QEventLoop::AllEvents, 10);
+        while (!done() && t.elapsed() < ms)
+            QApplication::processEvents(QEventLoop::AllEvents, 10);
         return done();
     }
 };

@@ -2,8 +2,8 @@
 // cable, the answer reused in the voltage drop, refusals that keep the form,
 // the cable chooser filling R and X, and "Ryd".
 #include "tests/app/fake_host.h"
-#include "tests/app/pages/tools/driving.h"
 #include "tests/app/fresh_app.h"
+#include "tests/app/pages/tools/driving.h"
 
 #include "app/pages/formulas/homepage.h"
 #include "app/pages/tools/cablepages.h"
@@ -129,7 +129,7 @@ TEST_F(ToolPagesTest, clearPutsTheDefaultsBackAndTheChooserRefillsRAndX) {
     EXPECT_EQ(page->field("k_v")->text(), "1,5");
     EXPECT_EQ(page->field("I_Nks")->text(), "");
     EXPECT_EQ(page->field("R_lstik")->text(), "1,83"); // 10 mm² copper
-    EXPECT_EQ(page->field("R_lgrp")->text(), "12,1"); // 1,5 mm² copper
+    EXPECT_EQ(page->field("R_lgrp")->text(), "12,1");  // 1,5 mm² copper
     EXPECT_FALSE(page->noteView()->isVisible());
     EXPECT_FALSE(page->resultArea()->view()->hasContent());
 }
