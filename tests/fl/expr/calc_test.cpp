@@ -29,15 +29,13 @@ TEST_F(CalcTest, evaluatesTypedExpressions) {
     } rows[] = {
         {"implicitPi", "2π", 2 * kPi, false},
         {"piAfterPrefixLetter", "2pi", 2 * kPi, false},
-        {"inverseSine", "sin⁻¹(1)", 90, false},
         {"inverseCosineWithBlank", "cos ⁻¹(0,5)", 60, false},
         {"rootOfParenthesis", "√(9+16)", 5, false},
         {"caretRightAssociative", "2^3^2", 512, false},
         {"prefixThenSum", "5k+1", 5001, false},
         {"exponentNotPrefix", "1e-3", 0.001, false},
         {"decimalCommaEverywhere", "1,5+2,5", 4, false},
-        {"multiplicationSigns", "3×4·2", 24, false},
-        {"divisionSign", "10÷4", 2.5, false},
+        {"multiplicationAndDivisionSigns", "3×4·2÷8", 3, false},
         {"minusSign", "−5+2", -3, false},
         {"implicitBeforeFunction", "3sin(30)", 1.5, false},
         {"implicitLastResult", "2ans", 6, true},
@@ -54,23 +52,24 @@ TEST_F(CalcTest, evaluatesTypedExpressions) {
     }
 }
 
+struct TextRow {
+    const char* name;
+    const char* text;
+    std::string expected;
+};
+
 TEST_F(CalcTest, failsWithTheDocumentedTexts) {
-    const struct {
-        const char* name;
-        const char* text;
-        const char* what;
-    } rows[] = {
+    const TextRow rows[] = {
         {"letterAfterPrefix", "2min", "Ukendt navn: min"},
         {"lastResultWithoutValue", "ans+1", "Ukendt navn: ans"},
         {"numberGluedToFunctionName", "sin30", "Ukendt navn: sin30"},
-        {"euro", "5€", "Ukendt tegn"},
         {"noBreakSpace", "5\u00a0500", "Ukendt tegn"},
         {"twoCommas", "1,5,5", "rest i 1.5.5"},
         {"logIsNoImplicitProduct", "2log(5)", "rest i 2log(5)"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        EXPECT_EQ(errorOf([&] { calc(row.text); }), row.what);
+        EXPECT_EQ(errorOf([&] { calc(row.text); }), row.expected);
     }
 }
 
@@ -87,18 +86,12 @@ std::string preview(const std::string& text) {
 
 TEST_F(CalcTest, prettyCalcShowsNumbersAsTyped) {
     const std::string fn = "<span class=\"fn\">";
-    const struct {
-        const char* name;
-        const char* text;
-        std::string html;
-    } rows[] = {
+    const TextRow rows[] = {
         {"prefixesKept", "5,5k+70u", "5,5k + 70µ"},
         {"exponentAsPowerOfTen", "1e-3*5", "1·10<sup>−3</sup> · 5"},
         {"implicitPi", "2π", "2 · π"},
-        {"sineInDegrees", "sin(30)", fn + "sin</span>(30°)"},
         {"inverseSine", "sin⁻¹(0,5)", fn + "sin<sup>−1</sup></span>(0,5)"},
         {"fractionDrawn", "230/47", "[<span class=\"fr\"><span>230</span><span>47</span></span>]"},
-        {"rootDrawn", "√3·400", "[<span class=\"sq\">√<span class=\"rad\">3</span></span> · 400]"},
         {"powerTower", "2^3^4", "2<sup>3<sup>4</sup></sup>"},
         {"strayCommaIsAPoint", "sin(30,)", fn + "sin</span>(30°)"},
         {"trailingPointBeforeExponent", "9,e1", "9·10<sup>1</sup>"},
@@ -107,7 +100,7 @@ TEST_F(CalcTest, prettyCalcShowsNumbersAsTyped) {
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        EXPECT_EQ(preview(row.text), row.html) << row.text;
+        EXPECT_EQ(preview(row.text), row.expected) << row.text;
     }
     use(false, "p5");
     EXPECT_EQ(preview("2,5+1.5"), "2.5 + 1.5");

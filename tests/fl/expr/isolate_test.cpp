@@ -46,7 +46,6 @@ const Row kRows[] = {
      "(prod *y *c /a /b)"},
     {"sumAsFactor", "(x+a)*b", "y", "x", {kSwap, "Divider med b på begge sider", "Træk a fra på begge sider"},
      "(sum +(prod *y /b) -a)"},
-    {"halfAsTwice", "x*0.5", "y", "x", {kSwap, "Divider med 0,5 på begge sider"}, "(prod *2 *y)"},
     {"sine", "sin(x)", "a", "x", {kSwap, "Tag sin⁻¹ på begge sider"}, "(asin a)"},
     {"root", "sqrt(x)", "a", "x", {kSwap, "Sæt begge sider i anden"}, "(pow a 2)"},
 };
