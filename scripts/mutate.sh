@@ -371,6 +371,10 @@ exercise-key-topic-misspelt@@fl/formulas/lists.cpp@@"sub:El-lære|Parallel vekse
 teacher-key-kind-misspelt@@fl/formulas/lists.cpp@@"tekst:spole"@@"tekts:spole"@@glossary_test formulas_test
 icon-colour-ignored@@fl/formulas/icons.cpp@@attributeText(strokeColour) +@@std::string("#2457d6") +@@icons_test
 icon-shape-filled@@fl/formulas/icons.cpp@@R"(<circle cx="11" cy="24" r="7"/>)"@@R"(<circle cx="11" cy="24" r="7" fill="#000"/>)"@@icons_test
+help-text-decimal-point@@fl/formulas/help_el.cpp@@kobber 0,0175 og aluminium@@kobber 0.0175 og aluminium@@help_test
+help-text-unit-glued-on@@fl/formulas/help_el.cpp@@4 % af 230 V er 9,2 V;@@4 % af 230 V er 9,2V;@@help_test
+help-text-without-full-stop@@fl/formulas/help_el.cpp@@typisk 230 V mellem fase og nul."@@typisk 230 V mellem fase og nul"@@help_test
+help-text-tag-left-open@@fl/formulas/help_el.cpp@@ledningsmodstanden R<sub>L</sub> i et kabel@@ledningsmodstanden R<sub>L i et kabel@@help_test
 sidebar-search-words-ignored@@app/shell/mainwindow_sidebar.cpp@@!(name + QLatin1Char(' ') + QString::fromStdString(tile->search)).toLower().contains(filter))@@!name.toLower().contains(filter))@@app_test
 first-hit-home-while-searching@@app/shell/mainwindow_sidebar.cpp@@if (filtered && data == QLatin1String(fl::route::Home)) continue;@@if (false) continue;@@app_test
 sidebar-circuit-suffix-kept@@app/shell/mainwindow_sidebar.cpp@@circuit ? withoutCurrentSuffix(shown) : shown@@shown@@app_test

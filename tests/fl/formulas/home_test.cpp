@@ -68,7 +68,6 @@ TEST(TileGrid, drawsOpenKnownRoutesAsLinkedTiles) {
     EXPECT_EQ(count(html, "width=\"34\" height=\"34\""), 2u);
     // A formula has no subtitle of its own: its topic stands there.
     EXPECT_TRUE(has(html, "Ohms lov</b><br><span class=\"crumb\">Formel · Jævnstrøm</span>"));
-    EXPECT_EQ(count(fl::tileGrid({"trafo"}, true, {}, kLook), "width=\"44\" height=\"44\""), 1u);
 }
 
 TEST(IconImageRef, embedsTheDrawingAtItsShownSize) {
@@ -77,8 +76,7 @@ TEST(IconImageRef, embedsTheDrawingAtItsShownSize) {
         const char* icon; // the drawing it must carry
     };
     // Drawings of different lengths exercise every tail of the encoding.
-    const Row rows[] = {{"trafo", "trafo"}, {"ikmax", "ikmax"}, {"ikmin", "ikmin"},  {"calc", "calc"},
-                        {"ohm", "formel"},  {"ZRLC", "formel"}, {"finder", "finder"}};
+    const Row rows[] = {{"trafo", "trafo"}, {"ohm", "formel"}, {"finder", "finder"}};
     std::set<size_t> tails;
     for (const Row& r : rows) {
         SCOPED_TRACE(r.route);
@@ -149,8 +147,6 @@ TEST(HomeMarkup, showsItsGroupsInOrder) {
         s.look = kLook;
         const std::string html = fl::homeMarkup(s);
         EXPECT_EQ(headings(html), r.headings);
-        for (const std::string& route : r.closed)
-            EXPECT_FALSE(has(html, "go:" + route + "\""));
     }
 }
 

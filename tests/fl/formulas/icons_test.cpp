@@ -105,18 +105,6 @@ TEST(IconDocument, isWellFormedSvgOfStrokeShapesOnly) {
     }
 }
 
-// The drawing as Qt renders it for a page, on its own 48 px grid.
-QImage render(const std::string& key, int size) {
-    QSvgRenderer renderer(QByteArray::fromStdString(fl::iconDocument(key, "#000000")));
-    QImage img(size, size, QImage::Format_ARGB32_Premultiplied);
-    img.fill(Qt::transparent);
-    if (!renderer.isValid()) return img;
-    QPainter p(&img);
-    p.setRenderHint(QPainter::Antialiasing);
-    renderer.render(&p);
-    return img;
-}
-
 // About 4 px of margin, less half the stroke, leaves the outer two pixels
 // clear; a faint anti-aliased edge may touch them. The ink's share of the
 // square keeps a drawing beside its neighbours: below the band it fades (or
@@ -125,7 +113,13 @@ TEST(IconDrawing, keepsItsMarginAndTheWeightOfTheSet) {
     const int size = 48, frame = 2, faint = 64;
     for (const std::string& key : allKeys()) {
         SCOPED_TRACE(key);
-        const QImage img = render(key, size);
+        // As Qt renders it for a page, on its own 48 px grid.
+        QImage img(size, size, QImage::Format_ARGB32_Premultiplied);
+        img.fill(Qt::transparent);
+        QPainter p(&img);
+        p.setRenderHint(QPainter::Antialiasing);
+        QSvgRenderer(QByteArray::fromStdString(fl::iconDocument(key, "#000000"))).render(&p);
+        p.end();
         int outside = 0;
         double ink = 0;
         for (int y = 0; y < size; ++y)

@@ -5,7 +5,7 @@
 
 #include "fl/expr/eval.h"
 #include "fl/expr/parser.h"
-#include "fl/formulas/formula.h"
+#include "fl/formulas/catalogue.h"
 
 #include <cmath>
 #include <map>
@@ -47,12 +47,6 @@ inline double draw(const Range& r, std::mt19937& rng) {
     return r.lo + (r.hi - r.lo) * u(rng);
 }
 
-inline const FormulaVar* findPrimaryVar(const Formula& f) {
-    for (const FormulaVar& v : f.vars)
-        if (v.symbol == f.forms.front().var) return &v;
-    return nullptr;
-}
-
 // Every quantity of `vars` with a value; nothing when no believable set turns up.
 inline std::optional<std::map<std::string, double>> values(const Formula& f, std::mt19937& rng) {
     const FormulaForm& primary = f.forms.front();
@@ -67,7 +61,7 @@ inline std::optional<std::map<std::string, double>> values(const Formula& f, std
         const double p = eval(expr, scope);
         if (!std::isfinite(p) || p <= 0) continue;
         // A computed power factor, efficiency or percentage has to be believable too.
-        if (const FormulaVar* pv = findPrimaryVar(f);
+        if (const FormulaVar* pv = findVar(f, primary.var);
             pv && (pv->symbol.rfind("cosphi", 0) == 0 || pv->symbol == "eta" || pv->unit == "%") &&
             p > rangeFor(f, *pv).hi)
             continue;
