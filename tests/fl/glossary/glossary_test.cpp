@@ -14,8 +14,7 @@
 namespace fl {
 namespace {
 
-using markup_util::count;
-using markup_util::has;
+using namespace markup_util;
 
 std::vector<std::string> termsOf(const std::vector<size_t>& hits) {
     std::vector<std::string> out;

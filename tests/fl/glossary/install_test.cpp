@@ -24,7 +24,6 @@ TEST(IpCode, readsEachPosition) {
         {"IP20B",
          "IP20B",
          {"<b>2</b> – ", "<b>0</b> – Ingen", "<b>B</b> – Farlige dele kan ikke nås med en finger"}},
-        {"IPX5W", "IPX5W", {"<b>X</b>", "<b>5</b>", "<b>W</b> – Egnet"}},
         {"IPXXD", "IPXXD", {"<b>X</b>", "<b>X</b> – vand", "<b>D</b>"}},
         {"IP55CHM", "IP55CHM", {"<b>5</b>", "<b>5</b>", "<b>C</b>", "<b>H</b>", "<b>M</b>"}},
         {"IPX9", "IPX9", {"<b>X</b>", "<b>9</b> – Beskyttet mod vandstråler med højt tryk"}},

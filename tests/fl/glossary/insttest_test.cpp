@@ -24,7 +24,6 @@ TEST(LoopLimit, largestLoopImpedanceForABreaker) {
     } rows[] = {
         // Ia = k·In; Zs = 230 / Ia; 2/3 of that for a measurement at room temperature.
         {"lowerCaseB10", 10, 'b', nan, 50, 4.6, 3.0666667, nan, false},
-        {"C16", 16, 'C', nan, 160, 1.4375, 0.9583333, nan, false},
         {"D20", 20, 'D', nan, 400, 0.575, 0.3833333, nan, false},
         {"B16Measured2", 16, 'B', 2.0, 80, 2.875, 1.9166667, 115, true},
         {"C16Measured1,5", 16, 'C', 1.5, 160, 1.4375, 0.9583333, 153.33333, false},
@@ -72,8 +71,8 @@ using LimitCalculator = SettingsTest;
 TEST_F(LimitCalculator, showsTheLimitsInDanishNumbers) {
     const std::string html = limitCalculatorHtml(
         {{"In", "16"}, {"kar", "C"}, {"U0", "230"}, {"Zs", "1,2"}, {"Idn", "30m"}, {"UL", "50"}, {"RA", ""}});
-    for (const char* part : {"= <b>160 A</b>", "<span class=\"big2\">1,4375 Ω</span>", "<b>0,95833 Ω</b>",
-                             "= 191,67 A", "<p class=\"ok\">✓ Den målte Z<sub>s</sub> er under grænsen",
+    for (const char* part : {"<span class=\"big2\">1,4375 Ω</span>", "= 191,67 A",
+                             "<p class=\"ok\">✓ Den målte Z<sub>s</sub> er under grænsen",
                              "Men der er ikke 2/3-margen", "<span class=\"big2\">1666,7 Ω</span>"})
         EXPECT_NE(html.find(part), std::string::npos) << part;
     EXPECT_EQ(html.find("Berøringsspænding ved den målte"), std::string::npos) << "no RA given";

@@ -12,8 +12,7 @@ namespace {
 
 using Minform = SettingsTest;
 
-using markup_util::count;
-using markup_util::has;
+using namespace markup_util;
 
 TEST_F(Minform, showsPinnedFamiliesInOrderWithTheStudentsNotes) {
     const std::string html =
