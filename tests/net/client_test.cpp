@@ -72,17 +72,13 @@ class ClientTest : public testsupport::TlsSuite {
 };
 
 TEST_F(ClientTest, anyStatusBelow500IsAnAnswerAndFailuresAreDanishSentences) {
-    // A server that answers every path with the status it names.
-    httplib::SSLServer fake(certs->path("cert.pem").c_str(), certs->path("key.pem").c_str());
-    fake.Post(R"(/api/status/(\d+))", [](const httplib::Request& req, httplib::Response& res) {
-        res.status = std::stoi(req.matches[1]);
-        res.set_content("{\"error\":\"x\"}", "application/json");
+    // A path that answers with the status it names.
+    const TestServer fake(*certs, {}, "cert", "key", [](httplib::Server& http) {
+        http.Post(R"(/api/status/(\d+))", [](const httplib::Request& req, httplib::Response& res) {
+            res.status = std::stoi(req.matches[1]);
+            res.set_content("{\"error\":\"x\"}", "application/json");
+        });
     });
-    const int fakePort = fake.bind_to_any_port("127.0.0.1");
-    std::thread loop([&] { fake.listen_after_bind(); });
-    while (!fake.is_running())
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    const std::string fakeBase = "https://127.0.0.1:" + std::to_string(fakePort) + "/api/";
 
     struct Row {
         const char* name;
@@ -91,8 +87,8 @@ TEST_F(ClientTest, anyStatusBelow500IsAnAnswerAndFailuresAreDanishSentences) {
         bool ok;
         const char* out; // or the error
     } rows[] = {
-        {"499", fakeBase, "/status/499", true, R"({"error":"x"})"},
-        {"500", fakeBase, "/status/500", false, "Serveren svarede med en fejl (500)."},
+        {"499", fake.base(), "/status/499", true, R"({"error":"x"})"},
+        {"500", fake.base(), "/status/500", false, "Serveren svarede med en fejl (500)."},
         {"no one listening", "https://127.0.0.1:" + std::to_string(freePort()) + "/api", "/check", false,
          "Ingen forbindelse til serveren."},
         {"plain http", "http://127.0.0.1:" + std::to_string(srv->port) + "/api", "/check", false,
@@ -105,8 +101,6 @@ TEST_F(ClientTest, anyStatusBelow500IsAnAnswerAndFailuresAreDanishSentences) {
         EXPECT_EQ(row.ok ? out : err, row.out);
         EXPECT_EQ(row.ok ? err : out, "");
     }
-    fake.stop();
-    loop.join();
 }
 
 const char* const kUntrusted =

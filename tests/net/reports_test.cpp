@@ -4,10 +4,10 @@
 
 #include "store/datastore.h"
 #include "store/keys.h"
+#include "tests/fl/practice/temp_store.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <optional>
@@ -24,22 +24,10 @@ struct Sent {
     Json body;
 };
 
-class Reports : public ::testing::Test {
+class Reports : public TempStoreTest {
   protected:
-    void SetUp() override {
-        std::string tmpl = (std::filesystem::temp_directory_path() / "reports_test_XXXXXX").string();
-        ASSERT_NE(mkdtemp(tmpl.data()), nullptr);
-        dir = tmpl;
-        DataStore::instance().resetForTest();
-        DataStore::instance().setPath((dir / "data.json").string());
-    }
-    void TearDown() override {
-        DataStore::instance().resetForTest();
-        std::filesystem::remove_all(dir);
-    }
-
-    void writeCrash(const std::string& text) { std::ofstream(dir / "crash.txt", std::ios::binary) << text; }
-    bool crashThere() const { return std::filesystem::exists(dir / "crash.txt"); }
+    void writeCrash(const std::string& text) { std::ofstream(dir_ / "crash.txt", std::ios::binary) << text; }
+    bool crashThere() const { return std::filesystem::exists(dir_ / "crash.txt"); }
 
     // Answers every call with `reply`, or fails them all when it is empty.
     net::Poster poster(std::optional<std::string> reply) {
@@ -60,7 +48,6 @@ class Reports : public ::testing::Test {
         return nullptr;
     }
 
-    std::filesystem::path dir;
     std::vector<Sent> sent;
 };
 
@@ -71,7 +58,7 @@ TEST_F(Reports, withoutConsentNothingGoesOutAndTheCrashRecordIsDeleted) {
         if (!consent.isNull()) storeSet(key::Telemetry, consent);
         storeSet(key::UsageStarts, Json(3));
         writeCrash(kRecord);
-        net::sendReports(dir.string(), poster("{}"), kNow);
+        net::sendReports(dir_.string(), poster("{}"), kNow);
         EXPECT_TRUE(sent.empty());
         EXPECT_FALSE(crashThere());
         EXPECT_EQ(storeGet(key::UsageStarts).asNumber(-1), 3) << "the counts stay home";
@@ -79,21 +66,19 @@ TEST_F(Reports, withoutConsentNothingGoesOutAndTheCrashRecordIsDeleted) {
     }
 }
 
-struct TimingRow {
-    const char* name;
-    double hoursSinceLast;
-    Json usage;
-    double starts;
-    bool crash;                       // a crash record lies there
-    std::optional<std::string> reply; // none: the network fails
-    bool sends;                       // and moves the time of the last report
-    bool resets;
-    bool crashKept;
-};
-
 TEST_F(Reports, theTwentyHourRuleAndTheCrashRecordDeletedOnlyWhenSent) {
     const Json pages = Json::parse(R"({"Ohms lov":3,"Forside":2})");
-    const TimingRow rows[] = {
+    const struct {
+        const char* name;
+        double hoursSinceLast;
+        Json usage;
+        double starts;
+        bool crash;                       // a crash record lies there
+        std::optional<std::string> reply; // none: the network fails
+        bool sends;                       // and moves the time of the last report
+        bool resets;
+        bool crashKept;
+    } rows[] = {
         {"first start", kNow / kHour, Json(), 1, false, "{}", true, true, false},
         {"exactly 20 hours; a crash goes anyway", 20, pages, 2, true, "{}", false, false, false},
         {"a little over 20 hours", 20.01, pages, 2, false, "{}", true, true, false},
@@ -112,7 +97,7 @@ TEST_F(Reports, theTwentyHourRuleAndTheCrashRecordDeletedOnlyWhenSent) {
         EXPECT_EQ(s.body.at("uid").asString(), uid);
         EXPECT_EQ(s.body.obj.size(), s.body.has("text") ? 4u : 5u) << Json::dump(s.body, 0);
     };
-    for (const TimingRow& row : rows) {
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         sent.clear();
         storeSet(key::Telemetry, Json(true));
@@ -120,9 +105,9 @@ TEST_F(Reports, theTwentyHourRuleAndTheCrashRecordDeletedOnlyWhenSent) {
         storeSet(key::TelemetryLast, Json(last));
         storeSet(key::Usage, row.usage);
         storeSet(key::UsageStarts, Json(row.starts));
-        std::filesystem::remove(dir / "crash.txt");
+        std::filesystem::remove(dir_ / "crash.txt");
         if (row.crash) writeCrash(kRecord);
-        net::sendReports(dir.string(), poster(row.reply), kNow);
+        net::sendReports(dir_.string(), poster(row.reply), kNow);
         const Sent* usage = sentKind("usage");
         ASSERT_EQ(usage != nullptr, row.sends);
         if (usage) {
@@ -152,7 +137,7 @@ TEST_F(Reports, visitsCountedWhileTheReportIsUnderWayAreKept) {
     storeSet(key::Usage, Json::parse(R"({"Ohms lov":3,"Kabel":1})"));
     storeSet(key::UsageStarts, Json(2));
     net::sendReports(
-        dir.string(),
+        dir_.string(),
         [](const std::string&, const std::string&, std::string& out, std::string&) {
             // The student goes on working meanwhile.
             storeSet(key::Usage, Json::parse(R"({"Ohms lov":5,"Kabel":1,"Forside":1})"));

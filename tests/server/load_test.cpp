@@ -96,8 +96,6 @@ int main(int argc, char** argv) {
         threads.emplace_back([&, i] {
             std::mt19937 rng(static_cast<unsigned>(i));
             std::uniform_int_distribution<int> think(50, 250); // ms between two actions of one student
-            std::vector<double> myCheck, myAnswer, mySteady, myKept;
-            std::vector<std::string> myAcked;
             net::Session session;
             const auto post = [&](const std::string& path, const std::string& body, std::string& out) {
                 std::string err;
@@ -111,9 +109,10 @@ int main(int argc, char** argv) {
                 auto ms = std::chrono::duration<double, std::milli>(Clock::now() - t0).count();
                 ++requests;
                 if (checked && out.find("\"error\"") == std::string::npos) {
-                    myCheck.push_back(ms);
-                    if (!fresh && session.connections() == opened) myKept.push_back(ms);
-                    if (t0 < half) mySteady.push_back(ms);
+                    std::lock_guard lock(mutex);
+                    checkMs.push_back(ms);
+                    if (!fresh && session.connections() == opened) keptCheckMs.push_back(ms);
+                    if (t0 < half) steadyCheckMs.push_back(ms);
                 } else {
                     ++failures;
                 }
@@ -127,19 +126,14 @@ int main(int argc, char** argv) {
                 ms = std::chrono::duration<double, std::milli>(Clock::now() - t0).count();
                 ++requests;
                 if (sent && out == "{}") {
-                    myAnswer.push_back(ms);
-                    myAcked.push_back(answer);
+                    std::lock_guard lock(mutex);
+                    answerMs.push_back(ms);
+                    acked.push_back(answer);
                 } else {
                     ++failures;
                 }
                 std::this_thread::sleep_for(std::chrono::milliseconds(think(rng)));
             }
-            std::lock_guard lock(mutex);
-            checkMs.insert(checkMs.end(), myCheck.begin(), myCheck.end());
-            keptCheckMs.insert(keptCheckMs.end(), myKept.begin(), myKept.end());
-            steadyCheckMs.insert(steadyCheckMs.end(), mySteady.begin(), mySteady.end());
-            answerMs.insert(answerMs.end(), myAnswer.begin(), myAnswer.end());
-            acked.insert(acked.end(), myAcked.begin(), myAcked.end());
         });
 
     // Half way: kill -9, and start again on the same file and port.

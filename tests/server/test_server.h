@@ -16,6 +16,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -82,12 +83,15 @@ inline int freePort() {
 
 class TestServer {
   public:
+    // `ahead` may add routes that take precedence over the real ones.
     explicit TestServer(const TestCerts& certs, server::WebSettings settings = {},
-                        const std::string& certName = "cert", const std::string& keyName = "key")
+                        const std::string& certName = "cert", const std::string& keyName = "key",
+                        const std::function<void(httplib::Server&)>& ahead = {})
         : settings_(std::move(settings)),
           http_(certs.path(certName + ".pem").c_str(), certs.path(keyName + ".pem").c_str()) {
-        db = server::openSqlite(certs.path("class-" + std::to_string(counter()++) + ".db"));
+        db = server::openSqlite(certs.path("class-" + std::to_string(counter_++) + ".db"));
         http_.set_payload_max_length(256 * 1024);
+        if (ahead) ahead(http_);
         site_ = server::mount(http_, *db, settings_);
         port = http_.bind_to_any_port("127.0.0.1");
         thread_ = std::thread([this] { http_.listen_after_bind(); });
@@ -104,10 +108,7 @@ class TestServer {
     int port = 0;
 
   private:
-    static int& counter() {
-        static int n = 0;
-        return n;
-    }
+    static inline int counter_ = 0;
     server::WebSettings settings_;
     httplib::SSLServer http_;
     std::shared_ptr<void> site_;

@@ -104,11 +104,6 @@ TEST_F(WebTest, cookiesAreHttpOnlySecureAndStrict) {
     ASSERT_EQ(b.setCookies.size(), 1u);
     const std::string flags = "; Path=/; Max-Age=3600; HttpOnly; Secure; SameSite=Strict";
     EXPECT_EQ(b.setCookies[0].substr(b.setCookies[0].find(';')), flags);
-
-    signUpIn(b, "ane@skole.dk");
-    ASSERT_FALSE(b.setCookies.empty());
-    for (const std::string& c : b.setCookies)
-        EXPECT_NE(c.find("; HttpOnly; Secure; SameSite=Strict"), std::string::npos) << c;
 }
 
 TEST_F(WebTest, formsWithoutTheirTokenChangeNothing) {
@@ -233,12 +228,8 @@ TEST_F(WebTest, aTaskLosesNothingAndItsAnswersAreEscaped) {
     EXPECT_EQ(stored.at("mode").asString(), "ac");
     EXPECT_EQ(stored.at("root").at("ch").asArray().size(), 2u);
 
-    httplib::SSLClient student("127.0.0.1", srv->port);
-    student.set_ca_cert_path(certs->path("ca.pem"));
-    const std::string body = R"({"key":")" + cls.code +
-                             R"(","uid":"u1","name":"<script>alert(1)</script>","id":")" + t.id +
-                             R"(","status":"question","answer":"<img src=x onerror=alert(2)>"})";
-    ASSERT_EQ(student.Post("/api/tasks/answer", body, "application/json")->status, 200);
+    srv->db->addAnswer(cls.id, {0, t.id, "u1", "<script>alert(1)</script>", "question",
+                                "<img src=x onerror=alert(2)>", 1000});
     const std::string html = ane->get(page + "/opgave/" + t.id)->body;
     EXPECT_NE(html.find("&lt;script&gt;alert(1)&lt;/script&gt;"), std::string::npos);
     EXPECT_NE(html.find("&lt;img src=x onerror=alert(2)&gt;"), std::string::npos);

@@ -2,6 +2,7 @@
 // form, load of both forms and of broken files, damaged files set aside,
 // atomic saves and saves that fail on a read-only folder or a full disk, bundles.
 #include "store/datastore.h"
+#include "tests/fl/practice/temp_store.h"
 #include "tests/support/disk_faults.h"
 
 #include <gtest/gtest.h>
@@ -10,7 +11,6 @@
 #include <unistd.h>
 
 #include <csignal>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -42,28 +42,19 @@ std::string withoutStamp(const std::string& text) {
     return std::regex_replace(text, stamp, "\"saved\": \"*\"");
 }
 
-class DataStoreTest : public ::testing::Test {
+class DataStoreTest : public TempStoreTest {
   protected:
     void SetUp() override {
-        std::string tmpl = (fs::temp_directory_path() / "store_test_XXXXXX").string();
-        ASSERT_NE(mkdtemp(tmpl.data()), nullptr);
-        dir = tmpl;
-        file = dir / "data.json";
-        store().resetForTest();
-    }
-    void TearDown() override {
-        store().resetForTest();
-        fs::remove_all(dir);
+        TempStoreTest::SetUp();
+        file = dir_ / "data.json";
     }
     static DataStore& store() { return DataStore::instance(); }
     void usePath() { store().setPath(file.string()); }
 
-    fs::path dir;
     fs::path file;
 };
 
 TEST_F(DataStoreTest, savedFileHasTheExactDocumentForm) {
-    usePath();
     store().set("b", "x");
     store().set("a", 1.5);
     Json c = Json::object();
@@ -80,13 +71,11 @@ TEST_F(DataStoreTest, savedFileHasTheExactDocumentForm) {
                                            " \"saved\": \"*\",\n"
                                            " \"version\": 1\n"
                                            "}");
-    EXPECT_FALSE(fs::exists(dir / "data.json.tmp"));
+    EXPECT_FALSE(fs::exists(dir_ / "data.json.tmp"));
     EXPECT_EQ(withoutStamp(store().exportText()), withoutStamp(readAll(file)));
 
     // What was written reads back as the same values, under the Danish locale too.
-    store().resetForTest();
-    usePath();
-    ASSERT_TRUE(store().load());
+    restart();
     EXPECT_EQ(store().get("a"), Json(1.5));
     EXPECT_EQ(store().get("c"), c);
     EXPECT_EQ(store().keys(), (std::vector<std::string>{"a", "b", "c"}));
@@ -104,16 +93,14 @@ std::vector<fs::path> damagedCopies(const fs::path& dir) {
     return out;
 }
 
-struct DamageRow {
-    const char* name;
-    std::optional<std::string> bytes; // none: no file at all
-    bool setAside = true;             // false: nothing in it to keep
-    bool unreadable = false;
-};
-
 TEST_F(DataStoreTest, damagedFileIsMovedAsideByteForByteAndTheStoreStartsEmpty) {
     const std::string good = R"({"app":"Keldvarn","data":{"fs_fc":"{\"kort\":[1,2]}"},"version":1})";
-    const DamageRow rows[] = {
+    const struct {
+        const char* name;
+        std::optional<std::string> bytes; // none: no file at all
+        bool setAside = true;             // false: nothing in it to keep
+        bool unreadable = false;
+    } rows[] = {
         {"cut off", good.substr(0, good.size() / 2)},
         {"byte order mark in front", "\xEF\xBB\xBF" + good},
         {"top level is an array", "[" + good + "]"},
@@ -123,7 +110,7 @@ TEST_F(DataStoreTest, damagedFileIsMovedAsideByteForByteAndTheStoreStartsEmpty) 
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        for (const fs::path& old : damagedCopies(dir))
+        for (const fs::path& old : damagedCopies(dir_))
             fs::remove(old);
         fs::remove(file);
         if (row.bytes) writeAll(file, *row.bytes);
@@ -135,7 +122,7 @@ TEST_F(DataStoreTest, damagedFileIsMovedAsideByteForByteAndTheStoreStartsEmpty) 
             if (row.unreadable) {
                 fs::permissions(file, fs::perms::none);
                 if (geteuid() == 0) {
-                    ASSERT_EQ(chown(dir.c_str(), AsNobody::uid(), AsNobody::uid()), 0);
+                    ASSERT_EQ(chown(dir_.c_str(), AsNobody::uid(), AsNobody::uid()), 0);
                 }
                 nobody.emplace();
             }
@@ -144,32 +131,28 @@ TEST_F(DataStoreTest, damagedFileIsMovedAsideByteForByteAndTheStoreStartsEmpty) 
         EXPECT_EQ(store().keys(), std::vector<std::string>{"kept"});
         if (!row.setAside) {
             EXPECT_EQ(store().damagedCopy(), "");
-            EXPECT_TRUE(damagedCopies(dir).empty());
+            EXPECT_TRUE(damagedCopies(dir_).empty());
             continue;
         }
 
-        const fs::path copy =
-            fs::path(std::u8string(store().damagedCopy().begin(), store().damagedCopy().end()));
-        EXPECT_EQ(copy.parent_path(), dir);
+        const fs::path copy = store().damagedCopy();
+        EXPECT_EQ(copy.parent_path(), dir_);
         if (row.unreadable) fs::permissions(copy, fs::perms::owner_read);
-        EXPECT_EQ(damagedCopies(dir), std::vector<fs::path>{copy});
+        EXPECT_EQ(damagedCopies(dir_), std::vector<fs::path>{copy});
         EXPECT_EQ(readAll(copy), *row.bytes);
         EXPECT_FALSE(fs::exists(file));
 
         // The start's first save makes a fresh file; the next start reads it
         // and leaves the copy alone.
         store().set("usage_starts", 1);
-        store().resetForTest();
-        usePath();
-        EXPECT_TRUE(store().load());
+        restart();
         EXPECT_EQ(store().damagedCopy(), "");
-        EXPECT_EQ(damagedCopies(dir), std::vector<fs::path>{copy});
+        EXPECT_EQ(damagedCopies(dir_), std::vector<fs::path>{copy});
         EXPECT_EQ(readAll(copy), *row.bytes);
     }
 }
 
 TEST_F(DataStoreTest, aSecondDamageInTheSameSecondKeepsBothCopies) {
-    usePath();
     writeAll(file, "{1");
     EXPECT_FALSE(store().load());
     const std::string first = store().damagedCopy();
@@ -183,7 +166,6 @@ TEST_F(DataStoreTest, aSecondDamageInTheSameSecondKeepsBothCopies) {
 
 TEST_F(DataStoreTest, folderNamedLikeTheFileStartsEmptyAndSavesFail) {
     fs::create_directories(file / "inside");
-    usePath();
     EXPECT_FALSE(store().load());
     EXPECT_EQ(store().damagedCopy(), "");
     EXPECT_TRUE(store().keys().empty());
@@ -191,19 +173,17 @@ TEST_F(DataStoreTest, folderNamedLikeTheFileStartsEmptyAndSavesFail) {
     EXPECT_TRUE(store().saveFailing());
     EXPECT_EQ(store().get("a"), Json(1));
     EXPECT_TRUE(fs::is_directory(file / "inside"));
-    EXPECT_FALSE(fs::exists(dir / "data.json.tmp"));
+    EXPECT_FALSE(fs::exists(dir_ / "data.json.tmp"));
 }
 
-// What fails a save, and how to take the obstacle away again.
-struct SaveObstacle {
-    const char* name;
-    std::function<void(const fs::path& dir)> put;
-    std::function<void(const fs::path& dir)> clear;
-    bool asNobody = false;
-};
-
 TEST_F(DataStoreTest, failedSaveKeepsTheOldFileAndMemoryAndRetriesLater) {
-    const SaveObstacle rows[] = {
+    // What fails a save, and how to take the obstacle away again.
+    const struct {
+        const char* name;
+        std::function<void(const fs::path& dir)> put;
+        std::function<void(const fs::path& dir)> clear;
+        bool asNobody = false;
+    } rows[] = {
         {"read-only folder", [](const fs::path& d) { fs::permissions(d, fs::perms(0555)); },
          [](const fs::path& d) { fs::permissions(d, fs::perms(0700)); }, true},
         // Writes into /dev/full fail with ENOSPC, as on a full disk.
@@ -218,7 +198,7 @@ TEST_F(DataStoreTest, failedSaveKeepsTheOldFileAndMemoryAndRetriesLater) {
         ASSERT_FALSE(store().saveFailing());
         const std::string before = readAll(file);
 
-        row.put(dir);
+        row.put(dir_);
         {
             std::optional<AsNobody> nobody;
             if (row.asNobody) nobody.emplace();
@@ -227,9 +207,9 @@ TEST_F(DataStoreTest, failedSaveKeepsTheOldFileAndMemoryAndRetriesLater) {
         EXPECT_TRUE(store().saveFailing());
         EXPECT_EQ(readAll(file), before);
         EXPECT_EQ(store().get("a"), Json(2));
-        EXPECT_FALSE(fs::exists(fs::symlink_status(dir / "data.json.tmp"))) << "a partial temporary remains";
+        EXPECT_FALSE(fs::exists(fs::symlink_status(dir_ / "data.json.tmp"))) << "a partial temporary remains";
 
-        row.clear(dir);
+        row.clear(dir_);
         store().set("b", 3);
         EXPECT_FALSE(store().saveFailing());
         EXPECT_NE(readAll(file).find("\"fs_a\": \"2\""), std::string::npos);
@@ -251,7 +231,6 @@ TEST_F(DataStoreTest, killDuringSavesLeavesAWholeFile) {
         return Json::dump(doc, 1);
     };
     const std::string a = bundle("old"), b = bundle("new");
-    usePath();
     ASSERT_TRUE(store().importBundle(a, nullptr));
     std::mt19937 rng(12345);
     for (int round = 0; round < 12; ++round) {
@@ -277,19 +256,17 @@ TEST_F(DataStoreTest, killDuringSavesLeavesAWholeFile) {
         EXPECT_TRUE(first.rfind("old", 0) == 0 || first.rfind("new", 0) == 0) << first.substr(0, 10);
         EXPECT_EQ(store().getString("k1999").substr(0, 3), first.substr(0, 3));
         ASSERT_TRUE(store().save());
-        EXPECT_FALSE(fs::exists(dir / "data.json.tmp"));
+        EXPECT_FALSE(fs::exists(dir_ / "data.json.tmp"));
     }
-    EXPECT_TRUE(damagedCopies(dir).empty());
+    EXPECT_TRUE(damagedCopies(dir_).empty());
 }
 
-struct LoadRow {
-    const char* name;
-    std::string text;
-    std::vector<std::pair<std::string, std::string>> entries; // key, stored JSON text
-};
-
 TEST_F(DataStoreTest, loadReadsBothFormsAndFiltersMembers) {
-    const LoadRow rows[] = {
+    const struct {
+        const char* name;
+        std::string text;
+        std::vector<std::pair<std::string, std::string>> entries; // key, stored JSON text
+    } rows[] = {
         {"flat form of older versions", R"({"fs_a":"1","other":"2"})", {{"a", "1"}}},
         {"unprefixed and non-string members dropped",
          R"({"data":{"x":"1","fs_n":5,"fs_o":{},"fs_ok":"[1]","FS_up":"1"}})",
@@ -298,11 +275,8 @@ TEST_F(DataStoreTest, loadReadsBothFormsAndFiltersMembers) {
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        store().resetForTest();
+        store().set("stale", 1); // in memory, for the load to replace
         writeAll(file, row.text);
-        usePath();
-        store().set("stale", 1);  // overwrites the file...
-        writeAll(file, row.text); // ...so put the document back
         ASSERT_TRUE(store().load());
         std::vector<std::string> keys;
         for (const auto& [key, text] : row.entries) {
@@ -316,7 +290,6 @@ TEST_F(DataStoreTest, loadReadsBothFormsAndFiltersMembers) {
 // An unparsable value stays in the store as it was read; only its reading falls back.
 TEST_F(DataStoreTest, readsFallBackOnMissingOrUnparsableValues) {
     writeAll(file, R"({"data":{"fs_n":"2.5","fs_s":"\"tekst\"","fs_bad":"{"}})");
-    usePath();
     ASSERT_TRUE(store().load());
     EXPECT_EQ(store().keys(), (std::vector<std::string>{"bad", "n", "s"}));
     const struct {
