@@ -360,6 +360,7 @@ isolate-one-pass-more@@fl/expr/isolate.cpp@@constexpr int kMaxPasses = 26;@@cons
 too-large-always-singular@@fl/formulas/fields.cpp@@large.size() == 1 ?@@true ?@@formulas_pages_test
 overflow-line-read-as-unreadable@@fl/formulas/fields.cpp@@(std::isnan(value) && tooLarge(text))@@(false)@@formulas_pages_test
 finder-one-formula-plural@@fl/formulas/finderview.cpp@@(families == 1 ? " formel" : " formler")@@(" formler")@@formulas_pages_test
+finder-counts-closed-families@@fl/formulas/finderview.cpp@@if (findFormula(key) && isOpen(open, key)) out.push_back(key);@@if (findFormula(key)) out.push_back(key);@@formulas_pages_test
 formula-chip-of-closed-family@@fl/formulas/home.cpp@@met.count(f.topic) || (open && !open(f.key))) continue;@@met.count(f.topic)) continue;@@formulas_pages_test
 page-ref-for-named-sheets@@fl/formulas/catalogue.cpp@@if (!page.empty() && page[0] >= '0' && page[0] <= '9') return@@if (!page.empty()) return@@formulas_test solve_test
 figure-after-the-steps@@fl/formulas/solve.cpp@@"</div></div>" + fig + stepBlocks(blocks) + "</div>";@@"</div></div>" + stepBlocks(blocks) + fig + "</div>";@@solve_test
