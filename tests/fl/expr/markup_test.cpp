@@ -40,7 +40,6 @@ struct TextRow {
 
 const TextRow kTextRows[] = {
     {"escapeAmpersandFirst", htmlEscape, "a<b & c>d &lt;", "a&lt;b &amp; c&gt;d &amp;lt;"},
-    {"varSpan", varSpan, "U<sub>R</sub>", "<span class=\"v\">U<sub>R</sub></span>"},
     {"symbolOnlyLettersInIndex", symbolHtml, "U_12 og I_Nx2", "U_12 og I<sub>Nx</sub>2"},
     {"symbolCosPhi", symbolHtml, "cos φ_2 = 0,9", "cos φ<sub>2</sub> = 0,9"},
     {"stripTags", stripTags, "<p class=\"x\">U<sub>1</sub> = 5</p>", "U1 = 5"},

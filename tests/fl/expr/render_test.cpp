@@ -2,7 +2,6 @@
 // powers and functions are drawn flat and tall.
 #include "fl/expr/eval.h"
 #include "fl/expr/markup.h"
-#include "fl/expr/numbers.h"
 #include "fl/expr/parser.h"
 #include "fl/expr/render.h"
 #include "fl/expr/symbols.h"

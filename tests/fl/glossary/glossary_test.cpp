@@ -2,7 +2,6 @@
 // search, the teacher's keys and the page markup.
 #include "fl/glossary/glossary.h"
 
-#include "fl/expr/markup.h"
 #include "fl/formulas/catalogue.h"
 #include "fl/formulas/lists.h"
 #include "tests/fl/formulas/markup_util.h"
