@@ -6,13 +6,46 @@
 #include "app/sheet/sheettext.h"
 #include "app/shell/theme.h"
 #include "app/widgets/page.h"
-#include "tests/app/sheet/worked_sheets.h"
+#include "fl/expr/markup.h"
+#include "fl/formulas/catalogue.h"
+#include "fl/formulas/solve.h"
+#include "tests/fl/formulas/sample_values.h"
 
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
 
+#include <random>
+
 namespace {
+
+// One family solved by the solve driver, in its card as the formula page shows it.
+fl::RenderResult worked(const fl::Formula& f, const std::map<std::string, double>& values,
+                        const std::string& target) {
+    fl::resetFigures();
+    const fl::SolveResult s = fl::solveSheet(f, values, {}, target, {});
+    return fl::takeRender("<div class=\"card sheet\" id=\"" + f.key +
+                          "\"><div class=\"sheet-head\"><div class=\"crumb\">Formler</div><h2>" + f.title +
+                          "</h2></div>" + s.html + "</div>");
+}
+
+// The first `count` families that offer a second quantity, each solved for it
+// from believable values, appended one after another.
+fl::RenderResult manyFamilies(int count, unsigned seed) {
+    std::mt19937 rng(seed);
+    fl::RenderResult all;
+    int taken = 0;
+    for (const fl::Formula& f : fl::catalogue()) {
+        if (taken == count) break;
+        auto values = fl::sample::values(f, rng);
+        if (!values || f.forms.size() < 2) continue;
+        const std::string target = f.forms[1].var;
+        values->erase(target);
+        all.append(worked(f, *values, target));
+        ++taken;
+    }
+    return all;
+}
 
 // A page at a common window size with the result area in it, on screen.
 struct Screen {
@@ -31,7 +64,7 @@ struct Screen {
 };
 
 void BM_ShowSheet(benchmark::State& state) {
-    const fl::RenderResult sheet = sheets::manyFamilies(int(state.range(0)), 11);
+    const fl::RenderResult sheet = manyFamilies(int(state.range(0)), 11);
     Screen screen;
     for (auto _ : state) {
         screen.area->view()->setContent(sheet);
@@ -43,7 +76,7 @@ void BM_ShowSheet(benchmark::State& state) {
 BENCHMARK(BM_ShowSheet)->Arg(1)->Arg(12)->Unit(benchmark::kMillisecond);
 
 void BM_RevealStep(benchmark::State& state) {
-    const fl::RenderResult sheet = sheets::manyFamilies(int(state.range(0)), 11);
+    const fl::RenderResult sheet = manyFamilies(int(state.range(0)), 11);
     Screen screen;
     app::SheetView* view = screen.area->view();
     view->setStepMode(true);
@@ -64,7 +97,7 @@ BENCHMARK(BM_RevealStep)->Arg(1)->Arg(12)->Unit(benchmark::kMillisecond);
 
 // The markup rewriting alone, the part of a reveal that is ours.
 void BM_RewriteSheet(benchmark::State& state) {
-    const QString html = QString::fromStdString(sheets::manyFamilies(int(state.range(0)), 11).html);
+    const QString html = QString::fromStdString(manyFamilies(int(state.range(0)), 11).html);
     app::SheetState s;
     s.width = 960;
     s.stepMode = true;

@@ -161,7 +161,6 @@ TEST_F(MathPainterTest, fractionBarMeetsTheAxisOfTheTextBesideIt) {
     };
     const Row rows[] = {
         {"cell, nested", &cell, "1/(1/R1+1/R2)"},
-        {"cell, root below", &cell, "P/(sqrt(3)*U*cosphi)"},
         {"inline, nested", &inlined, "1/(1/R1+1/R2+1/R3)"},
     };
     for (const Row& row : rows) {

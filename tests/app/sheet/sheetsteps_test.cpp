@@ -1,15 +1,14 @@
-// Worked sheets from the solve driver and the sheet builder, shown in the view
-// the way a student meets them: step by step with the bar's texts, whole when
-// there are no steps, spoilers both ways, and written to PDF.
+// Worked sheets from the sheet builder, shown in the view the way a student
+// meets them: step by step with the bar's texts, whole when there are no
+// steps, spoilers both ways, and written to PDF.
 #include "app/sheet/resultarea.h"
 #include "app/shell/theme.h"
 #include "fl/expr/markup.h"
+#include "fl/expr/parser.h"
 #include "fl/expr/render.h"
-#include "tests/app/sheet/worked_sheets.h"
 
 #include <gtest/gtest.h>
 
-#include <QFile>
 #include <QLabel>
 #include <QProcess>
 #include <QPushButton>
@@ -27,8 +26,6 @@ class SheetStepsTest : public ::testing::Test {
     void TearDown() override { fl::resetFigures(); }
 };
 
-using sheets::worked;
-
 // A sheet of three steps from the builder, its answer behind a spoiler.
 fl::RenderResult threeSteps() {
     fl::resetFigures();
@@ -39,18 +36,6 @@ fl::RenderResult threeSteps() {
     s.answer = "<span class=\"big\">E = 1,2 kWh</span>";
     s.concealed = "<p class=\"hint\">Regn selv først.</p>";
     return fl::takeRender(fl::sheet("tre", {"Opgave"}, "Tre trin", s));
-}
-
-// A sheet of one step, well short of a page.
-fl::RenderResult oneStep() {
-    fl::SheetSections s;
-    s.steps = {{"Find strømmen", "3", "<p>" + fl::renderMath(fl::parse("U/R")) + "</p>", "I", "U,R"}};
-    s.answer = "I = 4,8936 A";
-    return fl::takeRender(fl::sheet("s", {"Formler"}, "Ohms lov", s));
-}
-
-int shownSteps(const QString& visible) {
-    return int(visible.count("class=\"stept\""));
 }
 
 TEST_F(SheetStepsTest, stepModeRevealsOneStepAtATimeThenTheAnswer) {
@@ -80,7 +65,7 @@ TEST_F(SheetStepsTest, stepModeRevealsOneStepAtATimeThenTheAnswer) {
         while (view->revealedSteps() < s.shown)
             (s.answer ? box.allButton() : box.nextButton())->click();
         const QString visible = view->visibleHtml();
-        EXPECT_EQ(shownSteps(visible), s.shown);
+        EXPECT_EQ(visible.count("class=\"stept\""), s.shown);
         EXPECT_EQ(visible.contains("FACIT"), s.answer);
         EXPECT_EQ(visible.contains("Regn selv først."), !s.answer);
         EXPECT_EQ(box.bar()->isHidden(), !s.bar);
@@ -96,7 +81,7 @@ TEST_F(SheetStepsTest, stepModeRevealsOneStepAtATimeThenTheAnswer) {
 TEST_F(SheetStepsTest, theAnswerShowsAtOnceWithoutStepMode) {
     app::SheetBox box;
     box.view()->setStepMode(false);
-    box.view()->setContent(worked("ohm", {{"U", 230}, {"R", 47}}, "I"));
+    box.view()->setContent(threeSteps());
     const QString visible = box.view()->visibleHtml();
     EXPECT_TRUE(visible.contains("FACIT"));
     EXPECT_FALSE(visible.contains("class=\"spoiler"));
@@ -170,7 +155,7 @@ TEST_F(SheetStepsTest, pdfButtonReportsItsOutcome) {
     ASSERT_TRUE(dir.isValid());
     app::ResultArea area(nullptr);
     EXPECT_TRUE(area.pdfBar()->isHidden()) << "nothing to print";
-    area.setProvider(oneStep);
+    area.setProvider(threeSteps);
     EXPECT_FALSE(area.pdfBar()->isHidden());
     EXPECT_TRUE(area.savePdfTo(dir.filePath("ohm.pdf")));
     EXPECT_EQ(area.pdfButton()->text().toStdString(), "✓ PDF gemt");

@@ -49,15 +49,12 @@ fl::RenderResult markup(const std::string& html) {
     return r;
 }
 
-void send(QWidget* target, QEvent::Type type, QPoint pos, Qt::MouseButton button) {
-    const Qt::MouseButtons held = type == QEvent::MouseButtonPress ? Qt::MouseButtons(button) : Qt::NoButton;
-    QMouseEvent e(type, pos, target->mapToGlobal(pos), button, held, Qt::NoModifier);
-    QApplication::sendEvent(target, &e);
-}
-
 void click(QWidget* target, QPoint pos) {
-    send(target, QEvent::MouseButtonPress, pos, Qt::LeftButton);
-    send(target, QEvent::MouseButtonRelease, pos, Qt::LeftButton);
+    for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        const Qt::MouseButtons held = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
+        QMouseEvent e(type, pos, target->mapToGlobal(pos), Qt::LeftButton, held, Qt::NoModifier);
+        QApplication::sendEvent(target, &e);
+    }
 }
 
 // The home page's own tiles: every cell is one link.
