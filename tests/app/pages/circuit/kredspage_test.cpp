@@ -30,11 +30,8 @@ namespace {
 
 using app::test::clickLink;
 using app::test::contains;
+using app::test::sheetOf;
 using app::test::type;
-
-std::string sheetText(app::KredsPage* page) {
-    return app::test::sheetOf(page);
-}
 
 // The id of the node the drawing names `name`.
 std::string idOf(const std::string& name) {
@@ -138,7 +135,7 @@ TEST_F(KredsPageTest, studentBuildsTheLessonCircuitFromHomeAndEveryNumberOfTheWa
 
     // By hand: U_A·(1/220 + 1/R3)·100 + U_A = 230 with U_A = 0,5·R3 gives
     // R3 = 247,5 Ω and U_A = 123,75 V.
-    EXPECT_TRUE(contains(sheetText(kreds), "R3247,5 Ω123,75 V0,5 A61,875 W")) << sheetText(kreds);
+    EXPECT_TRUE(contains(sheetOf(kreds), "R3247,5 Ω123,75 V0,5 A61,875 W")) << sheetOf(kreds);
     const std::string& html = kreds->resultArea()->view()->markup();
     // The fractions of the steps are images of the same rendering pass: each
     // is drawn, none is the blank of a missing one.
@@ -240,7 +237,7 @@ TEST_F(KredsPageTest, pasteLoadsACircuitMovesAnotherCurrentsAndRefusesEverything
     p->onEnter();
     clickButton(p, "Kopiér kredsløb");
     EXPECT_EQ(QApplication::clipboard()->text().toStdString(), dcText);
-    EXPECT_TRUE(contains(sheetText(p), "Kredsløbet er kopieret."));
+    EXPECT_TRUE(contains(sheetOf(p), "Kredsløbet er kopieret."));
     fl::setCircuit(fl::defaultCircuit("dc"));
     p->onEnter();
     clickButton(p, "Indsæt kredsløb");
@@ -317,7 +314,7 @@ TEST_F(KredsPageTest, aFixChipOnACapacitorSetsTheValueAndTheSheetComesBackWithou
     run(p);
     // The solver's question stands in the page as a refusal, not as a sheet.
     EXPECT_TRUE(contains(p->resultArea()->view()->markup(), "<div class=\"msg bad\">"));
-    EXPECT_TRUE(contains(sheetText(p), "urealistisk")) << sheetText(p);
+    EXPECT_TRUE(contains(sheetOf(p), "urealistisk")) << sheetOf(p);
     const QString href = QString::fromStdString("fix:comp|" + cap->id + "|47u");
     ASSERT_TRUE(clickLink(p->resultArea()->view(), href));
     QTRY_VERIFY(p->mainButton()->isEnabled() && p->resultArea()->view()->hasContent());
@@ -325,8 +322,8 @@ TEST_F(KredsPageTest, aFixChipOnACapacitorSetsTheValueAndTheSheetComesBackWithou
     ASSERT_TRUE(fl::find(fl::currentCircuit().root, cap->id, &n, &parent));
     EXPECT_EQ(n->v, "47u");
     EXPECT_EQ(p->partField(cap->id, "v")->text(), "47u");
-    EXPECT_FALSE(contains(sheetText(p), "urealistisk"));
-    EXPECT_TRUE(contains(sheetText(p), "Kirchhoff")) << sheetText(p);
+    EXPECT_FALSE(contains(sheetOf(p), "urealistisk"));
+    EXPECT_TRUE(contains(sheetOf(p), "Kirchhoff")) << sheetOf(p);
 
     // Payloads the page doesn't know change nothing.
     const std::string now = fl::toText(fl::currentCircuit());
@@ -342,7 +339,7 @@ TEST_F(KredsPageTest, theGuideGivesFormulasAndNeverTheNumbers) {
     app::KredsPage* p = page(true, false);
     EXPECT_EQ(p->mainButton()->text(), "Vis fremgangsmåden");
     run(p);
-    const std::string sheet = sheetText(p);
+    const std::string sheet = sheetOf(p);
     EXPECT_FALSE(sheet.empty());
     EXPECT_FALSE(contains(sheet, "247,5"));
 }
@@ -353,7 +350,7 @@ TEST_F(KredsPageTest, aLockedCurrentIsRefusedWithTheTeachersMessage) {
     app::KredsPage* p = page(false, false);
     QTest::mouseClick(p->button("Vekselstrøm (AC)"), Qt::LeftButton);
     EXPECT_TRUE(host.routes.empty());
-    EXPECT_EQ(sheetText(p), "Det er et vekselstrømskredsløb, og din lærer har slået vekselstrøm fra.");
+    EXPECT_EQ(sheetOf(p), "Det er et vekselstrømskredsløb, og din lærer har slået vekselstrøm fra.");
     const std::string before = fl::toText(fl::currentCircuit());
     EXPECT_TRUE(p->openElsewhere(acCircuit));
     EXPECT_EQ(fl::toText(fl::currentCircuit()), before);
