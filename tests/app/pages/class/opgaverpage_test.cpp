@@ -74,7 +74,6 @@ class OpgaverTest : public FreshAppTest {
         };
         return *page;
     }
-    static bool shown(const QWidget* w) { return w && !w->isHidden(); }
 
     app::test::FakeHost host;
     std::unique_ptr<app::OpgaverPage> page;
@@ -150,22 +149,6 @@ TEST_F(OpgaverTest, cardShowsTitleDueCircuitLineAndEscapedText) {
     ASSERT_NE(page->cards()[2].notice, nullptr);
     EXPECT_EQ(page->cards()[2].notice->text(), "Kredsløbet kunne ikke læses.");
     EXPECT_EQ(page->cards()[2].openButton, nullptr);
-}
-
-// Opening the circuit is walked on the real window below.
-TEST_F(OpgaverTest, drawingTogglesAndTheGuideOpensOnItsOwnPage) {
-    storeTasks({task("t1", "both", kAc)});
-    open();
-    const auto& card = page->cards()[0];
-    card.drawingButton->click();
-    EXPECT_TRUE(shown(card.drawing));
-    EXPECT_TRUE(card.drawing->hasContent());
-    EXPECT_EQ(card.drawingButton->text(), "Skjul tegningen");
-    card.drawingButton->click();
-    EXPECT_FALSE(shown(card.drawing));
-    EXPECT_EQ(card.drawingButton->text(), "Vis tegningen");
-    card.guideButton->click();
-    EXPECT_EQ(host.routes.back(), "kredsguideac");
 }
 
 TEST_F(OpgaverTest, handInNeedsCodeAndNameAndASecondOneOverwrites) {
@@ -250,30 +233,33 @@ TEST_F(OpgaverTest, enteringRebuildsOnlyWhenTheListChangedAndMarksTasksSeen) {
     EXPECT_TRUE(storeGet(key::TasksSeen).has("t2"));
 }
 
-// The walk a student takes: the teacher's task card, "Åbn i Tegn et
-// kredsløb", and the real circuit page with the task's drawing and parts, no
-// sheet of what the page showed before.
+// The walk a student takes: the teacher's task card, its drawing shown and
+// hidden, "Åbn i Tegn et kredsløb", and the real circuit page with the task's
+// drawing and parts, no sheet of what the page showed before; the guide has a
+// page of its own.
 TEST_F(OpgaverTest, aTaskCircuitOpensOnTheCircuitPageWithoutTheOldSheet) {
     storeTasks({task("t1", "both", kAc)});
-    window = std::make_unique<app::MainWindow>();
-    window->resize(1280, 800);
-    window->show();
-    window->navigate("kredsac");
-    auto* kreds = qobject_cast<app::KredsPage*>(window->currentPage());
+    FreshAppTest::open().navigate("kredsac");
+    auto* kreds = current<app::KredsPage>();
     ASSERT_NE(kreds, nullptr);
     kreds->button("Opgaveark")->click();
     ASSERT_TRUE(kreds->resultArea()->view()->hasContent());
 
     window->navigate("opgaver");
     QApplication::processEvents();
-    auto* tasks = qobject_cast<app::OpgaverPage*>(window->currentPage());
+    auto* tasks = current<app::OpgaverPage>();
     ASSERT_NE(tasks, nullptr);
+    const auto& card = tasks->cards()[0];
     // The drawing takes its room when shown.
-    tasks->cards()[0].drawingButton->click();
+    card.drawingButton->click();
     QApplication::processEvents();
-    EXPECT_GT(tasks->cards()[0].drawing->height(), 100);
-    const fl::Circuit wanted = *tasks->cards()[0].circuit;
-    tasks->cards()[0].openButton->click();
+    EXPECT_GT(card.drawing->height(), 100);
+    EXPECT_EQ(card.drawingButton->text(), "Skjul tegningen");
+    card.drawingButton->click();
+    EXPECT_TRUE(card.drawing->isHidden());
+    EXPECT_EQ(card.drawingButton->text(), "Vis tegningen");
+    const fl::Circuit wanted = *card.circuit;
+    card.openButton->click();
     QApplication::processEvents();
 
     ASSERT_EQ(window->currentPage(), kreds);
@@ -286,6 +272,10 @@ TEST_F(OpgaverTest, aTaskCircuitOpensOnTheCircuitPageWithoutTheOldSheet) {
     ASSERT_EQ(shown.root->ch.size(), 2u);
     ASSERT_NE(kreds->partField(shown.root->ch[1]->id, "v"), nullptr);
     EXPECT_EQ(kreds->partField(shown.root->ch[1]->id, "v")->text(), "100u");
+
+    window->navigate("opgaver");
+    tasks->cards()[0].guideButton->click();
+    EXPECT_EQ(window->currentRoute(), "kredsguideac");
 }
 
 } // namespace
