@@ -47,13 +47,6 @@ class WindowTest : public FreshAppTest {
         return *window;
     }
 
-    Strings sidebarRows() const {
-        Strings rows;
-        for (QTreeWidgetItemIterator it(window->sidebar()); *it; ++it)
-            rows.push_back((*it)->text(0).toStdString());
-        return rows;
-    }
-
     QTreeWidgetItem* sidebarRow(const QString& data) const {
         for (QTreeWidgetItemIterator it(window->sidebar()); *it; ++it)
             if ((*it)->data(0, Qt::UserRole).toString() == data) return *it;
@@ -89,27 +82,22 @@ TEST_F(WindowTest, everyRouteOpensItsOwnPageWithItsTitle) {
         w.navigate(route);
         EXPECT_EQ(w.currentRoute(), "hjem");
         EXPECT_EQ(storeGetString("last"), "hjem");
-        EXPECT_EQ(w.windowTitle(), "Ostrovalden Skole");
     }
 }
 
-// The locked page says what is closed and under which profile; it is no
-// visit, so recent and usage stay as they were. Which routes a lock closes is
-// the locks' own test.
+// The locked page says what is closed and under which profile; the visit is
+// the locked page's, which the visits' own test keeps out of recent and usage.
+// Which routes a lock closes is the locks' own test.
 TEST_F(WindowTest, aSwitchedOffRouteShowsTheLockedPage) {
     app::options().off = {"ac_komp"};
     app::options().profile = "jaevnstrom";
     app::MainWindow& w = open();
-    w.navigate("trafo");
-    const Json usage = storeGet("usage");
     w.navigate("komp");
     EXPECT_EQ(w.currentRoute(), "laast");
     EXPECT_EQ(storeGetString("locked_feature"), "ac_komp");
     EXPECT_EQ(storeGetString("locked_page"), "komp");
     EXPECT_EQ(storeGetString("last"), "laast");
     EXPECT_EQ(w.windowTitle(), "Slået fra af din lærer – Ostrovalden Skole");
-    EXPECT_EQ(Json::dump(storeGet("recent")), R"(["trafo"])");
-    EXPECT_EQ(Json::dump(storeGet("usage")), Json::dump(usage));
     auto* locked = qobject_cast<app::LockedPage*>(w.currentPage());
     ASSERT_NE(locked, nullptr);
     const QString text = locked->text->text();
@@ -184,6 +172,12 @@ TEST_F(WindowTest, searchFindsByNameAndSearchWords) {
     };
     app::MainWindow& w = open();
     w.show();
+    const auto sidebarRows = [&w] {
+        Strings shown;
+        for (QTreeWidgetItemIterator it(w.sidebar()); *it; ++it)
+            shown.push_back((*it)->text(0).toStdString());
+        return shown;
+    };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.text);
         w.navigate("trafo");
@@ -217,17 +211,14 @@ TEST_F(WindowTest, sidebarDropsClosedRoutesAndCurrentSuffixes) {
 TEST_F(WindowTest, sectionsOpenAsStoredAndFlipOnClickAndEntriesNavigate) {
     storeSet("navOpen", Json::parse(R"({"n_tools":false,"n_dim":true,"n_ov":"ja"})"));
     app::MainWindow& w = open();
-    struct Row {
-        const char* section;
-        bool open;
-    };
-    for (const Row& row : {Row{"n_tools", false}, Row{"n_dim", true}, Row{"n_ov", false}, Row{"n_help", true},
-                           Row{"n_dc", false}}) {
-        SCOPED_TRACE(row.section);
-        QTreeWidgetItem* head = sidebarRow(QString("sec:") + row.section);
+    const std::pair<const char*, bool> rows[] = {
+        {"n_tools", false}, {"n_dim", true}, {"n_ov", false}, {"n_help", true}, {"n_dc", false}};
+    for (const auto& [section, expanded] : rows) {
+        SCOPED_TRACE(section);
+        QTreeWidgetItem* head = sidebarRow(QString("sec:") + section);
         ASSERT_NE(head, nullptr);
-        EXPECT_EQ(head->isExpanded(), row.open);
-        EXPECT_EQ(head->text(1), row.open ? "▾" : "▸");
+        EXPECT_EQ(head->isExpanded(), expanded);
+        EXPECT_EQ(head->text(1), expanded ? "▾" : "▸");
     }
     QTreeWidgetItem* dc = sidebarRow("sec:n_dc");
     emit w.sidebar()->itemClicked(dc, 0);
@@ -296,6 +287,7 @@ TEST_F(WindowTest, resultClickWritesIntoTheLastFieldUsed) {
 
 TEST_F(WindowTest, noticeWithIdShowsUntilClosedOnce) {
     app::MainWindow& w = open();
+    EXPECT_TRUE(w.noticeBar()->isHidden()) << "nothing to tell at the start";
     storeSet("notice_seen", Json("not a list"));
     w.showNotice("<b>Besked</b>", "class:7");
     EXPECT_FALSE(w.noticeBar()->isHidden());

@@ -38,7 +38,6 @@ TEST_F(ThemeTest, fillTokensTakesPaletteAndScale) {
         {"button text before background", false, 1.0, "@BTNTEXT @BG", "#0d1220 #f3f5f8"},
         {"check image follows the palette, dark", true, 1.0, "url(@CHECKIMG) url(@DASHIMG)",
          "url(:/check-dark.svg) url(:/dash-dark.svg)"},
-        {"interface size at 115 %", false, 1.15, "font-size: 10.5pt;", "font-size: 12.1pt;"},
         {"pixels stay", false, 1.15, "border: 1px solid; width: 14px;", "border: 1px solid; width: 14px;"},
         {"several in one line", false, 1.3, "a 10pt b 17pt c", "a 13.0pt b 22.1pt c"},
         {"no word boundary, no match", false, 1.3, "10ptx", "10ptx"},

@@ -23,7 +23,6 @@ TEST(Visits, recordVisitKeepsLastRecentAndUsage) {
         const char* usageAfter;
     };
     const Row rows[] = {
-        {"first visit", "", "", "ohm", R"(["ohm"])", R"({"Ohms lov":1})"},
         {"again moves it first without a copy", R"(["trafo","ohm"])", R"({"Ohms lov":2})", "ohm",
          R"(["ohm","trafo"])", R"({"Ohms lov":3})"},
         {"the oldest falls off at six", R"(["a","b","c","d","e","f"])", "{}", "ohm",

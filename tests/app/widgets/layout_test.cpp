@@ -34,35 +34,27 @@ TEST(FlowLayout, wrapsWhenTheNextItemWouldPassTheEdge) {
             flow.addItem(new QSpacerItem(s.width(), s.height()));
         EXPECT_EQ(flow.heightForWidth(110), row.height);
         flow.setGeometry(QRect(0, 0, 110, 100));
-        if (flow.count() > 0) {
-            EXPECT_EQ(flow.itemAt(0)->geometry().topLeft(), QPoint(5, 7));
-        }
+        if (flow.count() == 0) continue;
+        EXPECT_EQ(flow.itemAt(0)->geometry().topLeft(), QPoint(5, 7));
     }
 }
 
 TEST(SideSplit, stacksBelowTheThresholdAndBack) {
     QWidget host;
     auto* split = new app::SideSplit(500, &host);
-    auto* main = new QWidget;
     auto* side = new QWidget;
     side->setFixedSize(100, 50);
-    split->setWidgets(main, side);
+    split->setWidgets(new QWidget, side);
     auto* box = qobject_cast<QBoxLayout*>(split->layout());
     ASSERT_NE(box, nullptr);
-    struct Row {
-        int width;
-        bool stacked;
-        QBoxLayout::Direction direction;
-    };
-    for (const Row& row : {Row{800, false, QBoxLayout::LeftToRight}, Row{499, true, QBoxLayout::TopToBottom},
-                           Row{500, false, QBoxLayout::LeftToRight}}) {
-        SCOPED_TRACE(row.width);
-        split->resize(row.width, 300);
+    for (const auto& [width, stacked] : {std::pair{499, true}, std::pair{500, false}}) {
+        SCOPED_TRACE(width);
+        split->resize(width, 300);
         QApplication::sendPostedEvents();
         host.show();
         QApplication::processEvents();
-        EXPECT_EQ(split->isStacked(), row.stacked);
-        EXPECT_EQ(box->direction(), row.direction);
+        EXPECT_EQ(split->isStacked(), stacked);
+        EXPECT_EQ(box->direction(), stacked ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
     }
     app::SideSplit alone(500);
     alone.setWidgets(new QWidget, nullptr);

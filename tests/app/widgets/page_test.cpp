@@ -41,21 +41,15 @@ TEST(Page, cardAddedLaterStillComesBeforeTheStretch) {
 }
 
 TEST(Page, columnUsesNarrowWidthAndCentresInWideOne) {
-    struct Row {
-        const char* name;
-        int width;
-        int columnWidth;
-    };
-    const Row rows[] = {{"narrow", 700, 700}, {"wide", 1500, 1080}};
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [width, columnWidth] : {std::pair{700, 700}, std::pair{1500, 1080}}) {
+        SCOPED_TRACE(width);
         app::Page page;
         page.addCard();
-        page.resize(row.width, 500);
+        page.resize(width, 500);
         page.show();
         QApplication::processEvents();
         const QWidget* col = page.column();
-        EXPECT_EQ(col->width(), row.columnWidth);
+        EXPECT_EQ(col->width(), columnWidth);
         EXPECT_EQ(col->x(), (page.viewport()->width() - col->width()) / 2);
     }
 }

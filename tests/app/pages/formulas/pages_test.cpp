@@ -1,5 +1,5 @@
 // The main road through the program as a student walks it: home page,
-// formula finder, a formula's page, solving it and reusing the answer; and
+// formula finder, a formula's page, solving it and where the answer goes; and
 // the formula page's refusals, the finder's path and the home page's tiles.
 // Every case starts from an empty store in a temporary directory.
 #include "app/pages/formulas/finderpage.h"
@@ -37,7 +37,7 @@ using app::test::type;
 using PagesTest = FreshAppTest;
 
 TEST_F(PagesTest, studentWalksFromHomeToASolvedOhm) {
-    app::MainWindow& w = open();
+    open();
     auto* home = current<app::HomePage>();
     ASSERT_NE(home, nullptr);
 
@@ -58,18 +58,14 @@ TEST_F(PagesTest, studentWalksFromHomeToASolvedOhm) {
     type(page->field("R"), "47");
     QTest::keyClick(page->field("R")->edit, Qt::Key_Return);
 
-    // The sheet's blocks are the sheet's own tests; here it stands, solved.
-    const std::string sheet = app::test::sheetOf(page);
-    EXPECT_TRUE(contains(sheet, "Isolér I – få den til at stå alene"));
-    EXPECT_TRUE(contains(sheet, "4,8936 A"));
-    EXPECT_EQ(page->field("I")->text(), "");
-    EXPECT_EQ(page->field("I")->edit->placeholderText(), "= 4,8936");
-
-    EXPECT_EQ(w.resultRecords().size(), 1u);
+    // The sheet's blocks are the sheet's own tests, and where the answer goes
+    // is the next case's; here it stands, solved.
+    EXPECT_TRUE(contains(app::test::sheetOf(page), "4,8936 A"));
 }
 
 // A default counts as given until it is emptied; then it is the one wanted.
 // "Ryd" empties every field, answers included, and puts the formula back.
+// While the work runs, the button says so and the cursor waits.
 TEST_F(PagesTest, defaultCountsAsFilledClearingItMakesItTheTargetAndClearStartsAfresh) {
     app::test::FakeHost host;
     app::FormulaPage page(fl::findFormula("XL"), &host);
@@ -79,7 +75,21 @@ TEST_F(PagesTest, defaultCountsAsFilledClearingItMakesItTheTargetAndClearStartsA
     EXPECT_TRUE(page.resultArea()->pdfBar()->isHidden());
     EXPECT_EQ(page.field("f")->text(), "50");
     page.field("L")->setText("0,1");
+    QString during;
+    bool enabled = true;
+    bool waiting = false;
+    QTimer::singleShot(0, [&] {
+        during = page.solveButton()->text();
+        enabled = page.solveButton()->isEnabled();
+        waiting = QApplication::overrideCursor() && QApplication::overrideCursor()->shape() == Qt::WaitCursor;
+    });
     page.solveClicked();
+    EXPECT_EQ(during, "Regner…");
+    EXPECT_FALSE(enabled);
+    EXPECT_TRUE(waiting);
+    EXPECT_EQ(page.solveButton()->text(), "Løs");
+    EXPECT_TRUE(page.solveButton()->isEnabled());
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
     EXPECT_EQ(page.field("XL")->edit->placeholderText(), "= 31,416");
     EXPECT_FALSE(page.resultArea()->pdfBar()->isHidden());
     ASSERT_EQ(host.results.size(), 1u) << "the answer goes to the results strip";
@@ -105,45 +115,21 @@ TEST_F(PagesTest, defaultCountsAsFilledClearingItMakesItTheTargetAndClearStartsA
     EXPECT_EQ(page.resultArea()->view()->markup(), formula);
 }
 
-TEST_F(PagesTest, solveShowsItIsWorkingUntilTheAnswerStands) {
-    app::FormulaPage page(fl::findFormula("ohm"), nullptr);
-    page.field("U")->setText("230");
-    page.field("R")->setText("47");
-    QString during;
-    bool enabled = true;
-    bool waiting = false;
-    QTimer::singleShot(0, [&] {
-        during = page.solveButton()->text();
-        enabled = page.solveButton()->isEnabled();
-        waiting = QApplication::overrideCursor() && QApplication::overrideCursor()->shape() == Qt::WaitCursor;
-    });
-    page.solveClicked();
-    EXPECT_EQ(during, "Regner…");
-    EXPECT_FALSE(enabled);
-    EXPECT_TRUE(waiting);
-    EXPECT_EQ(page.solveButton()->text(), "Løs");
-    EXPECT_TRUE(page.solveButton()->isEnabled());
-    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
-}
-
 TEST_F(PagesTest, backLinkLeadsToWhereTheStudentCameFrom) {
-    struct Row {
-        const char* from;
-        const char* link; // "" when there is none
-    };
-    const Row rows[] = {{"finder", "← Formelfinder"}, {"udregnere", "← Udregnere"}, {"trafo", ""}};
     app::test::FakeHost host;
     app::FormulaPage page(fl::findFormula("ohm"), &host);
     page.show();
-    for (const Row& r : rows) {
-        SCOPED_TRACE(r.from);
-        host.previous = r.from;
+    const std::pair<const char*, const char*> rows[] = {
+        {"finder", "← Formelfinder"}, {"udregnere", "← Udregnere"}, {"trafo", ""}};
+    for (const auto& [from, link] : rows) {
+        SCOPED_TRACE(from);
+        host.previous = from;
         page.onEnter();
-        EXPECT_EQ(page.backLink()->isVisible(), *r.link != 0);
-        if (*r.link) {
-            EXPECT_TRUE(page.backLink()->text().contains(QString::fromUtf8(r.link)));
+        EXPECT_EQ(page.backLink()->isVisible(), *link != 0);
+        if (*link) {
+            EXPECT_TRUE(page.backLink()->text().contains(QString::fromUtf8(link)));
             emit page.backLink()->linkActivated(page.backLink()->text());
-            EXPECT_EQ(host.routes.back(), r.from);
+            EXPECT_EQ(host.routes.back(), from);
         }
     }
 }
