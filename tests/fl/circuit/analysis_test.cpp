@@ -68,7 +68,6 @@ TEST(Shape, classifiesTheWholeCircuit) {
     };
     const Row rows[] = {
         {"anything in direct current", makeRoot({group("P", {leaf("R"), leaf("R")})}), false, "dc"},
-        {"one resistor", makeRoot({leaf("R")}), true, "series"},
         {"a series of leaves", makeRoot({leaf("R"), leaf("L"), leaf("C")}), true, "series"},
         {"parallel of leaves", makeRoot({group("P", {leaf("R"), leaf("C")})}), true, "par"},
         {"parallel of branches", makeRoot({group("P", {branch({leaf("R"), leaf("L")}), leaf("C")})}), true,

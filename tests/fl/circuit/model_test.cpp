@@ -56,6 +56,9 @@ TEST(Edit, buildsTheTreeByRule) {
         {"up selects the parent", "R1 par R, R2 up", "root(A(R1 R2))", "A"},
         {"unknown kind changes nothing", "R1 ser X", "root(R1)", "R1"},
         {"a selection that names no node changes nothing", "nobody ser R", "root(R1)", "lost"},
+        // Group "C" and capacitor "C1" are different names.
+        {"groups take letters in pre-order, parts count per kind", "R1 par L, L1 ser A, root ser C, C1 par A",
+         "root(A(R1 B(L1 A1)) C(C1 A2))", "A2"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -84,19 +87,6 @@ TEST(Ids, freshIdsAreNeverReusedAndFollowWhatWasRead) {
     c.root->ch[0]->id = "nx5";
     noteIds(c.root);
     EXPECT_EQ(makeNode("R")->id, "n900002");
-}
-
-TEST(Naming, preOrderWithGroupLettersAndOwnCountersPerKind) {
-    Circuit c = defaultCircuit("ac");
-    c.sel = idOf(c, "R1");
-    edit(c, "par", "L");
-    edit(c, "ser", "A");
-    c.sel = "root";
-    edit(c, "ser", "C");
-    edit(c, "par", "A");
-    nameCircuit(c);
-    // Group "C" and capacitor "C1" are different names.
-    EXPECT_EQ(outline(c.root), "root(A(R1 B(L1 A1)) C(C1 A2))");
 }
 
 class WorkingCircuit : public ::testing::Test {
