@@ -606,20 +606,18 @@ TEST_F(Walkthrough, theTaskSheetAndTheGuideShowWhatWasTypedAndNoResult) {
     for (int i = 0; i < 8; ++i)
         row.push_back(leaf("R", std::to_string(10 * (i + 1))));
     row.push_back(leaf("R"));
-    const Circuit circuits[] = {studentsCircuit(), circuit("dc", row, {{"U", "230"}, {"I", "0,5"}})};
-    for (const Circuit& base : circuits) {
-        Circuit c = base;
-        SCOPED_TRACE(toText(c));
-        const RenderResult guide = takeRender(fremgangsmaade(c, "x"));
-        const RenderResult task = takeRender(opgaveark(c, "x"));
-        ASSERT_EQ(guide.figs.size(), 1u);
-        ASSERT_EQ(task.figs.size(), 1u);
-        EXPECT_EQ(guide.figs[0], task.figs[0]);
-        EXPECT_LE(std::stoi(between(guide.html, "<img src=\"f:0\" width=\"", "\"")), 720);
-        EXPECT_EQ(toText(c), toText(base)); // nothing was solved or changed
-    }
-    Circuit c = studentsCircuit();
-    const RenderResult task = takeRender(opgaveark(c, "x"));
+    const Circuit wide = circuit("dc", row, {{"U", "230"}, {"I", "0,5"}});
+    Circuit c = wide;
+    const RenderResult guide = takeRender(fremgangsmaade(c, "x"));
+    RenderResult task = takeRender(opgaveark(c, "x"));
+    ASSERT_EQ(guide.figs.size(), 1u);
+    ASSERT_EQ(task.figs.size(), 1u);
+    EXPECT_EQ(guide.figs[0], task.figs[0]);
+    EXPECT_LE(std::stoi(between(guide.html, "<img src=\"f:0\" width=\"", "\"")), 720);
+    EXPECT_EQ(toText(c), toText(wide)); // nothing was solved or changed
+
+    c = studentsCircuit();
+    task = takeRender(opgaveark(c, "x"));
     EXPECT_TRUE(contains(task.html, "<h2>Opgave: regn kredsløbet</h2>"));
     EXPECT_TRUE(contains(task.html, "I<sub>R3</sub> = 0,5 A"));
     EXPECT_TRUE(contains(task.figs[0], "230 V"));
