@@ -37,10 +37,8 @@ std::vector<Arrow> arrowsOf(const std::string& svg) {
     for (size_t i = 0; i + 1 < el.size(); ++i) {
         if (el[i].tag != "line" || el[i + 1].tag != "polygon" || el[i].attrs.at("fill") != "none") continue;
         if (!el[i].has("stroke-width") || el[i].attrs.at("stroke-width") != "2.5") continue;
-        const std::string& pts = el[i + 1].attrs.at("points");
-        const size_t comma = pts.find(','), space = pts.find(' ');
-        out.push_back({el[i].num("x1"), el[i].num("y1"), testing::svgNum(pts.substr(0, comma)),
-                       testing::svgNum(pts.substr(comma + 1, space - comma - 1))});
+        const Pt tip = testing::svgPoints(el[i + 1])[0];
+        out.push_back({el[i].num("x1"), el[i].num("y1"), tip.x, tip.y});
     }
     return out;
 }

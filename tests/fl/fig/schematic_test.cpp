@@ -18,11 +18,6 @@ using testing::leaf;
 using testing::svgElements;
 using testing::svgProblem;
 
-std::string draw(Circuit& c, const Values& v = {}, const SchematicOptions& o = {},
-                 std::vector<HitBox>* hits = nullptr, double* w = nullptr, double* h = nullptr) {
-    return schematic(c, v, o, hits, w, h);
-}
-
 // Leaves as they are met, every group but the root after its children.
 void drawingOrder(const CNodePtr& n, std::vector<std::string>& out) {
     if (!n->group) {
@@ -92,7 +87,7 @@ TEST(SchematicTest, randomTreesGiveValidDrawingsWithOrderedDisjointBoxesInside) 
         opt.selection = c.root->ch.empty() ? "" : c.root->ch.back()->id;
         std::vector<HitBox> hits;
         double W = 0, H = 0;
-        const std::string svg = draw(c, values, opt, &hits, &W, &H);
+        const std::string svg = schematic(c, values, opt, &hits, &W, &H);
         ASSERT_EQ(svgProblem(svg), "");
         // A sheet paints the same drawing from its shapes.
         const FigureOut fig = schematicFigure(c, values, opt, nullptr, nullptr);
@@ -151,7 +146,7 @@ TEST(SchematicTest, withoutResultsNoTextCrossesALine) {
         SchematicOptions opt;
         opt.halos = false;
         double W = 0, H = 0;
-        const std::string svg = draw(c, {}, opt, nullptr, &W, &H);
+        const std::string svg = schematic(c, {}, opt, nullptr, &W, &H);
         ASSERT_EQ(svg.find("stroke-width=\"4\""), std::string::npos) << "a halo";
         EXPECT_EQ(testing::labelClashes(svg, W, H), "");
     }
@@ -161,7 +156,7 @@ TEST(SchematicTest, anEmptyRootStillHasSourceRailsAndABlockOfLeafSize) {
     Circuit c = testing::circuit("dc", {});
     std::vector<HitBox> hits{{"stale", 0, 0, 1, 1, false}};
     double W = 0, H = 0;
-    const std::string svg = draw(c, {}, {}, &hits, &W, &H);
+    const std::string svg = schematic(c, {}, {}, &hits, &W, &H);
     EXPECT_EQ(svgProblem(svg), "");
     EXPECT_TRUE(hits.empty());
     EXPECT_EQ(W, 62 + 116 + 22 + 30);
@@ -183,10 +178,10 @@ TEST(SchematicTest, computedValuesAndTheCurrentArrowAppearOnlyWithResults) {
         SCOPED_TRACE(mode);
         Circuit c = testing::circuit(
             mode, {leaf("R", "100"), group("P", {leaf("R", "220"), leaf("R", "330")})}, {{"U", "230"}});
-        EXPECT_EQ(count(draw(c)), std::pair(0, 0));
+        EXPECT_EQ(count(schematic(c, {}, {}, nullptr, nullptr, nullptr)), std::pair(0, 0));
         Values in{{"U", 230}, {"R1", 100}, {"R2", 220}, {"R3", 330}};
         const Values solved = forward(c.root, in, std::string(mode) == "ac");
-        const auto [computed, current] = count(draw(c, solved));
+        const auto [computed, current] = count(schematic(c, solved, {}, nullptr, nullptr, nullptr));
         EXPECT_GT(computed, 0);
         EXPECT_EQ(current, 1);
     }
@@ -207,7 +202,7 @@ TEST(SchematicTest, valueLinesFollowWhatIsTypedAndWhatIsKnown) {
     for (const auto& r : rows) {
         SCOPED_TRACE(r.name);
         Circuit c = testing::circuit("dc", {leaf("R", r.v, r.r), leaf("R", "1")});
-        const std::string joined = testing::svgText(draw(c, r.values));
+        const std::string joined = testing::svgText(schematic(c, r.values, {}, nullptr, nullptr, nullptr));
         // Runs of one label follow each other; the subscripts come as their own runs.
         std::string want = r.line;
         for (const char* tag : {"<sub>", "</sub>"})
@@ -223,7 +218,7 @@ TEST(SchematicTest, theSelectionAndTheStepsSubjectAreMarkedAtTheirBox) {
     opt.selection = c.root->ch[0]->id;
     opt.subject = c.root->ch[1]->id;
     std::vector<HitBox> hits;
-    const auto el = svgElements(draw(c, {}, opt, &hits));
+    const auto el = svgElements(schematic(c, {}, opt, &hits, nullptr, nullptr));
     int marks = 0;
     for (const auto& e : el) {
         if (e.tag != "rect" || !e.has("rx") || e.attrs.at("rx") != "6") continue;
@@ -239,7 +234,7 @@ TEST(SchematicTest, theSelectionAndTheStepsSubjectAreMarkedAtTheirBox) {
 TEST(SchematicTest, metersShowTheirReadingFromTheSolve) {
     Circuit c = testing::circuit("dc", {leaf("R", "10"), leaf("A")}, {{"U", "10"}});
     Values v{{"A1", 1.0}};
-    const std::string joined = testing::svgText(draw(c, v));
+    const std::string joined = testing::svgText(schematic(c, v, {}, nullptr, nullptr, nullptr));
     EXPECT_NE(joined.find("viser 1 A|"), std::string::npos) << joined;
     EXPECT_NE(joined.find("ideel|"), std::string::npos);
 }

@@ -22,6 +22,15 @@
 
 namespace fl::testing {
 
+// A palette that differs from the light one, and from itself, in every slot.
+inline FigColors otherFigColors() {
+    FigColors c;
+    for (size_t i = 0; i < c.slot.size(); ++i)
+        c.slot[i] = "#10" + std::string(i < 10 ? "0" : "") + std::to_string(i) + "20";
+    c.dark = true;
+    return c;
+}
+
 // A number of the SVG: always with a point, whatever the locale says.
 inline double svgNum(std::string_view text) {
     double v = 0;
