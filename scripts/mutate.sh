@@ -101,6 +101,7 @@ api-array-request-accepted@@server/api.cpp@@if (!Json::tryParse(body, request) |
 class-code-case-kept@@server/api.cpp@@out += (ch >= 'a' && ch <= 'z') ? static_cast<char>(ch - 'a' + 'A') : ch;@@out += ch;@@server_test net_client_test
 class-stats-keep-the-code@@server/api.cpp@@summary.obj.erase("key");@@@@net_client_test
 answer-limit-raised@@server/api.cpp@@constexpr size_t kMaxAnswer = 4000;@@constexpr size_t kMaxAnswer = 4001;@@server_test
+empty-answer-refused@@server/api.cpp@@!text(c.request, "answer", a.answer, reply, false))@@!text(c.request, "answer", a.answer, reply))@@server_test
 own-ticks-overridden-by-preset@@server/classroom.cpp@@(ticks == old && presetOff != old)@@(presetOff != old)@@server_test
 impossible-topic-rows-counted@@server/classroom.cpp@@right >= 0 && right <= total &&@@right >= 0 &&@@server_test
 level-strong-above-85@@server/classroom.cpp@@if (share < 0.85)@@if (share <= 0.85)@@server_test

@@ -12,10 +12,9 @@ class ApiTest : public TempDbTest {
         b = testsupport::addClass(*db, "BBBB3333");
     }
     server::ApiReply call(const std::string& path, const std::string& body) {
-        return server::handleApi(*db, settings, path, body, 2000);
+        return server::handleApi(*db, {}, path, body, 2000);
     }
 
-    server::ApiSettings settings;
     int64_t b = 0;
 };
 

@@ -154,12 +154,9 @@ TEST_F(WebTest, wrongPasswordsAreSlowedDown) {
         return b.post("/login", {{"email", "ane@skole.dk", "", ""}, {"password", password, "", ""}});
     };
     const auto waitSaid = [](const std::string& body) {
-        const std::string before = "For mange forkerte forsøg. Vent ", after = " sekunder, og prøv igen.";
-        const size_t at = body.find(before);
-        const size_t end = at == std::string::npos ? at : body.find(after, at);
-        return end == std::string::npos
-                   ? -1
-                   : std::stoi(body.substr(at + before.size(), end - at - before.size()));
+        static const std::regex said(R"(For mange forkerte forsøg\. Vent (\d+) sekunder, og prøv igen\.)");
+        std::smatch m;
+        return std::regex_search(body, m, said) ? std::stoi(m[1].str()) : -1;
     };
     // The brake doubles with each wrong password after the free ones. A busy
     // machine may take longer between tries than the first waits, so the
@@ -191,7 +188,6 @@ TEST_F(WebTest, limitsAndRefusalsOfTheApi) {
     ASSERT_TRUE(big);
     EXPECT_EQ(big->status, 413);
     EXPECT_EQ(big->body, R"({"error":"Forespørgslen er for stor (højst 256 KB)."})");
-    EXPECT_EQ(cli.Get("/api/check")->status, 404);
     EXPECT_EQ(cli.Post("/api/check", std::string(200 * 1024, ' ') + "{}", "application/json")->status, 400);
 }
 
