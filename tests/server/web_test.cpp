@@ -23,9 +23,11 @@ class Browser {
         cli_.enable_server_certificate_verification(true);
     }
     httplib::Result get(const std::string& path) {
+        static const std::regex token(R"re(name="csrf" value="([0-9a-f]+)")re");
         httplib::Result r = cli_.Get(path, headers());
         keep(r);
-        if (r) csrf = tokenIn(r->body, csrf);
+        std::smatch m;
+        if (r && std::regex_search(r->body, m, token)) csrf = m[1].str();
         return r;
     }
     httplib::Result post(const std::string& path, httplib::MultipartFormDataItems items,
@@ -56,11 +58,6 @@ class Browser {
             const size_t eq = c.find('='), end = c.find(';');
             cookies_[c.substr(0, eq)] = c.substr(eq + 1, end - eq - 1);
         }
-    }
-    static std::string tokenIn(const std::string& body, const std::string& fallback) {
-        std::smatch m;
-        static const std::regex token(R"re(name="csrf" value="([0-9a-f]+)")re");
-        return std::regex_search(body, m, token) ? m[1].str() : fallback;
     }
     httplib::SSLClient cli_;
     std::map<std::string, std::string> cookies_;
