@@ -55,6 +55,7 @@ motor-slip-over-rotor-speed@@fl/tools/motor.cpp@@"(n_s-nr)/n_s*100"@@"(n_s-nr)/n
 compensation-target-angle-ignored@@fl/tools/compensation.cpp@@{"VAr", "P*tan(phi2)", "Q2"}@@{"VAr", "P*tan(phi1)", "Q2"}@@fl_tools_test
 delta-phase-current-times-root-three@@fl/tools/threephase.cpp@@"I_N/sqrt(3)"@@"I_N*sqrt(3)"@@fl_tools_test
 eseries-nearest-by-difference@@fl/tools/eseries.cpp@@const double distance = std::fabs(std::log(ohms / c));@@const double distance = std::fabs(ohms - c);@@fl_tools_test
+eseries-above-neighbour-the-last@@fl/tools/eseries.cpp@@if ((c >= ohms || same(c, ohms)) && std::isnan(*above)) *above = c;@@if (c >= ohms || same(c, ohms)) *above = c;@@fl_tools_test
 colour-silver-multiplier-a-tenth@@fl/tools/eseries.cpp@@{"solv", "sølv", "#b9bdc3", -1, -2, 10, -1}@@{"solv", "sølv", "#b9bdc3", -1, -1, 10, -1}@@fl_tools_test
 resistors-drawn-past-the-limit@@fl/tools/restotal.cpp@@if (n > (parallel ? kDrawnInParallel : kDrawnInSeries)) return {};@@if (false) return {};@@fl_tools_test
 vector-straight-back-as-minus-180@@fl/tools/vectors.cpp@@return a <= -180 ? a + 360 : a;@@return a < -180 ? a + 360 : a;@@fl_tools_test

@@ -6,21 +6,14 @@
 #include "fl/circuit/forward.h"
 #include "fl/expr/numbers.h"
 #include "fl/fig/schematic.h"
-#include "fl/practice/random.h"
-#include "tests/fl/expr/settings_fixture.h"
+#include "tests/fl/practice/seeded.h"
 
 #include <gtest/gtest.h>
 
 namespace fl {
 namespace {
 
-class CircuitExerciseTest : public SettingsTest {
-  protected:
-    void SetUp() override {
-        SettingsTest::SetUp();
-        seedRandom(5);
-    }
-};
+using CircuitExerciseTest = SeededTest<5>;
 
 TEST_F(CircuitExerciseTest, everyTemplateGivesAnExerciseThatTheForwardPassConfirms) {
     for (const CircuitTemplate& t : circuitTemplates()) {
@@ -61,8 +54,6 @@ TEST_F(CircuitExerciseTest, everyTemplateGivesAnExerciseThatTheForwardPassConfir
 }
 
 TEST_F(CircuitExerciseTest, theTeachersKeysCloseTemplates) {
-    EXPECT_TRUE(
-        makeCircuitExercise("ac", [](const std::string& k) { return k.rfind("circ:ac|", 0) != 0; }).empty());
     for (int i = 0; i < 30; ++i) {
         const Exercise ex =
             makeCircuitExercise("ac", [](const std::string& k) { return k != "circ:ac|Kompensering"; });

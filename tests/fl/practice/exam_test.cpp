@@ -2,7 +2,6 @@
 // hand-in and refused after it, the points, the verdict and the rows.
 #include "fl/practice/exam.h"
 
-#include "fl/practice/random.h"
 #include "tests/fl/expr/settings_fixture.h"
 
 #include <gtest/gtest.h>
@@ -13,7 +12,7 @@ namespace {
 constexpr int64_t kStart = 1'741'950'000'000; // some morning in March 2025, in ms
 constexpr int64_t kMinute = 60'000;
 
-class ExamTest : public SettingsTest {};
+using ExamTest = SettingsTest;
 
 // An exercise whose facit is 2 A, as the generator would give it.
 Exercise twoAmps(int n) {

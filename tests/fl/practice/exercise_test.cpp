@@ -9,8 +9,7 @@
 #include "fl/expr/render.h"
 #include "fl/expr/symbols.h"
 #include "fl/formulas/catalogue.h"
-#include "fl/practice/random.h"
-#include "tests/fl/expr/settings_fixture.h"
+#include "tests/fl/practice/seeded.h"
 
 #include <gtest/gtest.h>
 
@@ -20,13 +19,7 @@
 namespace fl {
 namespace {
 
-class ExerciseTest : public SettingsTest {
-  protected:
-    void SetUp() override {
-        SettingsTest::SetUp();
-        seedRandom(2024);
-    }
-};
+using ExerciseTest = SeededTest<2024>;
 
 struct Range {
     double lo, hi;
@@ -156,21 +149,19 @@ TEST_F(ExerciseTest, valueRulesTakeTheFirstThatFits) {
         std::set<double> allowed; // empty: only the range
         Range range;
         double step; // values are multiples of this; 0 for any
-    } rows[] = {
+    };
+    // clang-format off
+    const Row rows[] = {
         {"a default wins over the unit", "rho", "Ω·mm²/m", &withDefault, {0.0175}, {0, 1}, 0},
         {"a default with a prefix", "I_dn", "A", &withDefault, {0.03}, {0, 1}, 0},
         {"a synchronous speed", "n_s", "o/min", &none, {3000, 1500, 1000, 750}, {0, 1e9}, 0},
         {"a running speed just below one", "nr", "o/min", &none, {}, {695, 2940}, 5},
         {"pole pairs before any unit", "p", "", &none, {1, 2, 3, 4}, {0, 1e9}, 0},
-        {"a capacitor from the drawer, in µF",
-         "C",
-         "F",
-         &none,
-         {4.7e-6, 10e-6, 22e-6, 33e-6, 47e-6, 68e-6, 100e-6},
-         {0, 1e9},
-         0},
+        {"a capacitor from the drawer, in µF", "C", "F", &none,
+         {4.7e-6, 10e-6, 22e-6, 33e-6, 47e-6, 68e-6, 100e-6}, {0, 1e9}, 0},
         {"anything else: two to forty, one decimal", "x", "", &none, {}, {2, 40}, 0.1},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         for (int i = 0; i < 300; ++i) {

@@ -6,8 +6,7 @@
 #include "fl/expr/eval.h"
 #include "fl/expr/parser.h"
 #include "fl/formulas/catalogue.h"
-#include "fl/practice/random.h"
-#include "tests/fl/expr/settings_fixture.h"
+#include "tests/fl/practice/seeded.h"
 
 #include <gtest/gtest.h>
 
@@ -16,13 +15,7 @@
 namespace fl {
 namespace {
 
-class JudgeTest : public SettingsTest {
-  protected:
-    void SetUp() override {
-        SettingsTest::SetUp();
-        seedRandom(11);
-    }
-};
+using JudgeTest = SeededTest<11>;
 
 TEST_F(JudgeTest, answersInEveryAcceptedFormAreJudged) {
     struct Row {

@@ -4,20 +4,15 @@
 
 #include "fl/practice/categories.h"
 #include "fl/practice/exam.h"
-#include "fl/practice/random.h"
-#include "tests/fl/expr/settings_fixture.h"
+#include "tests/fl/practice/seeded.h"
 
 #include <gtest/gtest.h>
 
 namespace fl {
 namespace {
 
-class WorksheetTest : public SettingsTest {
+class WorksheetTest : public SeededTest<11> {
   protected:
-    void SetUp() override {
-        SettingsTest::SetUp();
-        seedRandom(11);
-    }
     static Worksheet sheet(const std::string& facit, bool room = false) {
         WorksheetOptions o;
         o.topic = "Jævnstrøm";

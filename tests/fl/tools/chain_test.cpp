@@ -38,24 +38,18 @@ TEST_F(ChainTest, eachKindOfStepWritesItsWorking) {
         double value;
         const char* text; // the block, as text
     };
+    // clang-format off
     const Row rows[] = {
-        {"target evaluated",
-         {{"P", "U*I", "P", ""}},
-         {{"U", 230}, {"I", 2}},
-         "P",
-         460,
+        {"target evaluated", {{"P", "U*I", "P", ""}}, {{"U", 230}, {"I", 2}}, "P", 460,
          "P=U · I=230 · 2=460"},
         {"identity forwards", {{"I_F", "I_N", "", ""}}, {{"I_N", 5}}, "I_F", 5, "I_F=I_N=5"},
         {"identity backwards", {{"I_F", "I_N", "", ""}}, {{"I_F", 5}}, "I_N", 5, "I_N=I_F=5"},
-        {"isolated first",
-         {{"P", "U*I", "P", ""}},
-         {{"P", 460}, {"U", 230}},
-         "I",
-         2,
-         "P=U · IFormlenU · I=PByt om på siderneI=[P / U]Divider med U på begge siderI=[P / U]=[460 / "
-         "230]=2"},
+        {"isolated first", {{"P", "U*I", "P", ""}}, {{"P", 460}, {"U", 230}}, "I", 2,
+         "P=U · IFormlenU · I=PByt om på siderneI=[P / U]Divider med U på begge sider"
+         "I=[P / U]=[460 / 230]=2"},
         {"inverse function", {{"phi", "acos(cosphi)", "", ""}}, {{"phi", 60}}, "cosphi", 0.5, ""},
     };
+    // clang-format on
     for (const Row& r : rows) {
         SCOPED_TRACE(r.name);
         resetFigures();

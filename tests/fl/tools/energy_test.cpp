@@ -59,7 +59,6 @@ TEST_F(EnergyTool, refusalsNameWhatIsMissingOrImpossible) {
          "Udfyld <span class=\"v\">P</span>, <span class=\"v\">h</span>, <span "
          "class=\"v\">k<sub>el</sub></span>.",
          "P h k_el"},
-        {"no price", "P=60 h=5", "Udfyld <span class=\"v\">k<sub>el</sub></span>.", "k_el"},
         {"a day of 25 hours", "P=60 h=25 k_el=2",
          "Et døgn har kun 24 timer – <span class=\"v\">h</span> er brugstiden pr. dag.", "h"},
         {"a year of 400 days", "P=60 h=5 d_dage=400 k_el=2", "Et år har højst 366 dage.", "d_dage"},

@@ -49,11 +49,7 @@ TEST_F(MotorTest, everySubsetOfThePlateFindsWhatItDeterminesAndNamesTheRest) {
         check.keys.push_back(q.key);
     check.gapText = "Kunne ikke findes med de givne tal: ";
     check.stuckText = "Med de tal kan programmet ikke finde mere";
-    check.unitOf = [](const std::string& k) {
-        for (const ToolQuantity& q : motorQuantities())
-            if (q.key == k) return q.unit;
-        return std::string();
-    };
+    check.unitOf = unitsOf(motorQuantities());
     for (const bool threePhase : {true, false})
         for (const bool starDelta : {false, true}) {
             const std::vector<ChainEquation> list = motorEquations(threePhase, starDelta);
@@ -68,7 +64,7 @@ TEST_F(MotorTest, everySubsetOfThePlateFindsWhatItDeterminesAndNamesTheRest) {
                                  " mask " + std::to_string(mask));
                     FormMap form;
                     for (const std::string& k : given)
-                        form[k] = typed(truth.at(k));
+                        form[k] = fmtShortest(truth.at(k));
                     std::set<std::string> start = given;
                     // The pole pairs come from n and f before the chain.
                     if (!given.count("p") && given.count("nr") && given.count("f")) start.insert("p");
@@ -122,16 +118,16 @@ TEST_F(MotorTest, refusalsAndHintsSpeakThePlatesLanguage) {
         {"U_N=400 f=50 I_N=10 cosphi=0,8 k_st=6 nr=3100 P_2=4k", true,
          "Kunne ikke findes med de givne tal: n_s, s, f_r."},
         // η beside P₁ from U, I and cos φ is held against P₂ / P₁: 2 % off is rounding, 5 % a conflict.
-        {offBy + typed(current * 1.02), true,
+        {offBy + fmtShortest(current * 1.02), true,
          "Nogle tal passer næsten, men ikke helt – det er normalt, fordi tallene på en mærkeplade er "
          "afrundede:Virkningsgrad (η = P₂ / P₁): η = 0,87, men formlen giver 0,85294"},
-        {offBy + typed(current * 1.05), true,
+        {offBy + fmtShortest(current * 1.05), true,
          "Nogle af de givne tal passer ikke sammen – tjek dem:Virkningsgrad (η = P₂ / P₁): η = 0,87, "
          "men formlen giver 0,82857"},
     };
     expectSaid([](const FormMap& f) { return motor(f, true, false); }, rows);
-    EXPECT_FALSE(contains(runOnce([&] { return motor(formOf(offBy + typed(current)), true, false); }).notes,
-                          "passer"));
+    EXPECT_FALSE(contains(
+        runOnce([&] { return motor(formOf(offBy + fmtShortest(current)), true, false); }).notes, "passer"));
 }
 
 TEST_F(MotorTest, sheetShowsGivenPlainFoundBlueAndTheChecks) {

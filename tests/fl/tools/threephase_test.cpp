@@ -37,13 +37,7 @@ TEST_F(ThreePhaseTest, everySubsetFindsWhatItDeterminesAndNamesTheRest) {
     SubsetCheck check;
     check.keys = {"U_N", "U_F", "I_N", "I_F", "R", "cosphi", "P", "S", "Q", "phi"};
     check.wanted = kWanted;
-    check.gapText = "Disse kunne ikke findes ud fra de givne værdier: ";
-    check.stuckText = "Med de værdier kan programmet ikke finde mere";
-    check.unitOf = [](const std::string& k) {
-        for (const ToolQuantity& q : threePhaseQuantities())
-            if (q.key == k) return q.unit;
-        return std::string();
-    };
+    check.unitOf = unitsOf(threePhaseQuantities());
     for (const bool star : {true, false})
         for (const bool resistive : {true, false})
             for (int draw = 0; draw < 2; ++draw) {
@@ -61,7 +55,7 @@ TEST_F(ThreePhaseTest, everySubsetFindsWhatItDeterminesAndNamesTheRest) {
                     FormMap form;
                     std::set<std::string> symbols;
                     for (const std::string& k : given) {
-                        form[k] = typed(truth.at(k));
+                        form[k] = fmtShortest(truth.at(k));
                         symbols.insert(check.symbol(k));
                     }
                     // An empty cos φ is a pure resistance unless the givens say
@@ -83,26 +77,21 @@ TEST_F(ThreePhaseTest, reconnectionAndFaultsFollowTheLoad) {
         std::vector<std::string> titles; // of the blocks after the load itself
         std::vector<std::string> texts;  // in those blocks
     };
+    const std::string toDelta = "Hvis de samme belastninger kobles i trekant";
+    const std::string starFault = "Fejl: en fase eller en komponent afbrudt (stjerne uden nul)";
+    // clang-format off
     const Row rows[] = {
-        {"U_N=400 R=20",
-         true,
-         {"Hvis de samme belastninger kobles i trekant",
-          "Fejl: en fase eller en komponent afbrudt (stjerne uden nul)"},
+        {"U_N=400 R=20", true, {toDelta, starFault},
          {"P_Δ=3 · P_Y=3 · 8000=24 kW", "I_NΔ=3 · I_NY=3 · 11,547=34,641 A", "P_fejl", "=4000 W",
           "Det er halv effekt: P / 2 = 4000 W ✓"}},
-        {"U_N=400 R=20",
-         false,
-         {"Hvis de samme belastninger kobles i stjerne", "Fejl i trekant"},
+        {"U_N=400 R=20", false, {"Hvis de samme belastninger kobles i stjerne", "Fejl i trekant"},
          {"=8000 W", "I_NY=[I_NΔ / 3]=[34,641 / 3]=11,547 A", "= halv effekt: P / 2 = 12 kW ✓",
           "= 2/3 af effekten: 2/3 · P = 16 kW ✓"}},
-        {"U_N=400 R=20 cosphi=0,9", true, {"Hvis de samme belastninger kobles i trekant"}, {}},
+        {"U_N=400 R=20 cosphi=0,9", true, {toDelta}, {}},
         // A given power that disagrees earns no tick.
-        {"U_N=400 R=20 P=7000 cosphi=1",
-         true,
-         {"Hvis de samme belastninger kobles i trekant",
-          "Fejl: en fase eller en komponent afbrudt (stjerne uden nul)"},
-         {"Det er halv effekt: P / 2 = 3500 W</"}},
+        {"U_N=400 R=20 P=7000 cosphi=1", true, {toDelta, starFault}, {"Det er halv effekt: P / 2 = 3500 W</"}},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.form + std::string(row.star ? " Y" : " D"));
         const ToolRun r = runOnce([&] { return threePhaseLoad(formOf(row.form), row.star); });
@@ -131,7 +120,7 @@ TEST_F(ThreePhaseTest, perPhaseSymbolAndEmptyCosPhiAreReadFromTheLoad) {
         {"U_N=400 R=20", "R", true},
         {"U_N=400 R=20 cosphi=1", "R", false},
         {"U_N=400 R=20 cosphi=0,8", "Z", false},
-        {"U_N=400 I_N=10 P=" + typed(std::sqrt(3.0) * 4000), "", true}, // 1 give or take rounding
+        {"U_N=400 I_N=10 P=" + fmtShortest(std::sqrt(3.0) * 4000), "", true}, // 1 give or take rounding
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.form);
@@ -153,16 +142,13 @@ TEST_F(ThreePhaseTest, refusalsAndConflictsAreToldInTheirWords) {
         {"U_N=400 cosphi=0", false, "cos φ skal ligge mellem 0 og 1."},
         {"Q=3k", false,
          "Med de værdier kan programmet ikke finde mere. Udfyld fx netspændingen og enten modstanden pr. "
-         "fase, "
-         "strømmen eller effekten."},
+         "fase, strømmen eller effekten."},
         {"U_N=400 I_N=10 I_F=12", true,
          "Nogle af de givne værdier passer ikke sammen:Stjerne: fasestrømmen er lig netstrømmen: I_F = 12 A, "
-         "men "
-         "formlen giver 10 A"},
+         "men formlen giver 10 A"},
         {"U_N=400 U_F=200 Q=1k", false,
          "De givne værdier passer ikke sammen:Stjerne: fasespændingen er netspændingen delt med √3: U_F = "
-         "200 V, men "
-         "formlen giver 230,94 V"},
+         "200 V, men formlen giver 230,94 V"},
     };
     expectSaid([](const FormMap& f) { return threePhaseLoad(f, true); }, rows);
 }

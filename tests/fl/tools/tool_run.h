@@ -116,11 +116,6 @@ inline std::string symbolText(const std::string& key) {
     return sheetText(tool::symbolHtml(key), {});
 }
 
-// The exact decimal text of a value, the way a form field could hold it.
-inline std::string typed(double v) {
-    return fmtShortest(v);
-}
-
 inline double uniform(std::mt19937& rng, double a, double b) {
     return std::uniform_real_distribution<double>(a, b)(rng);
 }
@@ -175,10 +170,20 @@ inline void forEverySubset(const std::vector<std::string>& keys,
 // it can't find them, and its words for a gap and for nothing found.
 struct SubsetCheck {
     std::vector<std::string> keys, wanted;
-    std::string gapText, stuckText;
+    std::string gapText = "Disse kunne ikke findes ud fra de givne værdier: ";
+    std::string stuckText = "Med de værdier kan programmet ikke finde mere";
     std::function<std::string(const std::string&)> unitOf;
     std::function<std::string(const std::string&)> symbol = [](const std::string& k) { return k; };
 };
+
+// A key's unit by the tool's own list of its fields.
+template <typename List> std::function<std::string(const std::string&)> unitsOf(const List& list) {
+    return [list](const std::string& key) {
+        for (const auto& field : list)
+            if (field.key == key) return std::string(field.unit);
+        return std::string();
+    };
+}
 
 // One subset's run against the oracle: a key not given is found exactly when
 // `expected` holds it, equal to the truth and shown in the results; the

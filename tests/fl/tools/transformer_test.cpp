@@ -35,13 +35,7 @@ TEST_F(TransformerTest, everySubsetFindsWhatItDeterminesAndNamesTheRest) {
     SubsetCheck check;
     check.keys = kForm;
     check.wanted = std::vector<std::string>(kForm.begin(), kForm.end() - 1); // all but R_B
-    check.gapText = "Disse kunne ikke findes ud fra de givne værdier: ";
-    check.stuckText = "Med de værdier kan programmet ikke finde mere";
-    check.unitOf = [](const std::string& k) {
-        for (const TrafoField& f : transformerFields())
-            if (f.key == k) return f.unit;
-        return std::string();
-    };
+    check.unitOf = unitsOf(transformerFields());
     for (int draw = 0; draw < 3; ++draw) {
         const Vars truth = transformerTruth(rng);
         forEverySubset(kForm, [&](unsigned mask, const std::set<std::string>& given) {
@@ -49,7 +43,7 @@ TEST_F(TransformerTest, everySubsetFindsWhatItDeterminesAndNamesTheRest) {
             SCOPED_TRACE("mask " + std::to_string(mask));
             FormMap form;
             for (const std::string& k : given)
-                form[k] = typed(truth.at(k));
+                form[k] = fmtShortest(truth.at(k));
             const ToolRun r = runOnce([&] { return transformer(form); });
             if (given.size() < 3) {
                 ASSERT_EQ(r.err, "Udfyld mindst tre af værdierne (fx U_P, U_S og S).");
@@ -74,16 +68,13 @@ TEST_F(TransformerTest, conflictsAndGapsAreToldInTheirWords) {
         // (20 − 19,167) / 20 = 4,2 %: a conflict, and nothing else follows from the three.
         {"U_P=230 U_S=12 n=20", false,
          "De givne værdier passer ikke sammen:Omsætningsforhold ud fra spændingerne (n = U_P / U_S): n = 20, "
-         "men "
-         "formlen giver 19,167"},
+         "men formlen giver 19,167"},
         {"I_P=2 N_S=50 R_B=3", false,
          "Med de værdier kan programmet ikke finde mere. Udfyld flere – fx både U_P og U_S (så kendes n), og "
-         "S eller "
-         "en af strømmene."},
+         "S eller en af strømmene."},
         {"U_P=230 U_S=12 n=20 S=60", true,
          "Nogle af de givne værdier passer ikke sammen:Omsætningsforhold ud fra spændingerne (n = U_P / "
-         "U_S): n = "
-         "20, men formlen giver 19,167"},
+         "U_S): n = 20, men formlen giver 19,167"},
         {"U_P=230 U_S=12 n=19,5 S=60", true,
          "Nogle af de givne værdier passer næsten, men ikke helt:Omsætningsforhold ud fra spændingerne (n = "
          "U_P / U_S): n = 19,5, men formlen giver 19,167"},

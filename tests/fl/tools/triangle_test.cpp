@@ -33,9 +33,10 @@ TEST_F(TriangleTool, everyPairThatFixesTheTriangleGivesTheSameOne) {
             for (const char* q : parts) {
                 const std::string first = p, second = q;
                 if (first >= second || (std::isupper(first[0]) && std::isupper(second[0]))) continue;
-                SCOPED_TRACE(first + " and " + second + " of " + typed(t.a) + ", " + typed(t.b));
+                SCOPED_TRACE(first + " and " + second + " of " + fmtShortest(t.a) + ", " + fmtShortest(t.b));
                 const ToolRun run = runOnce([&] {
-                    return rightTriangle({{first, typed(t.get(first))}, {second, typed(t.get(second))}});
+                    return rightTriangle(
+                        {{first, fmtShortest(t.get(first))}, {second, fmtShortest(t.get(second))}});
                 });
                 ASSERT_TRUE(run.out.ok) << run.out.err;
                 for (const char* k : parts) {
