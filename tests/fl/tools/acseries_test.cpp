@@ -80,11 +80,8 @@ TEST_F(AcTool, theDemonstrationComputesWhatTheSheetShows) {
     for (const auto& r : rows) {
         SCOPED_TRACE(r.R);
         std::map<std::string, double> sheet;
-        const FormMap form{{"R", fmtPlain(r.R, 17)},
-                           {"L", fmtPlain(r.L, 17)},
-                           {"C", fmtPlain(r.C, 17)},
-                           {"f", fmtPlain(r.f, 17)},
-                           {"U", "230"}};
+        const FormMap form = formOf("R=" + fmtShortest(r.R) + " L=" + fmtShortest(r.L) +
+                                    " C=" + fmtShortest(r.C) + " f=" + fmtShortest(r.f) + " U=230");
         ASSERT_TRUE(acSeries(form, &sheet).ok);
         const SeriesRlcValues v = seriesRlc({r.R, r.L, r.C, r.f, 230, NAN});
         // clang-format off
