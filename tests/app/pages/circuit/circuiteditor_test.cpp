@@ -12,27 +12,12 @@
 
 namespace {
 
-fl::CNodePtr leaf(const std::string& k) {
-    return fl::makeNode(k);
-}
-
-fl::CNodePtr group(const std::string& k, std::vector<fl::CNodePtr> ch) {
-    fl::CNodePtr g = fl::makeNode(k);
-    g->ch = std::move(ch);
-    return g;
-}
+using fl::makeNode;
 
 fl::Circuit circuitOf(std::vector<fl::CNodePtr> ch) {
     fl::Circuit c = fl::defaultCircuit("dc");
     c.root->ch = std::move(ch);
     return c;
-}
-
-// R1 in series with a parallel group whose first branch is a series holding
-// another parallel group: three frames, one inside the other.
-fl::Circuit nested() {
-    return circuitOf(
-        {leaf("R"), group("P", {group("S", {leaf("R"), group("P", {leaf("R"), leaf("R")})}), leaf("R")})});
 }
 
 class CircuitEditorTest : public ::testing::Test {
@@ -51,7 +36,13 @@ class CircuitEditorTest : public ::testing::Test {
 // the same factor, still finds that box: hovering highlights it, a click
 // selects it, and the empty corner does neither.
 TEST_F(CircuitEditorTest, thePointerFindsTheBlockUnderItAtAnyWidth) {
-    fl::Circuit c = nested();
+    // R1 in series with a parallel group whose first branch is a series holding
+    // another parallel group: three frames, one inside the other.
+    fl::Circuit c = circuitOf(
+        {makeNode("R"),
+         makeNode("P", "",
+                  {makeNode("S", "", {makeNode("R"), makeNode("P", "", {makeNode("R"), makeNode("R")})}),
+                   makeNode("R")})});
     for (int width : {0, 320}) {
         app::CircuitEditor editor;
         editor.setCircuit(&c);
@@ -85,7 +76,7 @@ TEST_F(CircuitEditorTest, thePointerFindsTheBlockUnderItAtAnyWidth) {
 // The picture is kept between paints; what changes the drawing must still
 // reach the screen at the next paint.
 TEST_F(CircuitEditorTest, aKeptPictureNeverOutlivesAChange) {
-    fl::Circuit c = circuitOf({leaf("R"), leaf("R")});
+    fl::Circuit c = circuitOf({makeNode("R"), makeNode("R")});
     app::CircuitEditor editor;
     editor.setCircuit(&c);
     editor.resize(900, 300);
@@ -126,7 +117,7 @@ TEST_F(CircuitEditorTest, aKeptPictureNeverOutlivesAChange) {
 }
 
 TEST_F(CircuitEditorTest, theSelectionIsDrawnAndTheDrawingFollowsTheTheme) {
-    fl::Circuit c = circuitOf({leaf("R"), leaf("R")});
+    fl::Circuit c = circuitOf({makeNode("R"), makeNode("R")});
     c.sel = c.root->ch[1]->id;
     app::CircuitEditor editor;
     editor.setCircuit(&c);

@@ -1,7 +1,7 @@
 // The circuit page as a student uses it: a circuit built with the mouse from
-// the home page, values typed, the walkthrough read; the two currents each
-// keeping their circuit; paste, copy and the saved list; fix chips; the guide;
-// a teacher's lock.
+// the home page, values typed, the walkthrough and the guide read; the two
+// currents each keeping their circuit; paste, copy and the saved list; fix
+// chips; a teacher's lock.
 #include "tests/app/fake_host.h"
 #include "tests/app/fresh_app.h"
 #include "tests/app/pages/tools/driving.h"
@@ -40,17 +40,6 @@ std::string idOf(const std::string& name) {
         if (n->name == name) id = n->id;
     });
     return id;
-}
-
-// Clicks the middle of a component's box in the drawing.
-void clickPart(app::CircuitEditor* editor, const std::string& id) {
-    for (const fl::HitBox& b : editor->hitBoxes())
-        if (b.id == id) {
-            QTest::mouseClick(editor, Qt::LeftButton, {},
-                              editor->toWidget({b.x + b.w / 2, b.y + b.h / 2}).toPoint());
-            return;
-        }
-    ADD_FAILURE() << "no box for " << id;
 }
 
 void clickButton(app::KredsPage* page, const QString& text) {
@@ -117,9 +106,11 @@ TEST_F(KredsPageTest, studentBuildsTheLessonCircuitFromHomeAndEveryNumberOfTheWa
     EXPECT_TRUE(words.contains("Tegn et kredsløb, jævnstrøm"));
     EXPECT_TRUE(words.contains("Kredsløb – jævnstrøm"));
 
-    // The default drawing holds R1; select it, add R2 in series, then R3
-    // parallel to R2.
-    clickPart(kreds->editor(), idOf("R1"));
+    // The default drawing holds R1 alone; click its middle to select it, add
+    // R2 in series, then R3 parallel to R2.
+    const fl::HitBox r1 = kreds->editor()->hitBoxes().at(0);
+    QTest::mouseClick(kreds->editor(), Qt::LeftButton, {},
+                      kreds->editor()->toWidget({r1.x + r1.w / 2, r1.y + r1.h / 2}).toPoint());
     EXPECT_EQ(kreds->selectionLabel()->text(), "Valgt: <b>R1 (Modstand)</b>");
     clickButton(kreds, "+ Modstand i serie");
     EXPECT_EQ(kreds->selectionLabel()->text(), "Valgt: <b>R2 (Modstand)</b>");
@@ -154,6 +145,15 @@ TEST_F(KredsPageTest, studentBuildsTheLessonCircuitFromHomeAndEveryNumberOfTheWa
     fl::Circuit stored;
     ASSERT_TRUE(fl::fromJson(DataStore::instance().get("kreds"), stored));
     EXPECT_EQ(fl::toText(stored), fl::toText(fl::currentCircuit()));
+
+    // The guide to the same circuit gives the formulas and never the numbers.
+    window->navigate("kredsguide");
+    auto* guide = current<app::KredsPage>();
+    ASSERT_NE(guide, nullptr);
+    EXPECT_EQ(guide->mainButton()->text(), "Vis fremgangsmåden");
+    run(guide);
+    EXPECT_FALSE(sheetOf(guide).empty());
+    EXPECT_FALSE(contains(sheetOf(guide), "247,5"));
 }
 
 TEST_F(KredsPageTest, unreadableFieldsAreMarkedAndLinksAndQuestionMarksAreNot) {
@@ -188,8 +188,9 @@ TEST_F(KredsPageTest, unreadableFieldsAreMarkedAndLinksAndQuestionMarksAreNot) {
 }
 
 // That each current keeps its own circuit is the model's test; here the
-// buttons switch, and the page shows the circuit it comes back to.
-TEST_F(KredsPageTest, eachCurrentKeepsItsOwnCircuitAcrossTheSwitch) {
+// buttons switch, the page shows the circuit it comes back to, and a current
+// the teacher closed is refused with the teacher's message.
+TEST_F(KredsPageTest, eachCurrentKeepsItsOwnCircuitAcrossTheSwitchUnlessItIsClosed) {
     fl::setCircuit(lesson());
     app::KredsPage* dc = page(false, false);
     QTest::mouseClick(dc->button("Vekselstrøm (AC)"), Qt::LeftButton);
@@ -202,6 +203,18 @@ TEST_F(KredsPageTest, eachCurrentKeepsItsOwnCircuitAcrossTheSwitch) {
     dc->onEnter();
     ASSERT_NE(dc->partField(idOf("R3"), "I"), nullptr);
     EXPECT_EQ(dc->partField(idOf("R3"), "I")->text(), "0,5");
+
+    app::options().off = {"veksel"};
+    const std::string before = fl::toText(fl::currentCircuit());
+    QTest::mouseClick(dc->button("Vekselstrøm (AC)"), Qt::LeftButton);
+    EXPECT_EQ(host.routes.size(), 2u);
+    EXPECT_EQ(sheetOf(dc), "Det er et vekselstrømskredsløb, og din lærer har slået vekselstrøm fra.");
+    EXPECT_TRUE(dc->openElsewhere(lesson("ac")));
+    EXPECT_EQ(fl::toText(fl::currentCircuit()), before);
+    open().navigate("kredsac");
+    EXPECT_EQ(window->currentRoute(), "laast");
+    window->navigate("kreds");
+    EXPECT_EQ(window->currentRoute(), "kreds");
 }
 
 TEST_F(KredsPageTest, pasteLoadsACircuitMovesAnotherCurrentsAndRefusesEverythingElse) {
@@ -271,7 +284,11 @@ TEST_F(KredsPageTest, savedCircuitsReopenIdenticallyRenameAndDelete) {
     const std::string first = fl::toText(fl::currentCircuit());
 
     // Start afresh, then reopen: the same circuit, ids and all.
-    p->confirm = [](const QString&, const QString&) { return true; };
+    QString asked;
+    p->confirm = [&](const QString&, const QString& q) {
+        asked = q;
+        return true;
+    };
     clickButton(p, "Start forfra");
     EXPECT_EQ(fl::treeSize(fl::currentCircuit().root), 2u);
     QTest::mouseClick(p->findChild<QPushButton*>("saved_Åbn"), Qt::LeftButton);
@@ -281,11 +298,6 @@ TEST_F(KredsPageTest, savedCircuitsReopenIdenticallyRenameAndDelete) {
     clickButton(p, "Omdøb");
     ASSERT_EQ(p->savedList()->count(), 1);
     EXPECT_EQ(p->savedList()->currentText(), "Prøve");
-    QString asked;
-    p->confirm = [&](const QString&, const QString& q) {
-        asked = q;
-        return true;
-    };
     QTest::mouseClick(p->findChild<QPushButton*>("saved_Slet"), Qt::LeftButton);
     EXPECT_EQ(asked, "Slet det gemte kredsløb \"Prøve\"?");
     EXPECT_EQ(p->savedList()->itemText(0), "ingen gemte endnu");
@@ -332,34 +344,6 @@ TEST_F(KredsPageTest, aFixChipOnACapacitorSetsTheValueAndTheSheetComesBackWithou
     EXPECT_EQ(fl::toText(fl::currentCircuit()), now);
     p->handleLink("fix:src|U|400");
     EXPECT_EQ(p->sourceField("U")->text(), "400");
-}
-
-TEST_F(KredsPageTest, theGuideGivesFormulasAndNeverTheNumbers) {
-    fl::setCircuit(lesson());
-    app::KredsPage* p = page(true, false);
-    EXPECT_EQ(p->mainButton()->text(), "Vis fremgangsmåden");
-    run(p);
-    const std::string sheet = sheetOf(p);
-    EXPECT_FALSE(sheet.empty());
-    EXPECT_FALSE(contains(sheet, "247,5"));
-}
-
-TEST_F(KredsPageTest, aLockedCurrentIsRefusedWithTheTeachersMessage) {
-    app::options().off = {"veksel"};
-    fl::Circuit acCircuit = lesson("ac");
-    app::KredsPage* p = page(false, false);
-    QTest::mouseClick(p->button("Vekselstrøm (AC)"), Qt::LeftButton);
-    EXPECT_TRUE(host.routes.empty());
-    EXPECT_EQ(sheetOf(p), "Det er et vekselstrømskredsløb, og din lærer har slået vekselstrøm fra.");
-    const std::string before = fl::toText(fl::currentCircuit());
-    EXPECT_TRUE(p->openElsewhere(acCircuit));
-    EXPECT_EQ(fl::toText(fl::currentCircuit()), before);
-    EXPECT_EQ(fl::currentCircuit().mode, "dc");
-
-    open().navigate("kredsac");
-    EXPECT_EQ(window->currentRoute(), "laast");
-    window->navigate("kreds");
-    EXPECT_EQ(window->currentRoute(), "kreds");
 }
 
 } // namespace
