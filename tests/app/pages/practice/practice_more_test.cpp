@@ -135,7 +135,6 @@ TEST_F(PracticeMorePages, aShortExamIsHandedInAndRecorded) {
     QTest::mouseClick(page.handInButton(), Qt::LeftButton);
     EXPECT_EQ(asked, 1);
     ASSERT_TRUE(page.resultScreen()->isVisible());
-    EXPECT_EQ(page.result().right, 3);
     EXPECT_EQ(page.scoreLabel()->text(), "Resultat: 3 af 5 rigtige (60 %)");
     EXPECT_TRUE(page.verdictLabel()->text().startsWith("Godt gået"));
     ASSERT_EQ(page.resultRows().size(), 5u);

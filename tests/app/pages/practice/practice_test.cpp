@@ -97,7 +97,7 @@ TEST_F(PracticeTest, threeAnswersAreJudgedExplainedAndCountedOnTheStatisticsPage
         << sheet;
 }
 
-TEST_F(PracticeTest, topicLinksOnTheStatisticsPageOpenTheirExercises) {
+TEST_F(PracticeTest, statisticsLinksOpenTheirExercisesAndAResetAsksFirst) {
     fl::PracticeStats s;
     for (int i = 0; i < 4; ++i)
         fl::addAnswer(s, "motNs", "Motorer", i == 0, fl::today());
@@ -128,6 +128,19 @@ TEST_F(PracticeTest, topicLinksOnTheStatisticsPageOpenTheirExercises) {
     EXPECT_EQ(tekst->topicBox()->currentData().toString(), "kabel");
     ASSERT_TRUE(tekst->problem().has_value());
     EXPECT_EQ(tekst->problem()->key, "kabel");
+
+    // Resetting asks first; the empty page leads on to the exercises.
+    w.navigate("statistik");
+    bool agree = false;
+    stats->confirmReset = [&] { return agree; };
+    ASSERT_TRUE(clickLink(stats->view(), "act:streset"));
+    EXPECT_FALSE(fl::loadStats().empty());
+    agree = true;
+    ASSERT_TRUE(clickLink(stats->view(), "act:streset"));
+    EXPECT_TRUE(fl::loadStats().empty());
+    EXPECT_TRUE(contains(stats->view()->markup(), "Du har ikke svaret på nogen opgaver endnu."));
+    ASSERT_TRUE(clickLink(stats->view(), "go:ovelser"));
+    EXPECT_EQ(current<app::OvelserPage>(), page);
 }
 
 TEST_F(PracticeTest, closedTopicsVanishAndAnEmptyChoiceSaysWhy) {
@@ -201,25 +214,6 @@ TEST_F(PracticeTest, onlyTheFirstAnswerBeforeTheSolutionCounts) {
     EXPECT_TRUE(contains(page.hintView()->markup(), "formelsamlingen"));
     QTest::mouseClick(button(&page, "Nulstil"), Qt::LeftButton);
     EXPECT_EQ(page.scoreLabel()->text(), "");
-}
-
-TEST_F(PracticeTest, resettingTheStatisticsAsksFirst) {
-    fl::recordAnswer("ohm", "Jævnstrøm", true);
-    app::test::FakeHost host;
-    app::StatistikPage page(&host);
-    page.resize(1000, 800);
-    page.show();
-    page.onEnter();
-    bool agree = false;
-    page.confirmReset = [&] { return agree; };
-    ASSERT_TRUE(clickLink(page.view(), "act:streset"));
-    EXPECT_FALSE(fl::loadStats().empty());
-    agree = true;
-    ASSERT_TRUE(clickLink(page.view(), "act:streset"));
-    EXPECT_TRUE(fl::loadStats().empty());
-    EXPECT_TRUE(contains(page.view()->markup(), "Du har ikke svaret på nogen opgaver endnu."));
-    ASSERT_TRUE(clickLink(page.view(), "go:ovelser"));
-    EXPECT_EQ(host.links, std::vector<QString>{"go:ovelser"});
 }
 
 } // namespace
