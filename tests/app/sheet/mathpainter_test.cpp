@@ -22,22 +22,14 @@ namespace {
 class MathPainterTest : public ::testing::Test {
   protected:
     static void SetUpTestSuite() { app::installFontSubstitutions(); }
-    void TearDown() override {
-        app::setTextScale(1.0);
-        app::setThemeMode(app::ThemeLight);
-        fl::resetFigures();
-    }
+    void TearDown() override { fl::resetFigures(); }
 };
-
-int alphaAt(const QImage& img, int x, int y) {
-    return qAlpha(img.pixel(x, y));
-}
 
 // Pixels of a row at least this opaque.
 int rowCount(const QImage& img, int y, int minAlpha) {
     int n = 0;
     for (int x = 0; x < img.width(); ++x)
-        n += alphaAt(img, x, y) >= minAlpha;
+        n += qAlpha(img.pixel(x, y)) >= minAlpha;
     return n;
 }
 
@@ -45,7 +37,7 @@ QRect inkRect(const QImage& img) {
     QRect r;
     for (int y = 0; y < img.height(); ++y)
         for (int x = 0; x < img.width(); ++x)
-            if (alphaAt(img, x, y) > 0) r |= QRect(x, y, 1, 1);
+            if (qAlpha(img.pixel(x, y)) > 0) r |= QRect(x, y, 1, 1);
     return r;
 }
 

@@ -57,22 +57,8 @@ void click(QWidget* target, QPoint pos) {
     }
 }
 
-// The home page's own tiles: every cell is one link.
-std::string tiles() {
-    const fl::TileLook look{"#ffffff", "#d3d9e1", "#1b1f24", "#2457d6"};
-    return "<h3 class=\"sh\">Mest brugt</h3>" +
-           fl::tileGrid(
-               {"kreds", "kredsac", "ovelser", "udregnere"}, false, [](const std::string&) { return true; },
-               look) +
-           "<p>Tekst med et <a href=\"go:ordliste\">link</a> under.</p>";
-}
-
 // A point inside the first tile's padding, off its link, and one on the link's text.
-struct TilePoints {
-    QPoint padding, link;
-};
-
-TilePoints tilePoints(const app::SheetView& view) {
+std::pair<QPoint, QPoint> tilePoints(const app::SheetView& view) {
     for (int y = 0; y < view.height(); y += 2)
         for (int x = 0; x < view.width() / 3; x += 2) {
             const app::SheetView::Tile t = app::SheetView::tileAt(&view, QPoint(x, y));
@@ -90,15 +76,21 @@ TilePoints tilePoints(const app::SheetView& view) {
 TEST_F(SheetViewTest, aClickAnywhereInATileActsOnce) {
     app::SheetView view;
     view.resize(720, 300);
-    view.setContent(markup(tiles()));
+    // The home page's own tiles: every cell is one link.
+    const fl::TileLook look{"#ffffff", "#d3d9e1", "#1b1f24", "#2457d6"};
+    view.setContent(markup("<h3 class=\"sh\">Mest brugt</h3>" +
+                           fl::tileGrid(
+                               {"kreds", "kredsac", "ovelser", "udregnere"}, false,
+                               [](const std::string&) { return true; }, look) +
+                           "<p>Tekst med et <a href=\"go:ordliste\">link</a> under.</p>"));
     view.show();
     QStringList actions;
     QObject::connect(&view, &app::SheetView::action, [&](const QString& href) { actions << href; });
 
-    const TilePoints p = tilePoints(view);
-    ASSERT_FALSE(p.padding.isNull());
-    ASSERT_FALSE(p.link.isNull());
-    ASSERT_TRUE(view.anchorAt(p.padding).isEmpty());
+    const auto [padding, link] = tilePoints(view);
+    ASSERT_FALSE(padding.isNull());
+    ASSERT_FALSE(link.isNull());
+    ASSERT_TRUE(view.anchorAt(padding).isEmpty());
 
     struct Row {
         const char* name;
@@ -106,8 +98,8 @@ TEST_F(SheetViewTest, aClickAnywhereInATileActsOnce) {
         QStringList expected;
     };
     const Row rows[] = {
-        {"padding of the tile, by the release", p.padding, {"go:kreds"}},
-        {"its link, by the browser alone", p.link, {"go:kreds"}},
+        {"padding of the tile, by the release", padding, {"go:kreds"}},
+        {"its link, by the browser alone", link, {"go:kreds"}},
         {"outside every tile", QPoint(view.width() - 5, view.height() - 3), {}},
     };
     for (const Row& row : rows) {

@@ -26,11 +26,10 @@
 namespace {
 
 using app::test::contains;
-using app::test::sheetOf;
-using app::test::type;
-
 using app::test::figureOf;
 using app::test::noteOf;
+using app::test::sheetOf;
+using app::test::type;
 
 // The letters the live figure paints, each run closed by "<" as in its SVG.
 std::string paintedText(const app::ToolPage* page) {

@@ -132,7 +132,6 @@ TEST_F(SmallToolsTest, demonstrationRedrawsAtEveryMoveAndFindsResonance) {
     const std::string curves = page.curves()->figure().body, readout = page.readout()->text().toStdString();
     EXPECT_FALSE(page.phasors()->isEmpty());
     EXPECT_FALSE(page.resonance()->isEmpty());
-    EXPECT_TRUE(contains(readout, "kapacitiv")) << readout; // 50 Hz is below f₀ = 71 Hz
 
     QSlider* f = page.slider(app::AcDemoPage::F);
     f->setValue(f->value() + 1);
