@@ -183,10 +183,7 @@ TEST_F(PracticeMorePages, theClockHandsInWithoutAsking) {
 
 TEST_F(PracticeMorePages, aFlashcardRoundMovesCardsBetweenBoxes) {
     double now = 1'741'950'000'000.0;
-    Json opt = Json::object();
-    opt["deck"] = Json("inst:poe");
-    opt["mode"] = Json("nf");
-    storeSet("fc_opt", opt);
+    storeSet("fc_opt", Json::parse(R"({"deck":"inst:poe","mode":"nf"})"));
     app::FormelkortPage page(&host);
     page.now = [&] { return now; };
     page.resize(1000, 800);
