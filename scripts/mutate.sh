@@ -409,6 +409,9 @@ headings-left-to-the-text-engine@@app/sheet/sheettext.cpp@@return plainHeadings(
 closed-topic-offered@@app/pages/practice/topiccombo.cpp@@if (!c.lockKey.empty() && !isOpenKey(c.lockKey)) continue;@@if (false) continue;@@practice_pages_test
 closed-topic-drawn@@app/pages/practice/ovelserpage.cpp@@    return isOpenKey(key);@@    return true;@@practice_pages_test
 task-cards-rebuilt-at-every-visit@@app/pages/class/opgaverpage.cpp@@if (storeGet(key::TasksUpdated).asNumber(0) != drawn) rebuild();@@rebuild();@@class_pages_test
+task-drawing-never-hidden-again@@app/pages/class/opgaverpage.cpp@@c.drawing->setVisible(show);@@c.drawing->setVisible(true);@@class_pages_test
+task-guide-of-the-other-current@@app/pages/class/opgaverpage.cpp@@const QString guideRoute = QLatin1String(fl::route::CircuitGuide) + suffix;@@const QString guideRoute = QLatin1String(fl::route::CircuitGuide);@@class_pages_test
+empty-task-list-said-never-fetched@@app/pages/class/opgaverpage.cpp@@empty->addLabel(updated > 0 ?@@empty->addLabel(false ?@@class_pages_test
 readout-never-asks-for-room@@app/pages/tools/acpages.cpp@@            updateGeometry();@@            (void)0;@@pages_test
 cable-section-not-remembered@@app/pages/tools/cablepick.cpp@@store.set(k + "_q", mm2->currentData().toString().toStdString());@@(void)0;@@pages_test
 plate-figure-squeezed-beside-the-fields@@app/pages/tools/machinepages.cpp@@const bool narrow = room < figure->sizeHint().width() * 9 / 10;@@const bool narrow = room < figure->sizeHint().width() / 2;@@pages_test
