@@ -392,6 +392,7 @@ refresh-check-in-not-forced@@app/shell/service.cpp@@in.force = force;@@in.force 
 glossary-stored-search-ignored@@app/pages/reference/ordlistepage.cpp@@const QString wanted = QString::fromStdString(storeGetString(key::OrdlisteQ));@@const QString wanted = search->text();@@reference_test
 glossary-shows-what-is-closed@@app/pages/reference/ordlistepage.cpp@@return [](const std::string& key) { return isOpenKey(key); };@@return [](const std::string&) { return true; };@@reference_test
 formula-pdf-untitled@@app/pages/formulas/formulapage.cpp@@area->setTitle(titleMarkup(family->title));@@(void)0;@@pages_test
+refusal-offers-the-old-pdf@@app/pages/formulas/formulapage.cpp@@if (!sheetShown) area->pdfBar()->hide();@@if (false) area->pdfBar()->hide();@@pages_test
 card-added-after-the-stretch@@app/widgets/page.cpp@@layout->insertWidget(std::max(0, layout->count() - 1), widget); }@@layout->addWidget(widget); }@@app_test pages_test
 field-edit-keeps-error-frame@@app/widgets/valuefield.cpp@@setClass(edit, QString());@@(void)0;@@app_test pages_test
 field-enter-unwired@@app/widgets/valuefield.cpp@@connect(edit, &QLineEdit::returnPressed, this, &ValueField::enterPressed);@@(void)0;@@app_test pages_test

@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QFontInfo>
 #include <QGlyphRun>
 #include <QIcon>
 #include <QImage>

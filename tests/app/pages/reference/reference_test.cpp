@@ -71,15 +71,12 @@ TEST_F(ReferenceTest, installTestPageFollowsTabLinksAndComputes) {
 }
 
 TEST_F(ReferenceTest, ownFormulaSheetIsKeptInTheStore) {
-    {
-        app::MinformPage page(nullptr);
-        page.pin("ohm");
-        page.pin("powerU");
-        page.pin("ohm");
-        page.move(1, -1);
-        EXPECT_EQ(page.items().size(), 2u);
-        EXPECT_EQ(page.items()[0].key, "powerU");
-    }
+    app::MinformPage page(nullptr);
+    page.pin("ohm");
+    page.pin("powerU");
+    page.pin("ohm");
+    page.move(1, -1);
+    // What a fresh page reads from the store.
     app::MinformPage again(nullptr);
     ASSERT_EQ(again.items().size(), 2u);
     EXPECT_EQ(again.items()[1].key, "ohm");

@@ -143,7 +143,6 @@ TEST_F(DataPageTest, refusalsNoAndCancelledDialogsChangeNothing) {
 // A good file padded with blanks (still valid JSON) is read up to the limit
 // and refused one byte past it, before its text is looked at.
 TEST_F(DataPageTest, aFileOneBytePastTheLimitIsRefused) {
-    fillStore();
     const QByteArray good = QByteArray::fromStdString(DataStore::instance().exportText());
     for (const qint64 size : {app::kMaxBundleBytes, app::kMaxBundleBytes + 1}) {
         offerFile(good + QByteArray(size - good.size(), ' '));
