@@ -1,9 +1,9 @@
 // What a visit leaves in the store: "last", "recent" and "usage", from
-// whatever was stored before, well-formed or not.
+// whatever was stored before, well-formed or not. The keys are spelt out:
+// they are what the student's data file holds.
 #include "app/shell/visits.h"
 
 #include "store/datastore.h"
-#include "store/keys.h"
 
 #include <gtest/gtest.h>
 
@@ -38,12 +38,12 @@ TEST(Visits, recordVisitKeepsLastRecentAndUsage) {
     for (const Row& r : rows) {
         SCOPED_TRACE(r.name);
         DataStore::instance().resetForTest();
-        if (*r.recentBefore) storeSet(key::Recent, Json::parse(r.recentBefore));
-        if (*r.usageBefore) storeSet(key::Usage, Json::parse(r.usageBefore));
+        if (*r.recentBefore) storeSet("recent", Json::parse(r.recentBefore));
+        if (*r.usageBefore) storeSet("usage", Json::parse(r.usageBefore));
         app::recordVisit(r.route);
-        EXPECT_EQ(storeGetString(key::Last), r.route);
-        EXPECT_EQ(Json::dump(storeGet(key::Recent)), normal(r.recentAfter));
-        EXPECT_EQ(Json::dump(storeGet(key::Usage)), normal(r.usageAfter));
+        EXPECT_EQ(storeGetString("last"), r.route);
+        EXPECT_EQ(Json::dump(storeGet("recent")), normal(r.recentAfter));
+        EXPECT_EQ(Json::dump(storeGet("usage")), normal(r.usageAfter));
     }
     DataStore::instance().resetForTest();
 }

@@ -35,8 +35,6 @@ class DataPageTest : public FreshAppTest {
     // the page's file, nested data and letters beyond ASCII.
     void fillStore() {
         storeSet("ov_stats", Json::parse(R"({"topics":{"Ohms lov":{"right":7,"total":9}}})"));
-        storeSet("exam_hist", Json::parse(R"([{"date":"2026-03-01","right":8,"total":10}])"));
-        storeSet("komma", Json(false));
         storeSet("student_name", Json("Åse Ærø"));
     }
 
