@@ -284,10 +284,6 @@ TEST_F(Walkthrough, sentencesOfTheSheetsStandInTheirWords) {
     const auto seriesDc = [] { return circuit("dc", {leaf("R", "4"), leaf("R", "2")}, {{"U", "12"}}); };
     const auto seriesAc = [&] { return ac({leaf("R", "4"), leaf("L", "0,1")}, "12"); };
     const auto lossy = [] { return group("P", {leaf("R", "100"), leaf("L", "0,5", "20")}); };
-    const auto capBranch = [] {
-        return group("P", {group("S", {leaf("R", "50"), leaf("C", "22u")}), leaf("L", "0,5")});
-    };
-    const auto lc = [] { return group("P", {leaf("L", "0,2"), leaf("C", "22u")}); };
     const std::string power = " (P = U · I · cos φ, Q = U · I · sin φ, S = U · I) <span class=\"crumb\">"
                               "(formelsamlingen s. 12–13)</span></p>";
     const Row rows[] = {
@@ -334,7 +330,9 @@ TEST_F(Walkthrough, sentencesOfTheSheetsStandInTheirWords) {
          {"<div class=\"msg\"><b>Bemærk:</b> L1 kan ikke være en ideel spole. Med de opgivne tal går det kun "
           "op, hvis spolen også har en ohmsk modstand (tab i kobbertråden). Programmet har derfor selv "
           "fundet spolens egen modstand: <b>R<sub>L1</sub> = 1,1423 Ω</b>. Skulle spolen være ideel, er "
-          "nogle af de opgivne tal forkerte.</div>"}},
+          "nogle af de opgivne tal forkerte.</div>",
+          "Effektfaktor: cos φ = R / Z <span class=\"crumb\">(formelsamlingen s. 12)</span>",
+          "Tilsyneladende effekt <span class=\"crumb\">(formelsamlingen s. 13)</span>"}},
         // 5 A is more than 100 V can drive through 31,4 Ω of reactance.
         {"a coil whose losses don't help either",
          circuit("ac", {leaf("R", "10"), leaf("L", "0,1")}, {{"U", "100"}, {"I", "5"}}),
@@ -368,11 +366,6 @@ TEST_F(Walkthrough, sentencesOfTheSheetsStandInTheirWords) {
           "sidst med Kirchhoffs love.</p>",
           "<p class=\"crumb\">Facit kan ses i \"Tegn et kredsløb\" (hele udregningen) eller trin for trin i "
           "\"Kredsløb – fremgangsmåde\".</p>"}},
-        {"an alternating-current series",
-         seriesAc(),
-         Calculated,
-         {"Effektfaktor: cos φ = R / Z <span class=\"crumb\">(formelsamlingen s. 12)</span>",
-          "Tilsyneladende effekt <span class=\"crumb\">(formelsamlingen s. 13)</span>"}},
         {"the guide of an alternating-current series",
          seriesAc(),
          Guide,
@@ -388,10 +381,11 @@ TEST_F(Walkthrough, sentencesOfTheSheetsStandInTheirWords) {
           "P² + Q²).</li></ol><p class=\"hint0\">Skriv formlen først, sæt tallene ind, og husk enheden på "
           "resultatet. Tjek til sidst med Kirchhoffs love og effekttrekanten (S² = P² + Q²).</p>"}},
         {"no reactance to find among resistors", ac({leaf("R", "4")}, "12"), Task, {}, {"reaktans"}},
-        {"R ∥ L ∥ C",
-         ac({group("P", {leaf("R", "100"), leaf("L", "0,5"), leaf("C", "10u")})}),
+        {"R ∥ L ∥ C ∥ C",
+         ac({group("P", {leaf("R", "100"), leaf("L", "0,5"), leaf("C", "10u"), leaf("C", "1u")})}),
          Calculated,
-         {"Strømmen i R1 – samme spænding 230 V over alle grene, I = U / R<sub>1</sub> <span class=\"crumb\">"
+         {"Strømmene i kondensatorerne lægges sammen",
+          "Strømmen i R1 – samme spænding 230 V over alle grene, I = U / R<sub>1</sub> <span class=\"crumb\">"
           "(formelsamlingen s. 5–9)</span>",
           "Effekt og effektfaktor i R1" + power +
               "<p class=\"hint0\">En modstand: strømmen er i fase med U, så φ = 0° og cos φ = 1 – al "
@@ -449,15 +443,11 @@ TEST_F(Walkthrough, sentencesOfTheSheetsStandInTheirWords) {
          {"<p class=\"hint0\">Resultatet er minus, fordi den kapacitive effekt er størst – kredsen er "
           "kapacitiv. Så vendes regnestykket om (Q = Q<sub>C</sub> − Q<sub>L</sub>), og Q = <b>781,09 "
           "VAr</b> (kapacitiv).</p>"}},
-        {"a parallel in series with a resistor",
-         ac({leaf("R", "100"), group("P", {leaf("R", "50"), leaf("C", "47u")})}),
+        {"mixed, from the current",
+         circuit("ac", {leaf("R", "47"), group("P", {leaf("L", "0,2"), leaf("C", "22u")})}, {{"I", "2"}}),
          Calculated,
-         {"<td>47 µF</td>", "<span class=\"crumb\">kap.</span>", "<h3 class=\"sh\">Effekt i hver gren</h3>",
-          "(Kirchhoffs 1. lov er opfyldt som vektorer)", "Modstandstrekant"}},
-        {"mixed",
-         ac({leaf("R", "47"), lc()}),
-         Calculated,
-         {"<p class=\"hint0\">Grenstrømmene er faseforskudt, så impedanserne lægges sammen som komplekse "
+         {"Spændingen – Ohms lov med impedans <span class=\"crumb\">(formelsamlingen s. 12)</span>",
+          "<p class=\"hint0\">Grenstrømmene er faseforskudt, så impedanserne lægges sammen som komplekse "
           "tal: hver gren skrives som z∠φ, man tager 1/z, lægger sammen og vender tilbage. Resultatet "
           "skrives som R + iX, så det kan lægges i serie med resten.</p>",
           "Spolernes induktive reaktans <span class=\"crumb\">(formelsamlingen s. 11)</span>",
@@ -470,47 +460,35 @@ TEST_F(Walkthrough, sentencesOfTheSheetsStandInTheirWords) {
           "Strømmen i hver gren – Ohms lov med impedans <span class=\"crumb\">(formelsamlingen s. "
           "12)</span>"},
          {"26 (komposanter)"}},
-        {"mixed, with a lossy coil",
-         ac({leaf("R", "47"), group("P", {leaf("L", "0,2", "10"), leaf("C", "22u")})}),
+        // X_L = 62,83 Ω against X_C = 144,69 Ω: the coil takes more current.
+        {"mixed, with a lossy coil, each branch as a complex number",
+         ac({leaf("R", "47"), group("P", {leaf("L", "0,2", "10"), leaf("C", "22u"), leaf("R", "100")})}),
          Calculated,
          {"Spolens impedans – spolen har både ohmsk modstand og reaktans <span "
           "class=\"crumb\">(formelsamlingen s. 18)</span>",
           "Strømmene er faseforskudt – del dem i en aktiv del (i fase med U) og en reaktiv del (90° "
-          "forskudt) <span class=\"crumb\">(formelsamlingen s. 26 (komposanter))</span>"}},
-        // X_L = 62,83 Ω against X_C = 144,69 Ω: the coil takes more current.
-        {"mixed, each branch as a complex number",
-         ac({leaf("R", "47"), group("P", {leaf("L", "0,2", "10"), leaf("C", "22u"), leaf("R", "100")})}),
-         Calculated,
-         {"<p class=\"hint0\">Som komplekst tal: z = R + iX = z∠φ</p><p>L1 – spole med tab: z∠φ</p><p>C1 – "
+          "forskudt) <span class=\"crumb\">(formelsamlingen s. 26 (komposanter))</span>",
+          "<p class=\"hint0\">Som komplekst tal: z = R + iX = z∠φ</p><p>L1 – spole med tab: z∠φ</p><p>C1 – "
           "kondensator: vinkel −90°</p><p>R2 – modstand: vinkel 0°</p>"}},
         // Its reactance is negative: the part 90° off is taken by its size.
         {"mixed, a capacitive series branch",
          ac({leaf("R", "47"),
              group("P", {group("S", {leaf("R", "50"), leaf("C", "22u")}), leaf("L", "0,2")})}),
          Calculated,
-         {"<span class=\"v\">I<sub>r,B</sub></span></td>"}},
-        {"mixed, from the current",
-         circuit("ac", {leaf("R", "47"), lc()}, {{"I", "2"}}),
-         Calculated,
-         {"Spændingen – Ohms lov med impedans <span class=\"crumb\">(formelsamlingen s. 12)</span>"}},
-        {"a capacitive series branch",
-         ac({capBranch()}),
-         Calculated,
-         {"Grenen B: reaktanserne lægges sammen (kondensator plus, spole minus) <span class=\"crumb\">"
-          "(formelsamlingen s. 3, 18, 20)</span></p><p class=\"hint0\">Grenen B er kapacitiv: X regnes som "
-          "et positivt tal</p>",
-          "Vinklen i B: z = R − iX = z∠−φ, så tan φ = X / R – grenen er kapacitiv, så strømmen er φ før U"}},
+         {"<span class=\"v\">I<sub>r,B</sub></span></td>", "<td>22 µF</td>",
+          "<span class=\"crumb\">kap.</span>", "<h3 class=\"sh\">Effekt i hver gren</h3>",
+          "(Kirchhoffs 1. lov er opfyldt som vektorer)", "Modstandstrekant"}},
         // X_C1 = 144,69 Ω against X_L1 = 31,416 Ω: summed the other way round.
         {"a capacitive series branch with a coil",
          ac({group("P",
                    {group("S", {leaf("R", "50"), leaf("L", "0,1"), leaf("C", "22u")}), leaf("R", "100")})}),
          Calculated,
-         {"<span class=\"v\">X<sub>B</sub></span></td><td class=\"m\">=</td><td class=\"r\"><span "
+         {"Grenen B: reaktanserne lægges sammen (kondensator plus, spole minus) <span class=\"crumb\">"
+          "(formelsamlingen s. 3, 18, 20)</span></p><p class=\"hint0\">Grenen B er kapacitiv: X regnes som "
+          "et positivt tal</p>",
+          "Vinklen i B: z = R − iX = z∠−φ, så tan φ = X / R – grenen er kapacitiv, så strømmen er φ før U",
+          "<span class=\"v\">X<sub>B</sub></span></td><td class=\"m\">=</td><td class=\"r\"><span "
           "class=\"v\">X<sub>C1</sub></span> − <span class=\"v\">X<sub>L1</sub></span></td>"}},
-        {"two capacitors",
-         ac({group("P", {leaf("R", "100"), leaf("C", "10u"), leaf("C", "22u")})}),
-         Calculated,
-         {"Strømmene i kondensatorerne lægges sammen"}},
         // Three series branches are groups B, C and D: I_C belongs to one of
         // them, so the sums by kind give way to the complex sum.
         {"a group that owns the capacitors' symbol",
