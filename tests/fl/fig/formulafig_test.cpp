@@ -14,7 +14,6 @@
 #include <limits>
 #include <random>
 #include <set>
-#include <sstream>
 
 namespace fl {
 namespace {
@@ -204,42 +203,32 @@ TEST(FormulaFigureTest, eachAngleOfCompensationIsNamedByItsOwnArc) {
         const std::string svg = figureFor("komp", {{"P", 1000}, {"cosphi1", r.c1}, {"cosphi2", r.c2}}, "QC");
         ASSERT_EQ(svgProblem(svg), "");
         EXPECT_EQ(testing::labelClashes(svg, 460, 280), "") << svg;
-        // The sectors: centre, radius and the larger end angle (y up, degrees).
-        struct Arc {
-            double cx, cy, r, to;
-        };
-        std::vector<Arc> arcs;
+        std::vector<testing::Arc> arcs;
+        for (const testing::Arc& a : testing::svgArcs(svg))
+            if (a.sector) arcs.push_back(a);
         std::map<std::string, Pt> names; // "1", "2" → the middle of φ's letter
         const auto elements = svgElements(svg);
-        for (size_t i = 0; i < elements.size(); ++i) {
+        for (size_t i = 0; i + 1 < elements.size(); ++i) {
             const auto& e = elements[i];
-            if (e.tag == "path" && e.attrs.at("d").find('L') != std::string::npos) {
-                std::istringstream d(e.attrs.at("d").substr(1));
-                std::string cx, cy, l, x0, y0, a, ry, rot, large, sweep, x1, y1;
-                d >> cx >> cy >> l >> y0 >> a >> ry >> rot >> large >> sweep >> x1 >> y1;
-                const double ox = testing::svgNum(cx), oy = testing::svgNum(cy);
-                const double t0 = std::atan2(-(testing::svgNum(y0) - oy), testing::svgNum(l.substr(1)) - ox);
-                const double t1 = std::atan2(-(testing::svgNum(y1) - oy), testing::svgNum(x1) - ox);
-                arcs.push_back(
-                    {ox, oy, testing::svgNum(a.substr(1)), std::max(t0, t1) / 0.017453292519943295});
-            }
-            if (e.tag == "text" && !e.has("stroke") && e.text == "φ" && i + 1 < elements.size())
+            if (e.tag == "text" && !e.has("stroke") && e.text == "φ")
                 names[elements[i + 1].text] = {e.num("x") + 4, e.num("y") - 0.35 * e.num("font-size")};
         }
         ASSERT_EQ(arcs.size(), 2u) << svg;
         ASSERT_EQ(names.size(), 2u) << svg;
-        const Arc& wide = arcs[0].r > arcs[1].r ? arcs[0] : arcs[1];  // φ₂'s
-        const Arc& inner = arcs[0].r > arcs[1].r ? arcs[1] : arcs[0]; // φ₁'s
+        const testing::Arc& wide = arcs[0].r > arcs[1].r ? arcs[0] : arcs[1];  // φ₂'s
+        const testing::Arc& inner = arcs[0].r > arcs[1].r ? arcs[1] : arcs[0]; // φ₁'s
+        // Distance and angle (y up, degrees) from the corner.
         const auto polar = [&](Pt p) {
             return std::pair{std::hypot(p.x - wide.cx, p.y - wide.cy),
                              std::atan2(-(p.y - wide.cy), p.x - wide.cx) / 0.017453292519943295};
         };
+        const double wideTo = std::max(polar(wide.from).second, polar(wide.to).second);
         const auto [d1, a1] = polar(names["1"]);
         const auto [d2, a2] = polar(names["2"]);
-        EXPECT_GT(a1, wide.to) << "φ₁ in φ₂'s sector";
+        EXPECT_GT(a1, wideTo) << "φ₁ in φ₂'s sector";
         EXPECT_LT(d1, inner.r + 40) << "φ₁ far from its arc";
         EXPECT_GT(a2, 0);
-        EXPECT_LT(a2, wide.to) << "φ₂ outside its sector";
+        EXPECT_LT(a2, wideTo) << "φ₂ outside its sector";
         EXPECT_GT(d2, wide.r) << "φ₂ inside the other arc";
     }
 }

@@ -12,7 +12,6 @@
 #include <complex>
 #include <optional>
 #include <random>
-#include <sstream>
 
 namespace fl {
 namespace {
@@ -162,22 +161,17 @@ TEST(PhasorTest, theAngleNamesItsArcFromNearby) {
             const std::string svg = svgDocument(f);
             ASSERT_EQ(svgProblem(svg), "");
             EXPECT_EQ(testing::labelClashes(svg, f.w, f.h), "") << svg;
-            double cx = NAN, cy = NAN, r = NAN;
+            std::optional<testing::Arc> arc;
+            for (const testing::Arc& a : testing::svgArcs(svg))
+                if (a.sector) arc = a;
             std::optional<testing::SvgElement> text;
-            for (const auto& e : svgElements(svg)) {
-                if (e.tag == "path" && e.attrs.at("d").find('L') != std::string::npos) {
-                    std::istringstream d(e.attrs.at("d").substr(1));
-                    std::string l, a;
-                    d >> cx >> cy >> l >> l >> a;
-                    r = testing::svgNum(a.substr(1));
-                }
+            for (const auto& e : svgElements(svg))
                 if (e.tag == "text" && !e.has("stroke") && e.text.rfind("φ = ", 0) == 0) text = e;
-            }
-            ASSERT_TRUE(text && std::isfinite(r)) << svg;
+            ASSERT_TRUE(text && arc) << svg;
             // The nearest point of the text's box to the arc's centre.
             const testing::Box b = testing::textBox(*text);
-            const double nx = std::clamp(cx, b.x0, b.x1), ny = std::clamp(cy, b.y0, b.y1);
-            EXPECT_LE(std::hypot(nx - cx, ny - cy), r + 30) << svg;
+            const double nx = std::clamp(arc->cx, b.x0, b.x1), ny = std::clamp(arc->cy, b.y0, b.y1);
+            EXPECT_LE(std::hypot(nx - arc->cx, ny - arc->cy), arc->r + 30) << svg;
         }
 }
 

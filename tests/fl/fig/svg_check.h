@@ -190,24 +190,63 @@ struct Seg {
     double ax, ay, bx, by;
 };
 
+// An arc as the arc writer makes it: a sector "M cx cy L x0 y0 A r r 0 large
+// sweep x1 y1 Z" or an open bow "M x0 y0 A r r 0 large sweep x1 y1". Its
+// turn from the start point in screen angles (y down), in radians.
+struct Arc {
+    double cx, cy, r, a0, span;
+    Pt from, to;
+    bool sector;
+};
+
+inline std::vector<Arc> svgArcs(const std::string& svg) {
+    std::vector<Arc> out;
+    for (const SvgElement& e : svgElements(svg)) {
+        if (e.tag != "path" || e.attrs.at("d").find('A') == std::string::npos) continue;
+        const std::string& d = e.attrs.at("d");
+        const bool closed = d.find('L') != std::string::npos;
+        std::vector<double> p;
+        std::istringstream in(d);
+        for (std::string t; in >> t;) {
+            t.erase(std::remove_if(t.begin(), t.end(),
+                                   [](char c) { return std::isalpha(static_cast<unsigned char>(c)); }),
+                    t.end());
+            if (!t.empty()) p.push_back(svgNum(t));
+        }
+        if (p.size() < (closed ? 11u : 9u)) continue;
+        const size_t o = closed ? 2 : 0;
+        const double x0 = p[o], y0 = p[o + 1], r = p[o + 2], x1 = p[o + 7], y1 = p[o + 8];
+        const bool large = p[o + 5] != 0, sweep = p[o + 6] != 0;
+        // Screen angles grow with sweep 1; the centre is given for a sector,
+        // else the one of the two whose turn is as large as the flag says.
+        const auto turn = [&](double cx, double cy) {
+            double span = std::atan2(y1 - cy, x1 - cx) - std::atan2(y0 - cy, x0 - cx);
+            while (sweep && span < 0)
+                span += 2 * M_PI;
+            while (!sweep && span > 0)
+                span -= 2 * M_PI;
+            return span;
+        };
+        double cx = p[0], cy = p[1];
+        if (!closed) {
+            const double mx = (x0 + x1) / 2, my = (y0 + y1) / 2, hx = x1 - x0, hy = y1 - y0;
+            const double chord = std::max(1e-9, std::hypot(hx, hy));
+            const double off = std::sqrt(std::max(0.0, r * r - chord * chord / 4));
+            cx = mx - hy / chord * off, cy = my + hx / chord * off;
+            if ((std::fabs(turn(cx, cy)) > M_PI) != large)
+                cx = mx + hy / chord * off, cy = my - hx / chord * off;
+        }
+        out.push_back({cx, cy, r, std::atan2(y0 - cy, x0 - cx), turn(cx, cy), {x0, y0}, {x1, y1}, closed});
+    }
+    return out;
+}
+
 // Every stroke a text could run into: lines (grid lines excepted: the halo
 // covers them), the sides of polygons, polylines and stroked rectangles, and
 // circles and arcs as short chords.
 inline std::vector<Seg> svgSegments(const std::string& svg) {
     std::vector<Seg> lines;
     const std::string grid = figColors().slot[4];
-    const auto nums = [](const std::string& s) {
-        std::vector<double> out;
-        std::string t;
-        std::istringstream in(s);
-        while (in >> t) {
-            t.erase(std::remove_if(t.begin(), t.end(),
-                                   [](char c) { return std::isalpha(static_cast<unsigned char>(c)); }),
-                    t.end());
-            if (!t.empty()) out.push_back(svgNum(t));
-        }
-        return out;
-    };
     for (const SvgElement& e : svgElements(svg)) {
         if (e.tag == "line" && !(e.has("stroke") && e.attrs.at("stroke") == grid))
             lines.push_back({e.num("x1"), e.num("y1"), e.num("x2"), e.num("y2")});
@@ -231,44 +270,17 @@ inline std::vector<Seg> svgSegments(const std::string& svg) {
                     {cx + r * std::cos(a), cy + r * std::sin(a), cx + r * std::cos(b), cy + r * std::sin(b)});
             }
         }
-        // A sector as the arc writer makes it: "M cx cy L x0 y0 A r r 0 large sweep x1 y1 Z", or the open
-        // bow.
-        if (e.tag == "path" && e.attrs.at("d").find('A') != std::string::npos) {
-            const std::string& d = e.attrs.at("d");
-            const bool closed = d.find('L') != std::string::npos;
-            const std::vector<double> p = nums(d);
-            if (p.size() < (closed ? 11u : 9u)) continue;
-            const size_t o = closed ? 2 : 0;
-            const double x0 = p[o], y0 = p[o + 1], r = p[o + 2], x1 = p[o + 7], y1 = p[o + 8];
-            const bool large = p[o + 5] != 0, sweep = p[o + 6] != 0;
-            // Screen angles grow with sweep 1; the centre is given for a sector,
-            // else the one of the two whose turn is as large as the flag says.
-            const auto turn = [&](double cx, double cy) {
-                double span = std::atan2(y1 - cy, x1 - cx) - std::atan2(y0 - cy, x0 - cx);
-                while (sweep && span < 0)
-                    span += 2 * M_PI;
-                while (!sweep && span > 0)
-                    span -= 2 * M_PI;
-                return span;
-            };
-            double cx = p[0], cy = p[1];
-            if (!closed) {
-                const double mx = (x0 + x1) / 2, my = (y0 + y1) / 2, hx = x1 - x0, hy = y1 - y0;
-                const double chord = std::max(1e-9, std::hypot(hx, hy));
-                const double off = std::sqrt(std::max(0.0, r * r - chord * chord / 4));
-                cx = mx - hy / chord * off, cy = my + hx / chord * off;
-                if ((std::fabs(turn(cx, cy)) > M_PI) != large)
-                    cx = mx + hy / chord * off, cy = my - hx / chord * off;
-            }
-            const double a0 = std::atan2(y0 - cy, x0 - cx), span = turn(cx, cy);
-            double px = x0, py = y0;
-            for (int k = 1; k <= 48; ++k) {
-                const double a = a0 + span * k / 48, nx = cx + r * std::cos(a), ny = cy + r * std::sin(a);
-                lines.push_back({px, py, nx, ny});
-                px = nx, py = ny;
-            }
-            if (closed) lines.push_back({cx, cy, x0, y0}), lines.push_back({cx, cy, x1, y1});
+    }
+    for (const Arc& a : svgArcs(svg)) {
+        Pt prev = a.from;
+        for (int k = 1; k <= 48; ++k) {
+            const double t = a.a0 + a.span * k / 48;
+            const Pt next{a.cx + a.r * std::cos(t), a.cy + a.r * std::sin(t)};
+            lines.push_back({prev.x, prev.y, next.x, next.y});
+            prev = next;
         }
+        if (a.sector)
+            lines.push_back({a.cx, a.cy, a.from.x, a.from.y}), lines.push_back({a.cx, a.cy, a.to.x, a.to.y});
     }
     return lines;
 }
