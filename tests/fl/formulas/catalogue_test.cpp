@@ -55,7 +55,9 @@ TEST(Catalogue, holdsEveryFamilyInTheBooksOrderWithItsGroupAndTopic) {
     for (size_t i = 0; i < all.size(); ++i) {
         SCOPED_TRACE(all[i].key);
         if (run + 1 < std::size(runs) && runs[run + 1].at == i) ++run;
-        if (runs[run].at == i) EXPECT_EQ(all[i].key, runs[run].key);
+        if (runs[run].at == i) {
+            EXPECT_EQ(all[i].key, runs[run].key);
+        }
         EXPECT_EQ(all[i].group, runs[run].group);
         EXPECT_EQ(all[i].topic, runs[run].topic);
         EXPECT_TRUE(keys.insert(all[i].key).second);

@@ -109,8 +109,9 @@ TEST(FamilyHelp, textsAreFinishedCardProse) {
             SCOPED_TRACE(q.symbol);
             EXPECT_EQ(problem(q.text, kQuantityLimit), "") << q.text;
             // The card prints the name just above; the line must add to it.
-            if (const fl::FormulaVar* v = f ? fl::findVar(*f, q.symbol) : nullptr)
+            if (const fl::FormulaVar* v = f ? fl::findVar(*f, q.symbol) : nullptr) {
                 EXPECT_NE(lower(q.text), lower(v->name) + ".");
+            }
         }
     }
 }
