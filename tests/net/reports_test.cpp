@@ -4,7 +4,7 @@
 
 #include "store/datastore.h"
 #include "store/keys.h"
-#include "tests/fl/practice/temp_store.h"
+#include "tests/store/temp_store.h"
 
 #include <gtest/gtest.h>
 

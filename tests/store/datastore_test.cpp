@@ -2,7 +2,7 @@
 // form, load of both forms and of broken files, damaged files set aside,
 // atomic saves and saves that fail on a read-only folder or a full disk, bundles.
 #include "store/datastore.h"
-#include "tests/fl/practice/temp_store.h"
+#include "tests/store/temp_store.h"
 #include "tests/support/disk_faults.h"
 
 #include <gtest/gtest.h>

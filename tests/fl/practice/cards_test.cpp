@@ -7,7 +7,7 @@
 #include "fl/practice/random.h"
 #include "store/datastore.h"
 #include "tests/fl/expr/settings_fixture.h"
-#include "tests/fl/practice/temp_store.h"
+#include "tests/store/temp_store.h"
 
 #include <gtest/gtest.h>
 

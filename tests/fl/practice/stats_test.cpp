@@ -3,7 +3,7 @@
 #include "fl/practice/stats.h"
 
 #include "store/datastore.h"
-#include "tests/fl/practice/temp_store.h"
+#include "tests/store/temp_store.h"
 
 #include <gtest/gtest.h>
 

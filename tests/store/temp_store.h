@@ -13,7 +13,7 @@
 class TempStoreTest : public ::testing::Test {
   protected:
     void SetUp() override {
-        std::string tmpl = (std::filesystem::temp_directory_path() / "practice_store_XXXXXX").string();
+        std::string tmpl = (std::filesystem::temp_directory_path() / "store_test_XXXXXX").string();
         ASSERT_NE(mkdtemp(tmpl.data()), nullptr);
         dir_ = tmpl;
         DataStore::instance().resetForTest();
